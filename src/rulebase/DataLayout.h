@@ -1,0 +1,32 @@
+#pragma once
+// Where things stand beneath the program folder (AppPath):
+//   Data/規程原本db.sqlite        the seed file every new company is copied from
+//   Data/<N>/<N>.sqlite           the data file of company N; the folder's name is the company's
+//   Data/<N>/<N>.sqlitewk         the work file while the data file is being optimised
+//   BackupDB/<N>/                 the default place of a backup of company N
+//   help/<context>.html           the help pages
+// Company names reach these functions only after CheckCompanyName has passed them.
+
+#include <QString>
+#include <QStringList>
+
+namespace normaris {
+
+struct DataLayout {
+    QString appPath;
+
+    QString dataDir() const { return appPath + QStringLiteral("/Data"); }
+    QString seedFile() const { return dataDir() + QStringLiteral("/規程原本db.sqlite"); }
+    QString companyDir(const QString &name) const { return dataDir() + u'/' + name; }
+    QString companyFile(const QString &name) const { return companyDir(name) + u'/' + name + QStringLiteral(".sqlite"); }
+    QString backupRoot() const { return appPath + QStringLiteral("/BackupDB"); }
+    QString backupDir(const QString &name) const { return backupRoot() + u'/' + name; }
+
+    // The companies: every folder inside the data folder, sorted by name.
+    QStringList companyList() const;
+};
+
+// The work file of a data file: its path with "wk" behind it.
+inline QString workFileOf(const QString &dataFile) { return dataFile + QStringLiteral("wk"); }
+
+} // namespace normaris

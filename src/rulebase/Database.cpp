@@ -1,0 +1,112 @@
+#include "rulebase/Database.h"
+
+#include "rulebase/Schema.h"
+#include "shell/Prompt.h"
+
+#include <QFileInfo>
+#include <QSqlError>
+
+namespace normaris {
+
+QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode)
+{
+    closeDatabase(connectionName);
+    if (!QFileInfo(path).isFile())
+        throw DbError(QStringLiteral("ファイル「%1」が見つかりません。").arg(path));
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+    db.setDatabaseName(path);
+    QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000");
+    if (mode == OpenMode::ReadOnly)
+        options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+    db.setConnectOptions(options);
+    if (!db.open()) {
+        const QString reason = db.lastError().text();
+        db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(connectionName);
+        throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
+    }
+    return db;
+}
+
+QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName, OpenMode mode)
+{
+    QSqlDatabase db = openDatabase(path, connectionName, mode);
+    QString mismatch;
+    try {
+        mismatch = schemaMismatch(db);
+    } catch (const DbError &) {
+        mismatch = QStringLiteral("データベースとして読めません。");
+    }
+    if (!mismatch.isEmpty()) {
+        db = QSqlDatabase();
+        closeDatabase(connectionName);
+        throw DbError(QStringLiteral("「%1」は本システムの会社データではありません。（%2）").arg(path, mismatch));
+    }
+    return db;
+}
+
+void closeDatabase(const QString &connectionName)
+{
+    if (!QSqlDatabase::contains(connectionName))
+        return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(connectionName, false);
+        if (db.isOpen())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName);
+}
+
+QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
+{
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    if (!q.prepare(sql))
+        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
+    // Text columns hold '' rather than NULL: a null QString binds as an empty text.
+    for (const QVariant &v : binds)
+        q.addBindValue(v.typeId() == QMetaType::QString && v.toString().isNull() ? QVariant(QStringLiteral("")) : v);
+    if (!q.exec())
+        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
+    return q;
+}
+
+QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds)
+{
+    QSqlQuery q = execSql(db, sql, binds);
+    return q.next() ? q.value(0) : QVariant();
+}
+
+Transaction::Transaction(QSqlDatabase db) : m_db(std::move(db))
+{
+    if (!m_db.transaction())
+        throw DbError(m_db.lastError().text());
+}
+
+Transaction::~Transaction()
+{
+    if (!m_done)
+        m_db.rollback();
+}
+
+void Transaction::commit()
+{
+    if (!m_db.commit())
+        throw DbError(m_db.lastError().text());
+    m_done = true;
+}
+
+bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work)
+{
+    try {
+        Transaction transaction(db);
+        work();
+        transaction.commit();
+        return true;
+    } catch (const std::exception &) {
+        prompt.plain(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
+        return false;
+    }
+}
+
+} // namespace normaris

@@ -1,0 +1,56 @@
+#pragma once
+// SQLite through Qt SQL: named connections, statements with bound parameters
+// only, and the transaction guard for every step that changes several rows.
+
+#include "shell/Failure.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariantList>
+#include <functional>
+
+namespace normaris {
+
+class Prompt;
+
+class DbError : public Failure {
+public:
+    using Failure::Failure;
+};
+
+enum class OpenMode { ReadWrite, ReadOnly };
+
+// Opens path under the connection name. Throws DbError when the file can't be opened.
+QSqlDatabase openDatabase(const QString &path, const QString &connectionName,
+                          OpenMode mode = OpenMode::ReadWrite);
+// As openDatabase, and refuses a file that is not a company file of this schema.
+QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName,
+                                 OpenMode mode = OpenMode::ReadWrite);
+// Closes and forgets the connection; nothing happens when it is not there.
+void closeDatabase(const QString &connectionName);
+
+// Prepares sql, binds the values in order and runs it. Throws DbError on failure.
+QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
+// The first column of the first row, or an invalid QVariant when there is no row.
+QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
+
+// Holds one transaction: rolls back when it goes out of scope uncommitted.
+class Transaction {
+public:
+    explicit Transaction(QSqlDatabase db);
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+    void commit();
+
+private:
+    QSqlDatabase m_db;
+    bool m_done = false;
+};
+
+// Runs work in one transaction. On any failure rolls back, shows "取消" with
+// "処理中にエラーが発生しました。処理を取り消します。", and returns false.
+bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work);
+
+} // namespace normaris

@@ -1,0 +1,75 @@
+#include "rulebase/FileOps.h"
+
+#include "shell/Failure.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+namespace normaris {
+
+void replaceFile(const QString &source, const QString &dest)
+{
+    // rename(2) replaces dest at once: there is no moment without a file at dest.
+    if (std::rename(QFile::encodeName(source).constData(), QFile::encodeName(dest).constData()) != 0)
+        throw Failure(QStringLiteral("「%1」を「%2」に置き換えられません。").arg(source, dest));
+}
+
+void copyFileAtomically(const QString &source, const QString &dest)
+{
+    const QString partial = dest + QStringLiteral(".part");
+    QFile::remove(partial);
+    if (!QFile::copy(source, partial)) {
+        QFile::remove(partial);
+        throw Failure(QStringLiteral("「%1」を「%2」にコピーできません。").arg(source, dest));
+    }
+    QFile(partial).setPermissions(QFile(source).permissions() | QFileDevice::WriteOwner);
+    try {
+        replaceFile(partial, dest);
+    } catch (...) {
+        QFile::remove(partial);
+        throw;
+    }
+}
+
+void copyFolderContents(const QString &source, const QString &dest)
+{
+    if (!QDir().mkpath(dest))
+        throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(dest));
+    const QDir sourceDir(source);
+    QDirIterator it(source, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QFileInfo info(it.next());
+        const QString target = dest + u'/' + sourceDir.relativeFilePath(info.filePath());
+        if (info.isDir()) {
+            if (!QDir().mkpath(target))
+                throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target));
+        } else {
+            copyFileAtomically(info.filePath(), target);
+        }
+    }
+}
+
+bool isInsideFolder(const QString &path, const QString &folder)
+{
+    const QString canonicalFolder = QFileInfo(folder).canonicalFilePath();
+    QFileInfo info(path);
+    // The path itself may not exist yet: resolve the nearest existing ancestor.
+    QString probe = info.absoluteFilePath();
+    QString rest;
+    while (!QFileInfo::exists(probe) && probe != QStringLiteral("/")) {
+        rest = QFileInfo(probe).fileName() + (rest.isEmpty() ? QString() : u'/' + rest);
+        probe = QFileInfo(probe).absolutePath();
+    }
+    QString resolved = QFileInfo(probe).canonicalFilePath();
+    if (!rest.isEmpty())
+        resolved += u'/' + rest;
+    if (canonicalFolder.isEmpty())
+        return false;
+    return resolved == canonicalFolder || resolved.startsWith(canonicalFolder + u'/');
+}
+
+} // namespace normaris

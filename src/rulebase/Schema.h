@@ -1,0 +1,44 @@
+#pragma once
+// The tables of a company data file, each with its columns in order. Columns are
+// read by ordinal as well as by name elsewhere, so this order is part of the
+// contract; ordinal 0 is always the row counter `ID`, which nothing reads.
+
+#include <QList>
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+
+namespace normaris {
+
+enum class ColumnType {
+    Text,    // codes and texts; codes are compared as text
+    Integer, // 順番 and 番号 of the composition tables
+    Flag,    // 0 / 1
+    Date,    // ISO text YYYY-MM-DD
+};
+
+struct ColumnDef {
+    QString name;
+    ColumnType type;
+};
+
+struct TableDef {
+    QString name;
+    QList<ColumnDef> columns; // ordinal 1 onwards
+    QStringList indexes;      // column lists of the lookup indexes, e.g. "文章形式Code,規程Code"
+
+    QStringList columnNames() const;
+};
+
+// All tables a company file holds (the spreadsheet work tables are made on demand).
+const QList<TableDef> &schemaTables();
+const TableDef &schemaTable(const QString &name);
+
+// Creates every table and index in an empty database.
+void createSchema(QSqlDatabase db);
+
+// Empty when db has every table of the schema with its columns in order;
+// otherwise a description of the first difference.
+QString schemaMismatch(QSqlDatabase db);
+
+} // namespace normaris

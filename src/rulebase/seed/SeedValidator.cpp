@@ -1,0 +1,318 @@
+#include "rulebase/seed/SeedValidator.h"
+
+#include "shell/FieldChecks.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace normaris::seed {
+
+namespace {
+
+bool isTextLevel(Level level) { return level != Level::Chapter && level != Level::Article; }
+
+QString levelName(Level level)
+{
+    switch (level) {
+    case Level::Document: return QStringLiteral("規程");
+    case Level::Preamble: return QStringLiteral("前文");
+    case Level::Chapter: return QStringLiteral("章");
+    case Level::Article: return QStringLiteral("条");
+    case Level::Paragraph: return QStringLiteral("項");
+    case Level::Item: return QStringLiteral("号");
+    case Level::Maru: return QStringLiteral("丸");
+    case Level::Iroha: return QStringLiteral("イロハ");
+    }
+    return {};
+}
+
+// The clause's own code: the deepest code of its place.
+QString ownCode(const Clause &c)
+{
+    switch (c.level) {
+    case Level::Chapter: return c.place.sho;
+    case Level::Article: return c.place.jo;
+    case Level::Paragraph: return c.place.kou;
+    case Level::Item: return c.place.gou;
+    case Level::Maru: return c.place.maru;
+    case Level::Iroha: return c.place.iroha;
+    default: return QStringLiteral("01");
+    }
+}
+
+bool inStandardRange(const QString &code, int width, int low, int high)
+{
+    if (code.size() != width)
+        return false;
+    bool ok = false;
+    const int n = code.toInt(&ok);
+    return ok && n >= low && n <= high;
+}
+
+QString clauseKey(const QString &style, Level level, const Place &p)
+{
+    return QStringList{style, QString::number(int(level)), p.kitei, p.sho, p.jo, p.kou, p.gou, p.maru, p.iroha}.join(u'|');
+}
+
+// The 結合 of segment i (from 0) of a clause with n segments.
+QString segmentJoin(int i, int n) { return n == 1 ? QStringLiteral("0") : QString::number(i + 1); }
+
+struct Marker {
+    QChar kind;
+    QString code;
+};
+
+const QRegularExpression &markerPattern()
+{
+    static const QRegularExpression p(QStringLiteral("([★☆◆])([0-9]{4})\\1"));
+    return p;
+}
+
+QList<Marker> markersIn(const QString &text)
+{
+    QList<Marker> markers;
+    auto it = markerPattern().globalMatch(text);
+    while (it.hasNext()) {
+        const auto m = it.next();
+        markers << Marker{m.captured(1).at(0), m.captured(2)};
+    }
+    return markers;
+}
+
+class Validator {
+public:
+    explicit Validator(const Dictionary &d) : m_dictionary(d) {}
+
+    QList<SourceError> run()
+    {
+        QSet<QString> documentKeys;
+        for (const Document &doc : m_dictionary.documents) {
+            if (documentKeys.contains(doc.style + u'|' + doc.code))
+                fail(doc, doc.line, QStringLiteral("規程%1の文章形式%2が重複しています").arg(doc.code, doc.style));
+            documentKeys.insert(doc.style + u'|' + doc.code);
+            if (!inStandardRange(doc.code, 2, 1, 69))
+                fail(doc, doc.line, QStringLiteral("規程Code「%1」は01～69の2桁にしてください").arg(doc.code));
+            indexClauses(doc);
+        }
+        for (const Document &doc : m_dictionary.documents)
+            checkDocument(doc);
+        checkStylesAgree();
+        return m_errors;
+    }
+
+private:
+    void fail(const Document &doc, int line, const QString &message) { m_errors << SourceError{doc.file, line, message}; }
+
+    void indexClauses(const Document &doc)
+    {
+        for (const Clause &c : doc.clauses)
+            m_clauses.insert(clauseKey(doc.style, c.level, c.place), &c);
+    }
+
+    void checkDocument(const Document &doc)
+    {
+        QSet<QString> seen;
+        int preambles = 0;
+        for (const Clause &c : doc.clauses) {
+            const QString key = clauseKey(doc.style, c.level, c.place);
+            if (seen.contains(key))
+                fail(doc, c.line, QStringLiteral("%1「%2」が重複しています").arg(levelName(c.level), c.place.describe()));
+            seen.insert(key);
+            if (c.level == Level::Preamble && ++preambles > 1)
+                fail(doc, c.line, QStringLiteral("前文は一つの規程に一つだけです"));
+            checkCode(doc, c);
+            if (isTextLevel(c.level))
+                checkText(doc, c);
+        }
+    }
+
+    void checkCode(const Document &doc, const Clause &c)
+    {
+        const QString code = ownCode(c);
+        bool good = true;
+        switch (c.level) {
+        case Level::Article:
+            good = inStandardRange(code, 4, 1, 6999);
+            if (!good)
+                fail(doc, c.line, QStringLiteral("条のCode「%1」は0001～6999の4桁にしてください").arg(code));
+            return;
+        case Level::Preamble:
+            return;
+        default:
+            good = inStandardRange(code, 2, 1, 69);
+        }
+        if (!good)
+            fail(doc, c.line, QStringLiteral("%1のCode「%2」は01～69の2桁にしてください").arg(levelName(c.level), code));
+    }
+
+    void checkText(const Document &doc, const Clause &c)
+    {
+        if (c.segments.isEmpty())
+            fail(doc, c.line, QStringLiteral("%1「%2」に本文（「=」の行）がありません").arg(levelName(c.level), c.place.describe()));
+        QHash<QString, int> wordMarkers, referenceMarkers;
+        for (const Segment &s : c.segments) {
+            const int bytes = CP932Length(s.text);
+            if (bytes > kSegmentLimit)
+                fail(doc, c.line, QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
+            if (s.text.contains(u'\'') || s.text.contains(u'"'))
+                fail(doc, c.line, QStringLiteral("文章に引用符（' \"）は使えません: %1").arg(s.text.left(20)));
+            const QList<Marker> markers = markersIn(s.text);
+            int markerChars = 0;
+            for (const Marker &m : markers) {
+                markerChars += 2;
+                if (m.kind == u'★')
+                    ++wordMarkers[m.code];
+                else if (m.kind == u'◆')
+                    ++referenceMarkers[m.code];
+                else if (!isBasicWord(m.code))
+                    fail(doc, c.line, QStringLiteral("☆%1☆は基本設定にありません（0001～0016、0030）").arg(m.code));
+            }
+            const int looseChars = s.text.count(u'★') + s.text.count(u'☆') + s.text.count(u'◆');
+            if (looseChars != markerChars)
+                fail(doc, c.line, QStringLiteral("記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: %1").arg(s.text.left(20)));
+        }
+        checkMarkerRows(doc, c, wordMarkers, c.words, u'★', QStringLiteral("語句"));
+        checkMarkerRows(doc, c, referenceMarkers, c.references, u'◆', QStringLiteral("参照"));
+        for (const Reference &r : c.references)
+            checkTarget(doc, r);
+    }
+
+    static bool isBasicWord(const QString &code)
+    {
+        const int n = code.toInt();
+        return (n >= 1 && n <= 16) || n == 30;
+    }
+
+    template<typename Row>
+    void checkMarkerRows(const Document &doc, const Clause &c, const QHash<QString, int> &markers,
+                         const QList<Row> &rows, QChar sign, const QString &rowName)
+    {
+        QSet<QString> defined;
+        for (const Row &row : rows) {
+            if (defined.contains(row.code))
+                fail(doc, row.line, QStringLiteral("%1 %2 が重複しています").arg(rowName, row.code));
+            defined.insert(row.code);
+            if (!markers.contains(row.code))
+                fail(doc, row.line, QStringLiteral("%1 %2 の記号%3%2%3が本文にありません").arg(rowName, row.code, sign));
+        }
+        for (auto it = markers.begin(); it != markers.end(); ++it) {
+            if (!defined.contains(it.key()))
+                fail(doc, c.line, QStringLiteral("%1%2%1に%3の行がありません").arg(sign, it.key(), rowName));
+        }
+    }
+
+    void checkTarget(const Document &doc, const Reference &r)
+    {
+        if (r.targetLevel == Level::Document) {
+            if (!documentExists(doc.style, r.target.kitei))
+                fail(doc, r.line, QStringLiteral("参照 %1 の参照先の規程%2がありません").arg(r.code, r.target.kitei));
+            return;
+        }
+        const Clause *target = m_clauses.value(clauseKey(doc.style, r.targetLevel, r.target));
+        if (!target) {
+            fail(doc, r.line, QStringLiteral("参照 %1 の参照先「%2」がありません").arg(r.code, r.target.describe()));
+            return;
+        }
+        if (!r.targetSegment.isEmpty()) {
+            const int n = r.targetSegment.toInt();
+            if (target->segments.size() < 2 || n < 1 || n > target->segments.size())
+                fail(doc, r.line, QStringLiteral("参照 %1 の参照先に結合%2がありません").arg(r.code, r.targetSegment));
+        }
+    }
+
+    bool documentExists(const QString &style, const QString &code) const
+    {
+        for (const Document &d : m_dictionary.documents) {
+            if (d.style == style && d.code == code)
+                return true;
+        }
+        return false;
+    }
+
+    // What both styles of a document must share: levels, places, and the codes of
+    // words and references at each 結合, since those rows carry no prose style.
+    static QStringList structureOf(const Document &doc)
+    {
+        QStringList lines = {QStringLiteral("文章種別 ") + doc.kind};
+        for (const Clause &c : doc.clauses) {
+            QStringList codes;
+            for (int i = 0; i < c.segments.size(); ++i) {
+                for (const Marker &m : markersIn(c.segments[i].text)) {
+                    if (m.kind != u'☆')
+                        codes << m.kind + m.code + u'@' + segmentJoin(i, c.segments.size());
+                }
+            }
+            for (const Word &w : c.words)
+                codes << QStringLiteral("語句") + w.code + u'=' + w.caption + u'/' + w.word;
+            for (const Reference &r : c.references)
+                codes << QStringLiteral("参照") + r.code + u'→' + r.target.describe() + u'#' + r.targetSegment;
+            codes.sort();
+            lines << levelName(c.level) + u' ' + c.place.describe() + u' ' + codes.join(u',');
+        }
+        return lines;
+    }
+
+    void checkStylesAgree()
+    {
+        QHash<QString, const Document *> byStyle[3];
+        for (const Document &doc : m_dictionary.documents)
+            byStyle[doc.style.toInt() == 2 ? 2 : 1].insert(doc.code, &doc);
+        for (int style : {1, 2}) {
+            const int other = 3 - style;
+            for (const Document *doc : std::as_const(byStyle[style])) {
+                if (!byStyle[other].contains(doc->code))
+                    fail(*doc, doc->line, QStringLiteral("規程%1に文章形式%2のファイルがありません").arg(doc->code).arg(other));
+            }
+        }
+        for (const Document *first : std::as_const(byStyle[1])) {
+            const Document *second = byStyle[2].value(first->code);
+            if (!second)
+                continue;
+            const QStringList a = structureOf(*first), b = structureOf(*second);
+            for (qsizetype i = 0; i < std::max(a.size(), b.size()); ++i) {
+                if (a.value(i) == b.value(i))
+                    continue;
+                const int line = i == 0 ? second->line : (i - 1 < second->clauses.size() ? second->clauses[i - 1].line : 0);
+                fail(*second, line, QStringLiteral("である調（%1）と構成が違います: 「%2」と「%3」")
+                                        .arg(first->file, a.value(i), b.value(i)));
+                break;
+            }
+        }
+    }
+
+    const Dictionary &m_dictionary;
+    QHash<QString, const Clause *> m_clauses;
+    QList<SourceError> m_errors;
+};
+
+} // namespace
+
+void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors)
+{
+    for (Document &doc : dictionary.documents) {
+        for (Clause &c : doc.clauses) {
+            for (Reference &r : c.references) {
+                if (!r.target.sho.isEmpty() || r.target.jo.isEmpty())
+                    continue;
+                QStringList chapters;
+                for (const Document &target : std::as_const(dictionary.documents)) {
+                    if (target.style != doc.style || target.code != r.target.kitei)
+                        continue;
+                    for (const Clause &t : target.clauses) {
+                        if (t.level == Level::Article && t.place.jo == r.target.jo)
+                            chapters << t.place.sho;
+                    }
+                }
+                if (chapters.size() == 1)
+                    r.target.sho = chapters.first();
+                else if (chapters.size() > 1)
+                    errors << SourceError{doc.file, r.line, QStringLiteral("参照 %1 の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.jo)};
+            }
+        }
+    }
+}
+
+QList<SourceError> validate(const Dictionary &dictionary) { return Validator(dictionary).run(); }
+
+} // namespace normaris::seed

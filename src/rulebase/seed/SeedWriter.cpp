@@ -1,0 +1,203 @@
+#include "rulebase/seed/SeedWriter.h"
+
+#include "rulebase/Database.h"
+#include "rulebase/FileOps.h"
+#include "rulebase/Schema.h"
+#include "rulebase/seed/SeedParser.h"
+#include "rulebase/seed/SeedValidator.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace normaris::seed {
+
+namespace {
+
+const QString kConnection = QStringLiteral("normaris_seed");
+
+void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values)
+{
+    const TableDef &def = schemaTable(table);
+    QStringList names, marks;
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        names << u'"' + def.columns[i].name + u'"';
+        marks << QStringLiteral("?");
+    }
+    execSql(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, names.join(u','), marks.join(u',')), values);
+}
+
+QString levelCode(Level level) { return QString::number(int(level)); }
+
+QString segmentJoin(int i, int n) { return n == 1 ? QStringLiteral("0") : QString::number(i + 1); }
+
+// 結合種別: a segment that is exactly one marker holds a word (1) or a basic word (3).
+QString segmentKind(const QString &text)
+{
+    static const QRegularExpression word(QStringLiteral("^★[0-9]{4}★$"));
+    static const QRegularExpression basic(QStringLiteral("^☆[0-9]{4}☆$"));
+    if (word.match(text).hasMatch())
+        return QStringLiteral("1");
+    if (basic.match(text).hasMatch())
+        return QStringLiteral("3");
+    return QStringLiteral("0");
+}
+
+bool holdsWords(const QString &text) { return text.contains(u'★') || text.contains(u'☆'); }
+bool holdsReferences(const QString &text) { return text.contains(u'◆'); }
+
+// The place columns 規程Code … 号の細分イロハCode.
+QVariantList placeValues(const Place &p) { return {p.kitei, p.sho, p.jo, p.kou, p.gou, p.maru, p.iroha}; }
+
+class Writer {
+public:
+    explicit Writer(QSqlDatabase db) : m_db(std::move(db)) {}
+
+    void write(const Dictionary &dictionary)
+    {
+        for (const FixedTable &t : dictionary.fixedTables)
+            writeFixedTable(t);
+        for (const Document &doc : dictionary.documents) {
+            insertRow(m_db, QStringLiteral("規程"), {doc.style, doc.code, doc.name, 0, doc.formalName, 0, doc.kind});
+            for (const Clause &c : doc.clauses)
+                writeClause(doc, c);
+        }
+    }
+
+private:
+    void writeFixedTable(const FixedTable &t)
+    {
+        const QStringList expected = schemaTable(t.table).columnNames();
+        if (t.columns != expected)
+            throw Failure(t.file + QStringLiteral(": 列は「%1」の順にしてください").arg(expected.join(u' ')));
+        for (const QStringList &row : t.rows) {
+            QVariantList values;
+            for (const QString &v : row)
+                values << v;
+            insertRow(m_db, t.table, values);
+        }
+    }
+
+    void writeClause(const Document &doc, const Clause &c)
+    {
+        const Place &p = c.place;
+        switch (c.level) {
+        case Level::Chapter:
+            insertRow(m_db, QStringLiteral("章"), {doc.style, p.kitei, p.sho, c.title, 0, 0});
+            return;
+        case Level::Article:
+            insertRow(m_db, QStringLiteral("条"), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, 0});
+            return;
+        default:
+            break;
+        }
+        const int n = int(c.segments.size());
+        for (int i = 0; i < n; ++i) {
+            const Segment &s = c.segments[i];
+            const QString join = segmentJoin(i, n);
+            if (c.level == Level::Preamble) {
+                insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak,
+                                                        s.text, holdsWords(s.text), 0, 0, segmentKind(s.text)});
+            } else {
+                writeClauseRow(doc, c, s, join, i == 0);
+            }
+            writeMarkerRows(c, s.text, join);
+        }
+    }
+
+    void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join, bool first)
+    {
+        static const QHash<Level, QString> tables = {{Level::Paragraph, QStringLiteral("項")},
+                                                     {Level::Item, QStringLiteral("号")},
+                                                     {Level::Maru, QStringLiteral("号の細分丸")},
+                                                     {Level::Iroha, QStringLiteral("号の細分イロハ")}};
+        const Place &p = c.place;
+        QVariantList values = {doc.style, p.kitei, p.sho, p.jo};
+        const QString codes[] = {p.kou, p.gou, p.maru, p.iroha};
+        const int depth = int(c.level) - int(Level::Paragraph);
+        for (int d = 0; d <= depth; ++d)
+            values << codes[d];
+        values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
+               << holdsWords(s.text) << holdsReferences(s.text) << 0 << 0 << segmentKind(s.text);
+        insertRow(m_db, tables.value(c.level), values);
+    }
+
+    // Word and reference rows are keyed by place, not by style: both styles share them.
+    void writeMarkerRows(const Clause &c, const QString &text, const QString &join)
+    {
+        static const QRegularExpression marker(QStringLiteral("([★◆])([0-9]{4})\\1"));
+        auto it = marker.globalMatch(text);
+        while (it.hasNext()) {
+            const auto m = it.next();
+            const QString code = m.captured(2);
+            const QString key = QStringList{m.captured(1), code, c.place.describe(), join}.join(u'|');
+            if (m_written.contains(key))
+                continue;
+            m_written.insert(key);
+            QVariantList place = placeValues(c.place);
+            place << join << levelCode(c.level);
+            if (m.captured(1) == u"★")
+                writeWord(c, code, place);
+            else
+                writeReference(c, code, place);
+        }
+    }
+
+    void writeWord(const Clause &c, const QString &code, const QVariantList &place)
+    {
+        for (const Word &w : c.words) {
+            if (w.code == code)
+                insertRow(m_db, QStringLiteral("変数テーブル語句"), QVariantList{code, w.word} + place + QVariantList{w.caption, 0});
+        }
+    }
+
+    void writeReference(const Clause &c, const QString &code, const QVariantList &place)
+    {
+        for (const Reference &r : c.references) {
+            if (r.code == code)
+                insertRow(m_db, QStringLiteral("変数テーブル番号"),
+                          QVariantList{code} + place + placeValues(r.target)
+                              + QVariantList{r.targetSegment, levelCode(r.targetLevel)});
+        }
+    }
+
+    QSqlDatabase m_db;
+    QSet<QString> m_written;
+};
+
+} // namespace
+
+void writeSeed(const Dictionary &dictionary, const QString &path)
+{
+    const QString partial = path + QStringLiteral(".part");
+    QFile::remove(partial);
+    QFile(partial).open(QIODevice::WriteOnly); // an empty file for SQLite to fill
+    try {
+        {
+            QSqlDatabase db = openDatabase(partial, kConnection);
+            Transaction transaction(db);
+            createSchema(db);
+            Writer(db).write(dictionary);
+            transaction.commit();
+        }
+        closeDatabase(kConnection);
+        replaceFile(partial, path);
+    } catch (...) {
+        closeDatabase(kConnection);
+        QFile::remove(partial);
+        throw;
+    }
+}
+
+QList<SourceError> generateSeed(const QString &sourceFolder, const QString &path)
+{
+    QList<SourceError> errors;
+    Dictionary dictionary = readDictionary(sourceFolder, errors);
+    resolveReferences(dictionary, errors);
+    errors += validate(dictionary);
+    if (errors.isEmpty())
+        writeSeed(dictionary, path);
+    return errors;
+}
+
+} // namespace normaris::seed

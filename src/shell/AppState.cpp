@@ -1,0 +1,49 @@
+#include "shell/AppState.h"
+
+#include "rulebase/Database.h"
+
+namespace normaris {
+
+AppState &AppState::instance()
+{
+    static AppState state;
+    return state;
+}
+
+QSqlDatabase AppState::cn() { return QSqlDatabase::database(kMainConnection, false); }
+
+void AppState::markCompanyOpen(const QString &name)
+{
+    m_companyPanel = name;
+    m_commandVisible.fill(true);
+    emit changed();
+}
+
+void AppState::closeCompany(CommandsOnClose commands)
+{
+    closeDatabase(kMainConnection);
+    m_companyPanel = NoCompanyPrompt;
+    switch (commands) {
+    case CommandsOnClose::HideAll:
+        m_commandVisible.fill(false);
+        break;
+    case CommandsOnClose::HideFirstFour:
+        for (int i = 0; i < 4; ++i)
+            m_commandVisible[i] = false;
+        break;
+    case CommandsOnClose::LeaveAsTheyAre:
+        break;
+    }
+    emit changed();
+}
+
+void AppState::reset()
+{
+    closeDatabase(kMainConnection);
+    AppPath.clear();
+    m_companyPanel = NoCompanyPrompt;
+    m_commandVisible.fill(false);
+    emit changed();
+}
+
+} // namespace normaris

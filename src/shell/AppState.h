@@ -1,0 +1,73 @@
+#pragma once
+// The shared application state: what every dialog reads and writes to hand over
+// to the next one. One instance lives for the whole run.
+//
+// The company panel's text is the record of what is open: a company name, or
+// NoCompanyPrompt. Every test of "is a company open" and "is this the open
+// company" compares with it. The data connection `cn` is open exactly when a
+// company is.
+
+#include <QObject>
+#include <QSqlDatabase>
+#include <QString>
+#include <array>
+
+namespace normaris {
+
+inline const QString NoCompanyPrompt = QStringLiteral("処理する会社を指定してください");
+inline const QString kMainConnection = QStringLiteral("cn");
+inline const QString kSourceConnection = QStringLiteral("cnSource");
+
+class AppState : public QObject {
+    Q_OBJECT
+public:
+    static AppState &instance();
+
+    // Which of the five main commands stay on view when a step closes the company.
+    enum class CommandsOnClose {
+        HideAll,        // the main window's own close
+        HideFirstFour,  // backup and optimisation leave 他社データ取込 on view
+        LeaveAsTheyAre, // creating from the open company closes it and touches nothing else
+    };
+
+    QString AppPath;
+    QString CompanyName;
+    QString SourceCompanyName;
+    QString CurBunshoKeishikiCode;
+    QString CurKiteiCode;
+    QString CurBunshoShubetsu;
+    QString CurShoCode;
+    QString CurJoCode;
+    QString CurKouCode;
+    QString CurGouCode;
+    QString CurMaruCode;
+    QString CurIrohaCode;
+    QString CurShubetsu;
+
+    QString companyPanel() const { return m_companyPanel; }
+    bool isCompanyOpen() const { return m_companyPanel != NoCompanyPrompt; }
+    bool isOpenCompany(const QString &name) const { return isCompanyOpen() && m_companyPanel == name; }
+
+    // The connection to the open company (invalid when none is open).
+    static QSqlDatabase cn();
+
+    // Record the company whose connection has just been opened, and show the commands.
+    void markCompanyOpen(const QString &name);
+    // Close `cn`, record that no company is open, and hide commands as told.
+    void closeCompany(CommandsOnClose commands);
+
+    bool commandVisible(int index) const { return m_commandVisible.at(index); }
+
+    // Back to the state at start: no company, commands hidden. Closes `cn`.
+    void reset();
+
+signals:
+    void changed();
+
+private:
+    AppState() = default;
+    QString m_companyPanel = NoCompanyPrompt;
+    std::array<bool, 5> m_commandVisible {};
+};
+
+} // namespace normaris

@@ -1,0 +1,149 @@
+#include "shell/FieldChecks.h"
+
+#include "shell/Prompt.h"
+
+#include <QStringEncoder>
+#include <array>
+
+namespace normaris {
+
+namespace {
+
+// Byte width of every BMP code unit in CP932, built once by converting all of them in
+// one pass. The converter writes 0xFC 0xFC for a character that CP932 lacks; such a
+// unit counts 1, like the "?" of the platform's own conversion.
+class Cp932Widths {
+public:
+    Cp932Widths()
+    {
+        m_width.fill(1);
+        QString all;
+        all.reserve(0x10000);
+        for (int u = 0; u < 0x10000; ++u) {
+            const bool surrogate = u >= 0xD800 && u <= 0xDFFF;
+            all.append(QChar(surrogate ? u' ' : char16_t(u)));
+        }
+        QStringEncoder encoder("windows-31j", QStringConverter::Flag::Stateless);
+        const QByteArray bytes = encoder.encode(all);
+        qsizetype at = 0;
+        for (int u = 0; u < 0x10000 && at < bytes.size(); ++u) {
+            const auto lead = static_cast<unsigned char>(bytes[at]);
+            const bool twoBytes = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
+            if (twoBytes) {
+                const bool missing = lead == 0xFC && at + 1 < bytes.size()
+                                     && static_cast<unsigned char>(bytes[at + 1]) == 0xFC;
+                m_width[u] = missing ? 1 : 2;
+                at += 2;
+            } else {
+                m_width[u] = 1;
+                at += 1;
+            }
+        }
+    }
+    int width(char16_t unit) const { return m_width[unit]; }
+
+private:
+    std::array<quint8, 0x10000> m_width {};
+};
+
+const Cp932Widths &widths()
+{
+    static const Cp932Widths table;
+    return table;
+}
+
+// The "#" number format: no digits at all for zero.
+QString hashFormat(int n) { return n == 0 ? QString() : QString::number(n); }
+
+const QString kInputError = QStringLiteral("入力のエラー");
+const QString kRenameTitle = QStringLiteral("名前の変更");
+
+// The checks after the empty test, shared by both field checks.
+bool checkFilledField(Prompt &prompt, const QString &text, qint16 limit, const QString &label)
+{
+    if (text.contains(u'"')) {
+        prompt.error(kInputError, QStringLiteral("項目中に \" を含むことはできません。 ") + label);
+        return false;
+    }
+    if (text.contains(u'\'')) {
+        prompt.error(kInputError, QStringLiteral("項目中に ' を含むことはできません。 ") + label);
+        return false;
+    }
+    const int length = CP932Length(text);
+    if (length > limit) {
+        prompt.error(kInputError, QStringLiteral("項目の長さ(") + hashFormat(length)
+                                      + QStringLiteral(")が制限(") + hashFormat(limit)
+                                      + QStringLiteral(")を越えています。 ") + label);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int CP932Length(const QString &text)
+{
+    const Cp932Widths &table = widths();
+    int bytes = 0;
+    for (QChar c : text) {
+        // A surrogate half is a unit that CP932 lacks.
+        bytes += c.isSurrogate() ? 1 : table.width(c.unicode());
+    }
+    return bytes;
+}
+
+bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
+                        const QString &itemLabel)
+{
+    if (text.isEmpty()) {
+        if (allowEmpty)
+            return true;
+        prompt.error(kInputError, QStringLiteral("未入力は許されません。 ") + itemLabel);
+        return false;
+    }
+    return checkFilledField(prompt, text, limit, itemLabel);
+}
+
+bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
+                        const QString &itemLabel)
+{
+    if (text.isEmpty() && allowEmpty)
+        return true;
+    return checkFilledField(prompt, text, limit, itemLabel);
+}
+
+bool CheckFileName(Prompt &prompt, const QString &name)
+{
+    static const QString forbidden = QStringLiteral("\\/:,;*?\"<>|");
+    bool refused = name.isEmpty() || name == QString(QChar(u'\0'));
+    for (QChar c : name)
+        refused = refused || forbidden.contains(c);
+    if (refused) {
+        prompt.error(kRenameTitle, QStringLiteral("ファイル名には次の文字は使えません。\n"
+                                                  "\\ / : , ; * ? \" < > |"));
+    }
+    return refused;
+}
+
+bool CheckCompanyName(Prompt &prompt, const QString &name)
+{
+    if (CheckFileName(prompt, name))
+        return true;
+    if (name == u"." || name == u"..") {
+        prompt.error(kRenameTitle, QStringLiteral("「.」と「..」は会社名に使えません。"));
+        return true;
+    }
+    for (QChar c : name) {
+        if (c.category() == QChar::Other_Control || c.category() == QChar::Other_Format) {
+            prompt.error(kRenameTitle, QStringLiteral("会社名に制御文字は使えません。"));
+            return true;
+        }
+    }
+    if (name.trimmed() != name) {
+        prompt.error(kRenameTitle, QStringLiteral("会社名の先頭と末尾には空白を置けません。"));
+        return true;
+    }
+    return false;
+}
+
+} // namespace normaris

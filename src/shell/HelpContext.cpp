@@ -1,0 +1,33 @@
+#include "shell/HelpContext.h"
+
+#include <QHash>
+
+namespace normaris {
+
+int helpContext(const QString &formName)
+{
+    static const QHash<QString, int> contexts = {
+        {QStringLiteral("frmDBSakusei"), 2},        {QStringLiteral("frmDBSakusei2"), 2},
+        {QStringLiteral("frmDBSakuseiSub"), 2},     {QStringLiteral("frmDBSentaku"), 3},
+        {QStringLiteral("frmDBSakujyo"), 4},        {QStringLiteral("frmBackup"), 5},
+        {QStringLiteral("frmSaiteki"), 6},          {QStringLiteral("frmKakusyusettei"), 10},
+        {QStringLiteral("frmKihon"), 15},           {QStringLiteral("frmSekoubi"), 20},
+        {QStringLiteral("frmDicsentaku"), 100},     {QStringLiteral("frmDicsentakuSub"), 101},
+        {QStringLiteral("frmDic01"), 110},          {QStringLiteral("frmDic02"), 111},
+        {QStringLiteral("frmDic02_2"), 181},        {QStringLiteral("frmDic_kihongoku"), 187},
+        {QStringLiteral("frmMakesentaku"), 200},    {QStringLiteral("frmMakesentakuSub"), 201},
+        {QStringLiteral("frmMakesentakuSub2"), 202}, {QStringLiteral("frmMakesentaku_tsuika"), 210},
+        {QStringLiteral("frmMakesentaku_kaijo"), 211}, {QStringLiteral("frmExport"), 300},
+        {QStringLiteral("frmGokusentakuSub"), 310}, {QStringLiteral("frmGokusentaku_01"), 311},
+        {QStringLiteral("frmCopy01"), 400},         {QStringLiteral("frmCopy02"), 401},
+        {QStringLiteral("frmCopy03"), 402},
+    };
+    return contexts.value(formName, 0);
+}
+
+QString helpPagePath(const QString &appPath, int context)
+{
+    return appPath + QStringLiteral("/help/") + QString::number(context) + QStringLiteral(".html");
+}
+
+} // namespace normaris

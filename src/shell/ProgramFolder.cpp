@@ -1,0 +1,27 @@
+#include "shell/ProgramFolder.h"
+
+#include "rulebase/DataLayout.h"
+#include "rulebase/FileOps.h"
+#include "shell/Failure.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace normaris {
+
+void prepareProgramFolder(const QString &root, const QString &programDir)
+{
+    const DataLayout target{root};
+    if (QFileInfo(target.seedFile()).isFile())
+        return;
+    const DataLayout own{programDir};
+    if (!QFileInfo(own.seedFile()).isFile())
+        throw Failure(QStringLiteral("プログラムのフォルダに標準データ「%1」がありません。").arg(own.seedFile()));
+    if (!QDir().mkpath(target.dataDir()))
+        throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target.dataDir()));
+    copyFileAtomically(own.seedFile(), target.seedFile());
+    if (QFileInfo(programDir + QStringLiteral("/help")).isDir())
+        copyFolderContents(programDir + QStringLiteral("/help"), root + QStringLiteral("/help"));
+}
+
+} // namespace normaris
