@@ -1,1 +1,67 @@
-int main(){}
+// normaris: the desktop program.
+//
+//   normaris [--root DIR]
+//
+// The program folder (AppPath) is the executable's folder unless --root names another;
+// a root without data is first laid out from the program's own seed file and help pages.
+
+#include "shell/AppState.h"
+#include "shell/BusyCursor.h"
+#include "shell/Failure.h"
+#include "shell/ProgramFolder.h"
+#include "shell/SingleInstance.h"
+#include "shell/forms/FormHelpers.h"
+#include "shell/forms/frmMain01.h"
+#include "shell/forms/frmSplash1.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+
+using namespace normaris;
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("normaris"));
+    QApplication::setApplicationDisplayName(kProgramTitle);
+
+    SingleInstance instance;
+    if (!instance.isFirst()) {
+        uiPrompt().information(QStringLiteral("二重起動"), QStringLiteral("すでに起動されています。"));
+        return 0;
+    }
+
+    QCommandLineParser parser;
+    QCommandLineOption rootOption(QStringLiteral("root"), QStringLiteral("program folder (AppPath)"), QStringLiteral("DIR"));
+    parser.addOption(rootOption);
+    parser.addHelpOption();
+    parser.process(app);
+
+    const QString programDir = QApplication::applicationDirPath();
+    const QString root = QDir(parser.isSet(rootOption) ? parser.value(rootOption) : programDir).absolutePath();
+    try {
+        prepareProgramFolder(root, programDir);
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+        return 2;
+    }
+    AppState::instance().AppPath = root;
+    QDir::setCurrent(root);
+
+    BusyCursor::setHandler([](bool busy) {
+        if (busy)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QApplication::restoreOverrideCursor();
+    });
+
+    {
+        frmSplash1 splash;
+        splash.showFor(qEnvironmentVariableIsSet("NORMARIS_NO_SPLASH") ? 0 : 2000);
+    }
+
+    frmMain01 main;
+    main.show();
+    return app.exec();
+}

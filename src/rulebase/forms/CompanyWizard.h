@@ -1,0 +1,42 @@
+#pragma once
+// The frame of the company dialogs: two instruction lines, the content between two
+// rules, and the buttons 戻る (always off), the action, キャンセル and ヘルプ.
+
+#include "rulebase/DataLayout.h"
+
+#include <QDialog>
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QVBoxLayout;
+
+namespace normaris {
+
+class CompanyWizard : public QDialog {
+    Q_OBJECT
+public:
+    struct Texts {
+        QString formName;
+        QString caption;
+        QString action; // Command2
+        QString label1;
+        QString label2;
+    };
+    CompanyWizard(const Texts &texts, QWidget *parent);
+
+protected:
+    // Where a dialog puts its own controls.
+    QVBoxLayout *content() const { return m_content; }
+    // The company list under a heading, as a list box named List1.
+    QListWidget *addCompanyList(const QString &heading);
+    DataLayout layout() const;
+    // Called by the action button.
+    virtual void act() = 0;
+    void changeEvent(QEvent *event) override;
+
+private:
+    QVBoxLayout *m_content = nullptr;
+};
+
+} // namespace normaris

@@ -1,0 +1,120 @@
+#include "rulebase/forms/frmBackup.h"
+
+#include "rulebase/Maintenance.h"
+#include "shell/AppState.h"
+#include "shell/forms/FormHelpers.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace normaris {
+
+namespace {
+QPushButton *button(QWidget *parent, const QString &name, const QString &caption)
+{
+    auto *b = new QPushButton(caption, parent);
+    b->setObjectName(name);
+    return b;
+}
+} // namespace
+
+frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmBackup"));
+    setWindowTitle(QStringLiteral("バックアップ"));
+    const DataLayout layout{AppState::instance().AppPath};
+    QDir::setCurrent(layout.dataDir());
+    auto *outer = new QVBoxLayout(this);
+
+    auto *sourceFrame = new QGroupBox(QStringLiteral("ﾊﾞｯｸｱｯﾌﾟ元を選択してください"), this);
+    auto *sourceBox = new QVBoxLayout(sourceFrame);
+    m_source = new QComboBox(sourceFrame);
+    m_source->setObjectName(QStringLiteral("Combo1"));
+    m_source->addItems(layout.companyList());
+    m_source->setCurrentIndex(-1);
+    sourceBox->addWidget(m_source);
+    outer->addWidget(sourceFrame);
+
+    auto *targetFrame = new QGroupBox(QStringLiteral("ﾊﾞｯｸｱｯﾌﾟ先を選択してください"), this);
+    auto *targetBox = new QVBoxLayout(targetFrame);
+    m_standardPlace = new QRadioButton(QStringLiteral("標準のバックアップ先（%1）").arg(QDir::toNativeSeparators(layout.backupRoot())), targetFrame);
+    m_standardPlace->setObjectName(QStringLiteral("Option1_0"));
+    m_standardPlace->setChecked(true);
+    m_chosenPlace = new QRadioButton(QStringLiteral("フォルダを指定する"), targetFrame);
+    m_chosenPlace->setObjectName(QStringLiteral("Option1_1"));
+    auto *folderRow = new QHBoxLayout;
+    m_folder = new QLineEdit(targetFrame);
+    m_folder->setObjectName(QStringLiteral("Dir1"));
+    m_folder->setEnabled(false);
+    QPushButton *browse = button(targetFrame, QStringLiteral("cmdBrowse"), QStringLiteral("参照(&R)..."));
+    browse->setEnabled(false);
+    folderRow->addWidget(m_folder, 1);
+    folderRow->addWidget(browse);
+    targetBox->addWidget(m_standardPlace);
+    targetBox->addWidget(m_chosenPlace);
+    targetBox->addLayout(folderRow);
+    outer->addWidget(targetFrame);
+    connect(m_chosenPlace, &QRadioButton::toggled, m_folder, &QWidget::setEnabled);
+    connect(m_chosenPlace, &QRadioButton::toggled, browse, &QWidget::setEnabled);
+    connect(browse, &QPushButton::clicked, this, &frmBackup::pickFolder);
+
+    auto *label1 = new QLabel(QStringLiteral("標準のバックアップ先を選ぶと、プログラムのフォルダにある BackupDB の中に会社名のフォルダを作ってコピーします。"
+                                             "フォルダを指定すると、会社のデータをそのフォルダの中へ直接コピーします。同じ名前のファイルは上書きされます。"),
+                              this);
+    label1->setObjectName(QStringLiteral("Label1"));
+    label1->setWordWrap(true);
+    auto *label2 = new QLabel(QStringLiteral("データファイルが大きいため、ＦＤドライブを選択するとエラーが発生します"), this);
+    label2->setObjectName(QStringLiteral("Label2"));
+    label2->setWordWrap(true);
+    outer->addWidget(label1);
+    outer->addWidget(label2);
+
+    auto *buttons = new QHBoxLayout;
+    QPushButton *ok = button(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
+    QPushButton *cancel = button(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ"));
+    QPushButton *help = button(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
+    ok->setDefault(true);
+    buttons->addStretch();
+    for (QPushButton *b : {ok, cancel, help})
+        buttons->addWidget(b);
+    outer->addLayout(buttons);
+    connect(ok, &QPushButton::clicked, this, &frmBackup::backUp);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+
+    resize(twips(7200), twips(5200));
+    PlaceForm(this);
+}
+
+void frmBackup::pickFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, QStringLiteral("バックアップ先のフォルダ"), m_folder->text());
+    if (!folder.isEmpty())
+        m_folder->setText(folder);
+}
+
+void frmBackup::backUp()
+{
+    std::optional<QString> destination;
+    if (m_chosenPlace->isChecked()) {
+        if (m_folder->text().trimmed().isEmpty()) {
+            uiPrompt().plain(QStringLiteral("バックアップの確認"), QStringLiteral("バックアップ先の準備ができていません。"));
+            return;
+        }
+        destination = m_folder->text().trimmed();
+    }
+    const Outcome outcome = Maintenance(DataLayout{AppState::instance().AppPath}, uiPrompt())
+                                .backup(m_source->currentText(), destination);
+    if (outcome == Outcome::Done)
+        accept();
+}
+
+} // namespace normaris

@@ -1,0 +1,22 @@
+#pragma once
+// 新規データ作成 from the standard data (the seed file); frmDBSakusei2 copies another company.
+
+#include "rulebase/forms/CompanyWizard.h"
+
+class QLineEdit;
+class QComboBox;
+
+namespace normaris {
+
+class frmDBSakusei : public CompanyWizard {
+    Q_OBJECT
+public:
+    explicit frmDBSakusei(QWidget *parent = nullptr);
+
+protected:
+    frmDBSakusei(const QString &formName, QWidget *parent);
+    void act() override;
+    QLineEdit *m_name = nullptr;
+};
+
+} // namespace normaris

@@ -1,0 +1,33 @@
+#pragma once
+// Helpers that every dialog of the desktop program uses.
+
+#include "shell/Prompt.h"
+
+class QDialog;
+class QLineEdit;
+class QWidget;
+
+namespace normaris {
+
+// 15 twips make one pixel at 96 dpi.
+constexpr int twips(int t) { return t / 15; }
+
+// The Prompt of the desktop program: message boxes, or a script installed by tests.
+Prompt &uiPrompt();
+void setUiPrompt(Prompt *prompt); // nullptr restores the message boxes
+
+// Places a form at one third of the free space of the screen in each direction.
+void PlaceForm(QWidget *form);
+// Places a form at the top left corner of the main window, over it.
+void placeOverMainWindow(QWidget *form);
+// Selects the whole text of the box.
+void SelectAllText(QLineEdit *box);
+// Makes every line edit of the form select all on focus and move on with Enter.
+void installTextBoxBehaviour(QWidget *form);
+
+// Opens the help page of the form (by its objectName) in the browser.
+void showHelp(QWidget *form);
+// Opens a file with the desktop's default application, unless NORMARIS_NO_OPEN is set.
+bool openWithDesktop(const QString &path);
+
+} // namespace normaris
