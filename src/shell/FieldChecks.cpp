@@ -9,35 +9,19 @@ namespace normaris {
 
 namespace {
 
-// Byte width of every BMP code unit in CP932, built once by converting all of them in
-// one pass. The converter writes 0xFC 0xFC for a character that CP932 lacks; such a
-// unit counts 1, like the "?" of the platform's own conversion.
+// Byte width of every BMP code unit in CP932, built once (a few milliseconds).
+// The converter writes 0xFC 0xFC for a character that CP932 lacks and nothing at all
+// for an ignorable one; either counts 1, like the "?" of the platform's own conversion.
 class Cp932Widths {
 public:
     Cp932Widths()
     {
-        m_width.fill(1);
-        QString all;
-        all.reserve(0x10000);
-        for (int u = 0; u < 0x10000; ++u) {
-            const bool surrogate = u >= 0xD800 && u <= 0xDFFF;
-            all.append(QChar(surrogate ? u' ' : char16_t(u)));
-        }
         QStringEncoder encoder("windows-31j", QStringConverter::Flag::Stateless);
-        const QByteArray bytes = encoder.encode(all);
-        qsizetype at = 0;
-        for (int u = 0; u < 0x10000 && at < bytes.size(); ++u) {
-            const auto lead = static_cast<unsigned char>(bytes[at]);
-            const bool twoBytes = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
-            if (twoBytes) {
-                const bool missing = lead == 0xFC && at + 1 < bytes.size()
-                                     && static_cast<unsigned char>(bytes[at + 1]) == 0xFC;
-                m_width[u] = missing ? 1 : 2;
-                at += 2;
-            } else {
-                m_width[u] = 1;
-                at += 1;
-            }
+        for (int u = 0; u < 0x10000; ++u) {
+            const QChar unit {char16_t(u)};
+            const QByteArray bytes = unit.isSurrogate() ? QByteArray() : QByteArray(encoder.encode(QStringView(&unit, 1)));
+            const bool missing = bytes.isEmpty() || bytes == QByteArrayLiteral("\xFC\xFC");
+            m_width[u] = missing ? 1 : quint8(bytes.size());
         }
     }
     int width(char16_t unit) const { return m_width[unit]; }

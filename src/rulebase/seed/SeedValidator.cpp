@@ -300,7 +300,7 @@ void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors)
                     if (target.style != doc.style || target.code != r.target.kitei)
                         continue;
                     for (const Clause &t : target.clauses) {
-                        if (t.level == Level::Article && t.place.jo == r.target.jo)
+                        if (t.level == Level::Article && t.place.jo == r.target.jo && !chapters.contains(t.place.sho))
                             chapters << t.place.sho;
                     }
                 }

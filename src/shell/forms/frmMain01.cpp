@@ -169,8 +169,7 @@ bool frmMain01::closeOpenCompanyFirst(const QString &question)
     AppState &state = AppState::instance();
     if (!state.isCompanyOpen())
         return true;
-    if (!uiPrompt().question(QStringLiteral("データ指定の確認"),
-                             u'『' + state.companyPanel() + u'』' + question))
+    if (!uiPrompt().question(QStringLiteral("データ指定の確認"), question.arg(state.companyPanel())))
         return false;
     state.closeCompany(AppState::CommandsOnClose::HideAll);
     return true;
@@ -178,14 +177,14 @@ bool frmMain01::closeOpenCompanyFirst(const QString &question)
 
 void frmMain01::newCompany()
 {
-    if (closeOpenCompanyFirst(QStringLiteral("を閉じて、新規データを作成しますか？")))
+    if (closeOpenCompanyFirst(QStringLiteral("作業中の『%1』を閉じて、新規データを作成しますか？")))
         showModal(new frmDBSakuseiSub(this));
     onActivated();
 }
 
 void frmMain01::chooseCompany()
 {
-    if (closeOpenCompanyFirst(QStringLiteral("を閉じて、別の会社を指定しますか？")))
+    if (closeOpenCompanyFirst(QStringLiteral("『%1』を閉じて、別の会社を指定しますか？")))
         showModal(new frmDBSentaku(this));
     onActivated();
 }

@@ -43,6 +43,7 @@ private:
     void onActivated();
     void runCommand(int index);
     // Asks to close the open company before a dialog that replaces it; false on no.
+    // The question holds %1 for the company's name.
     bool closeOpenCompanyFirst(const QString &question);
     void showModal(QDialog *dialog);
 

@@ -1,0 +1,116 @@
+// The CLI frame: exit statuses, one line per box on stderr, --yes, and --root laid out.
+
+#include "cli/Cli.h"
+#include "shell/AppState.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <cstdio>
+
+using namespace normaris;
+
+namespace {
+
+struct Run {
+    int status = 0;
+    QString out;
+    QString err;
+};
+
+QString readAll(std::FILE *f)
+{
+    std::rewind(f);
+    QByteArray bytes;
+    char buffer[4096];
+    size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0)
+        bytes.append(buffer, qsizetype(n));
+    std::fclose(f);
+    return QString::fromUtf8(bytes);
+}
+
+Run runCli(const QString &root, const QStringList &args)
+{
+    AppState::instance().reset();
+    std::FILE *out = std::tmpfile();
+    std::FILE *err = std::tmpfile();
+    Run r;
+    r.status = cli::run(QStringList{QStringLiteral("--root"), root} + args, QStringLiteral(NORMARIS_APP_DIR), out, err);
+    r.out = readAll(out);
+    r.err = readAll(err);
+    return r;
+}
+
+} // namespace
+
+class CliTest : public QObject {
+    Q_OBJECT
+private slots:
+    void companyLifeCycle()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + QStringLiteral("/r");
+        Run r = runCli(root, {QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("株式会社テスト")});
+        QCOMPARE(r.status, 1); // not confirmed without --yes
+        QCOMPARE(r.err, QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。\n"));
+        QVERIFY(QFile::exists(root + QStringLiteral("/Data/規程原本db.sqlite")));
+        QVERIFY(QFile::exists(root + QStringLiteral("/help/2.html")));
+
+        r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("株式会社テスト")});
+        QCOMPARE(r.status, 0);
+        QVERIFY(QFile::exists(root + QStringLiteral("/Data/株式会社テスト/株式会社テスト.sqlite")));
+
+        r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("写し"),
+                       QStringLiteral("--from"), QStringLiteral("株式会社テスト")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root, {QStringLiteral("company"), QStringLiteral("list")});
+        QCOMPARE(r.out, QStringLiteral("株式会社テスト\n写し\n")); // in Japanese collation order
+
+        r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("backup"), QStringLiteral("写し")});
+        QCOMPARE(r.status, 0);
+        QVERIFY(QFile::exists(root + QStringLiteral("/BackupDB/写し/写し.sqlite")));
+        r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("compact"), QStringLiteral("写し")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("delete"), QStringLiteral("写し")});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(r.err, QStringLiteral("会社削除の確認: 『写し』を削除します。\n"));
+        QVERIFY(!QDir(root + QStringLiteral("/Data/写し")).exists());
+    }
+
+    void exitStatuses_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("err");
+        const QString yes = QStringLiteral("--yes");
+        const QString company = QStringLiteral("company");
+        QTest::newRow("parent folder") << QStringList{yes, company, QStringLiteral("new"), QStringLiteral("..")} << 1
+                                       << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。\n");
+        QTest::newRow("slash") << QStringList{yes, company, QStringLiteral("new"), QStringLiteral("a/b")} << 1
+                               << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。 \\ / : , ; * ? \" < > |\n");
+        QTest::newRow("stale work file") << QStringList{yes, company, QStringLiteral("compact"), QStringLiteral("甲")} << 1 << QString();
+        QTest::newRow("unknown command") << QStringList{QStringLiteral("nothing")} << 2 << QString();
+        QTest::newRow("missing name") << QStringList{company, QStringLiteral("new")} << 2 << QString();
+        QTest::newRow("option without value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")} << 2 << QString();
+    }
+    void exitStatuses()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, status);
+        QFETCH(QString, err);
+        QTemporaryDir dir;
+        QCOMPARE(runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        QFile stale(dir.path() + QStringLiteral("/Data/甲/甲.sqlitewk"));
+        QVERIFY(stale.open(QIODevice::WriteOnly));
+        stale.close();
+        const Run r = runCli(dir.path(), args);
+        QCOMPARE(r.status, status);
+        if (!err.isEmpty())
+            QCOMPARE(r.err, err);
+    }
+};
+
+QTEST_GUILESS_MAIN(CliTest)
+#include "tst_cli.moc"

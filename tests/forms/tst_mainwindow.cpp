@@ -1,0 +1,169 @@
+// The desktop program offscreen: start, 新規作成, 会社指定, and the five commands.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "shell/AppState.h"
+#include "shell/forms/FormHelpers.h"
+#include "shell/forms/frmMain01.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+
+// Acts on the modal dialog named name as soon as it is up.
+void whenModal(const QString &name, std::function<void(QWidget *)> act)
+{
+    auto *timer = new QTimer;
+    timer->setInterval(5);
+    QObject::connect(timer, &QTimer::timeout, [timer, name, act] {
+        QWidget *w = QApplication::activeModalWidget();
+        if (!w || w->objectName() != name)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        act(w);
+    });
+    timer->start();
+}
+
+void click(QWidget *dialog, const QString &button)
+{
+    auto *b = dialog->findChild<QPushButton *>(button);
+    QVERIFY2(b, qUtf8Printable(button));
+    b->click();
+}
+
+QAction *fileMenu(frmMain01 &main, int index)
+{
+    return main.findChild<QAction *>(QStringLiteral("mnuFileNo_%1").arg(index));
+}
+
+bool commandsShown(frmMain01 &main)
+{
+    for (int i = 0; i < 5; ++i) {
+        if (main.command(i)->isHidden())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { setUiPrompt(&m_prompt); m_prompt.clear(); }
+    void cleanup() { setUiPrompt(nullptr); }
+
+    void newCompanyThenChooseIt()
+    {
+        TestRoot root;
+        frmMain01 main;
+        main.show();
+        QCOMPARE(main.windowTitle(), QStringLiteral("ハルモニアワークス【ノルマリス】"));
+        QCOMPARE(main.companyPanelText(), QStringLiteral("処理する会社を指定してください"));
+        QVERIFY(!main.command(0)->isVisibleTo(&main));
+
+        // 新規作成 with no company open asks nothing and opens the source choice.
+        m_prompt.answer({true});
+        whenModal(QStringLiteral("frmDBSakuseiSub"), [](QWidget *sub) {
+            whenModal(QStringLiteral("frmDBSakusei"), [](QWidget *create) {
+                click(create, QStringLiteral("Command4")); // help: the page is there, nothing to report
+                create->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("株式会社テスト"));
+                click(create, QStringLiteral("Command2"));
+            });
+            click(sub, QStringLiteral("Command2"));
+        });
+        fileMenu(main, 0)->trigger();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+        QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("株式会社テスト")});
+        QVERIFY(!commandsShown(main)); // created, not opened
+
+        // 会社指定 opens it and shows the five commands.
+        m_prompt.clear();
+        m_prompt.answer({true});
+        whenModal(QStringLiteral("frmDBSentaku"), [](QWidget *choose) {
+            auto *list = choose->findChild<QListWidget *>(QStringLiteral("List1"));
+            list->setCurrentRow(0);
+            click(choose, QStringLiteral("Command2"));
+        });
+        fileMenu(main, 1)->trigger();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("会社指定の確認: 『株式会社テスト』を指定します。")});
+        QCOMPARE(main.companyPanelText(), QStringLiteral("株式会社テスト"));
+        QVERIFY(commandsShown(main));
+        QCOMPARE(main.command(2)->text(), QStringLiteral("データをWordへ送る(&E)"));
+
+        // With a company open, 新規作成 asks first; no keeps it open.
+        m_prompt.clear();
+        m_prompt.answer({false});
+        fileMenu(main, 0)->trigger();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 作業中の『株式会社テスト』を閉じて、新規データを作成しますか？")});
+        QCOMPARE(main.companyPanelText(), QStringLiteral("株式会社テスト"));
+
+        // 会社指定 answered yes closes it before the dialog; cancelling leaves no company.
+        m_prompt.clear();
+        m_prompt.answer({true});
+        whenModal(QStringLiteral("frmDBSentaku"), [](QWidget *choose) { click(choose, QStringLiteral("Command3")); });
+        fileMenu(main, 1)->trigger();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 『株式会社テスト』を閉じて、別の会社を指定しますか？")});
+        QCOMPARE(main.companyPanelText(), NoCompanyPrompt);
+        QVERIFY(!AppState::cn().isOpen());
+        QVERIFY(!commandsShown(main));
+    }
+
+    void commandsComeBackEnabled()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        frmMain01 main;
+        main.show();
+        AppState::instance().markCompanyOpen(QStringLiteral("甲"));
+        bool disabledWhileOpen = false;
+        main.setCommandDialog(0, [&](QWidget *parent) -> QDialog * {
+            disabledWhileOpen = !main.command(0)->isEnabled() && !main.command(4)->isEnabled();
+            auto *d = new QDialog(parent);
+            QTimer::singleShot(0, d, &QDialog::accept);
+            return d;
+        });
+        main.command(0)->click();
+        QVERIFY(disabledWhileOpen);
+        for (int i = 0; i < 5; ++i)
+            QVERIFY(main.command(i)->isEnabled());
+    }
+
+    void quitAsksFirst()
+    {
+        TestRoot root;
+        frmMain01 main;
+        main.show();
+        m_prompt.answer({false});
+        fileMenu(main, 8)->trigger();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("終了の確認: 終了しますか？")});
+        QVERIFY(main.isVisible());
+    }
+
+    void windowDoesNotShrinkBelowItsLeast()
+    {
+        TestRoot root;
+        frmMain01 main;
+        main.show();
+        main.resize(300, 200);
+        QCOMPARE(main.size(), QSize(768, 536));
+    }
+
+private:
+    ScriptedPrompt m_prompt;
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "tst_mainwindow.moc"

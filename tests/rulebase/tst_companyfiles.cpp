@@ -1,0 +1,208 @@
+// The company life cycle through the core, with the user's questions scripted.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "shell/AppState.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::test;
+
+class CompanyFilesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void createFromSeed()
+    {
+        TestRoot root;
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("株式会社テスト")), Outcome::Done);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+        const QString file = root.layout().companyFile(QStringLiteral("株式会社テスト"));
+        QCOMPARE(QDir(root.layout().companyDir(QStringLiteral("株式会社テスト"))).entryList(QDir::Files), QStringList{QStringLiteral("株式会社テスト.sqlite")});
+        for (const char *table : {"施行日", "作成データ置換前", "作成データ"})
+            QCOMPARE(valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QString::fromUtf8(table))).toInt(), 0);
+        // The dictionary comes along; the company is not opened.
+        QVERIFY(valueIn(file, QStringLiteral("SELECT count(*) FROM 項")).toInt() > 0);
+        QVERIFY(!AppState::instance().isCompanyOpen());
+    }
+
+    void newNameChecks_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("empty") << QString() << QStringLiteral("名前の変更: 名前を入力してください。");
+        QTest::newRow("32 bytes") << QString(16, QChar(u'会')) << QStringLiteral("名前の変更: 会社名の長さが制限(30)を越えています。");
+        QTest::newRow("bad character before duplicate") << QStringLiteral("既存,") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+        QTest::newRow("duplicate") << QStringLiteral("既存") << QStringLiteral("名前の変更: 名前が重複しています。");
+        QTest::newRow("parent folder") << QStringLiteral("..") << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。");
+    }
+    void newNameChecks()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        TestRoot root;
+        root.makeCompany(QStringLiteral("既存"));
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(name), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{message});
+        QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("既存")});
+    }
+
+    void thirtyBytesFit()
+    {
+        TestRoot root;
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QString(15, QChar(u'会'))), Outcome::Done);
+    }
+
+    void answeringNoCreatesNothing()
+    {
+        TestRoot root;
+        ScriptedPrompt prompt;
+        prompt.answer({false});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("新会社")), Outcome::Stopped);
+        QVERIFY(root.layout().companyList().isEmpty());
+    }
+
+    // A copy that can't be finished leaves no folder that looks like a company.
+    void failedCreationLeavesNothing()
+    {
+        TestRoot root;
+        QFile seed(root.layout().seedFile());
+        QVERIFY(seed.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        seed.write("not a database");
+        seed.close();
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("壊れ")), Outcome::Failed);
+        QCOMPARE(prompt.shown().size(), 2);
+        QCOMPARE(prompt.shown().last().title, kProgramTitle);
+        QVERIFY(root.layout().companyList().isEmpty());
+    }
+
+    void createFromOpenCompanyAsksToCloseIt()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("元"));
+        ScriptedPrompt prompt;
+        CompanyFiles files(root.layout(), prompt);
+        prompt.answer({true});
+        QCOMPARE(files.select(QStringLiteral("元")), Outcome::Done);
+        prompt.clear();
+
+        prompt.answer({false});
+        QCOMPARE(files.createFromCompany(QStringLiteral("写し"), QStringLiteral("元")), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 現在使用中の『元』を閉じますか？")});
+        QVERIFY(AppState::instance().isOpenCompany(QStringLiteral("元")));
+
+        prompt.clear();
+        prompt.answer({true, true});
+        QCOMPARE(files.createFromCompany(QStringLiteral("写し"), QStringLiteral("元")), Outcome::Done);
+        QCOMPARE(AppState::instance().companyPanel(), NoCompanyPrompt);
+        QVERIFY(!AppState::cn().isOpen());
+        // The main commands stay as they were on this path.
+        QVERIFY(AppState::instance().commandVisible(0));
+        QCOMPARE(root.layout().companyList(), (QStringList{QStringLiteral("元"), QStringLiteral("写し")}));
+    }
+
+    void createFromCompanyNeedsASource()
+    {
+        TestRoot root;
+        ScriptedPrompt prompt;
+        QCOMPARE(CompanyFiles(root.layout(), prompt).createFromCompany(QStringLiteral("写し"), QString()), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("未選択: ソースファイルを選択してください。")});
+    }
+
+    void selectOpensTheConnection()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        CompanyFiles files(root.layout(), prompt);
+        QCOMPARE(files.select(QString()), Outcome::Stopped);
+        prompt.answer({false, true});
+        QCOMPARE(files.select(QStringLiteral("甲")), Outcome::Stopped);
+        QVERIFY(!AppState::instance().isCompanyOpen());
+        QCOMPARE(files.select(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("会社指定の確認: 処理する会社を指定してください。"),
+                                              QStringLiteral("会社指定の確認: 『甲』を指定します。"),
+                                              QStringLiteral("会社指定の確認: 『甲』を指定します。")}));
+        QCOMPARE(AppState::instance().companyPanel(), QStringLiteral("甲"));
+        QVERIFY(AppState::cn().isOpen());
+        for (int i = 0; i < 5; ++i)
+            QVERIFY(AppState::instance().commandVisible(i));
+    }
+
+    void aBrokenCompanyLeavesTheOpenOneOpen()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        root.makeCompany(QStringLiteral("乙"));
+        ScriptedPrompt prompt;
+        CompanyFiles files(root.layout(), prompt);
+        prompt.answer({true, true});
+        QCOMPARE(files.select(QStringLiteral("甲")), Outcome::Done);
+        QFile::remove(root.layout().companyFile(QStringLiteral("乙")));
+        QCOMPARE(files.select(QStringLiteral("乙")), Outcome::Failed);
+        QCOMPARE(AppState::instance().companyPanel(), QStringLiteral("甲"));
+        QVERIFY(AppState::cn().isOpen());
+    }
+
+    void deleteCompany()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        root.makeCompany(QStringLiteral("乙"));
+        ScriptedPrompt prompt;
+        CompanyFiles files(root.layout(), prompt);
+        prompt.answer({true});
+        QCOMPARE(files.select(QStringLiteral("甲")), Outcome::Done);
+        prompt.clear();
+
+        QCOMPARE(files.remove(QString()), Outcome::Stopped);
+        QCOMPARE(files.remove(QStringLiteral("甲")), Outcome::Stopped);
+        prompt.answer({false, true});
+        QCOMPARE(files.remove(QStringLiteral("乙")), Outcome::Stopped);
+        QCOMPARE(files.remove(QStringLiteral("乙")), Outcome::Done);
+        QCOMPARE(files.remove(QStringLiteral("丙")), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("会社削除の確認: 削除する会社を選択してください。"),
+                                              QStringLiteral("会社削除の確認: 『甲』は現在使用中なので削除できません。"),
+                                              QStringLiteral("会社削除の確認: 『乙』を削除します。"),
+                                              QStringLiteral("会社削除の確認: 『乙』を削除します。"),
+                                              QStringLiteral("会社削除の確認: 『丙』という会社はありません。")}));
+        QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("甲")});
+    }
+
+    // Deleting never follows a link out of the data folder.
+    void deleteRefusesALinkedFolder()
+    {
+        TestRoot root;
+        QTemporaryDir elsewhere;
+        QFile keep(elsewhere.path() + QStringLiteral("/keep.txt"));
+        QVERIFY(keep.open(QIODevice::WriteOnly));
+        keep.close();
+        QVERIFY(QFile::link(elsewhere.path(), root.layout().companyDir(QStringLiteral("リンク"))));
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("リンク")), Outcome::Failed);
+        QVERIFY(QFile::exists(elsewhere.path() + QStringLiteral("/keep.txt")));
+    }
+
+    void seedIsNotACompany()
+    {
+        TestRoot root;
+        QVERIFY(QFile::exists(root.layout().seedFile()));
+        QVERIFY(root.layout().companyList().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(CompanyFilesTest)
+#include "tst_companyfiles.moc"

@@ -1,0 +1,209 @@
+// Backup and optimisation: where copies land, what they overwrite, and that the
+// user's data file is whole after every path, good or bad.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "rulebase/Maintenance.h"
+#include "shell/AppState.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(bytes);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+int rowCount(const QString &file, const char *table)
+{
+    return valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QString::fromUtf8(table))).toInt();
+}
+
+} // namespace
+
+class MaintenanceTest : public QObject {
+    Q_OBJECT
+private slots:
+    void backupToTheStandardPlaceOverwrites()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        Maintenance maintenance(root.layout(), prompt);
+        prompt.answer({true, true});
+        QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
+        const QString copy = root.layout().backupDir(QStringLiteral("甲")) + QStringLiteral("/甲.sqlite");
+        writeFile(copy, "stale");
+        QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(readFile(copy), readFile(root.layout().companyFile(QStringLiteral("甲"))));
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("バックアップの確認: 『甲』をバックアップします。"),
+                                              QStringLiteral("バックアップの確認: 『甲』をバックアップします。")}));
+    }
+
+    void backupIntoAChosenFolder()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        QTemporaryDir target;
+        const QString folder = target.path() + QStringLiteral("/新しいフォルダ");
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(Maintenance(root.layout(), prompt).backup(QStringLiteral("甲"), folder), Outcome::Done);
+        // The content lands in the folder itself, with no sub-folder named after the company.
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("甲.sqlite")});
+    }
+
+    void backupRefusesTheDataFolder()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        const QString inside = root.layout().companyDir(QStringLiteral("甲")) + QStringLiteral("/sub");
+        QCOMPARE(Maintenance(root.layout(), prompt).backup(QStringLiteral("甲"), inside), Outcome::Failed);
+        QCOMPARE(prompt.lines().last(), QStringLiteral("バックアップの確認: バックアップに失敗しました。"));
+        QVERIFY(!QDir(inside).exists());
+    }
+
+    void backupChecks_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("none chosen") << QString() << QStringLiteral("バックアップの確認: バックアップするデータを選択してください。");
+        QTest::newRow("unknown") << QStringLiteral("丙") << QStringLiteral("バックアップの確認: 『丙』という会社はありません。");
+        QTest::newRow("outside the data folder") << QStringLiteral("../x") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+    }
+    void backupChecks()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        TestRoot root;
+        ScriptedPrompt prompt;
+        QCOMPARE(Maintenance(root.layout(), prompt).backup(name), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{message});
+    }
+
+    void backupOfTheOpenCompanyClosesIt()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        prompt.answer({true, false});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).select(QStringLiteral("甲")), Outcome::Done);
+        Maintenance maintenance(root.layout(), prompt);
+        QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Stopped);
+        QVERIFY(AppState::instance().isOpenCompany(QStringLiteral("甲")));
+        prompt.answer({true});
+        QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(prompt.lines().last(), QStringLiteral("バックアップの確認: 『甲』は現在使用中ですが、閉じてバックアップしますか？"));
+        QVERIFY(!AppState::instance().isCompanyOpen());
+        // 他社データ取込 stays on view after this close; the other four go.
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(!AppState::instance().commandVisible(i));
+        QVERIFY(AppState::instance().commandVisible(4));
+    }
+
+    void compactShrinksAndKeepsTheData()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        const QString file = root.layout().companyFile(QStringLiteral("甲"));
+        const int paragraphs = rowCount(file, "項");
+        {
+            QSqlDatabase db = openCompanyDatabase(file, QStringLiteral("fill"));
+            Transaction t(db);
+            for (int i = 0; i < 2000; ++i)
+                execSql(db, QStringLiteral("INSERT INTO 作成データ (文章) VALUES (?)"), {QString(200, QChar(u'埋'))});
+            t.commit();
+            execSql(db, QStringLiteral("DELETE FROM 作成データ"));
+        }
+        closeDatabase(QStringLiteral("fill"));
+        const qint64 before = QFileInfo(file).size();
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(Maintenance(root.layout(), prompt).optimise(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("データ最適化の確認: 『甲』を最適化します。"),
+                                              QStringLiteral("データ最適化の確認: ") + file + QStringLiteral("の最適化に成功しました。")}));
+        QVERIFY2(QFileInfo(file).size() < before, "the file did not shrink");
+        QCOMPARE(rowCount(file, "項"), paragraphs);
+        QVERIFY(!QFile::exists(workFileOf(file)));
+    }
+
+    void compactWithAStaleWorkFileChangesNothing()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        const QString file = root.layout().companyFile(QStringLiteral("甲"));
+        const QByteArray original = readFile(file);
+        writeFile(workFileOf(file), "left over");
+        ScriptedPrompt prompt;
+        QVERIFY(!CompactDataFile(prompt, file));
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理の中止: ") + workFileOf(file) + QStringLiteral(" (ﾜｰｸﾌｧｲﾙ) があるので処理できません。")});
+        QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Error);
+        QCOMPARE(readFile(file), original);
+        QCOMPARE(readFile(workFileOf(file)), QByteArray("left over"));
+    }
+
+    void aFailedCompactionLeavesTheFileWhole()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        const QString file = root.layout().companyFile(QStringLiteral("甲"));
+        writeFile(file, QByteArray(8192, 'x')); // no longer a database: the compaction fails
+        ScriptedPrompt prompt;
+        QVERIFY(CompactDataFile(prompt, file)); // reported, and counted as done
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。")});
+        QCOMPARE(readFile(file), QByteArray(8192, 'x'));
+        QVERIFY(!QFile::exists(workFileOf(file)));
+    }
+
+    void optimiseTheOpenCompany()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).select(QStringLiteral("甲")), Outcome::Done);
+        prompt.clear();
+        Maintenance maintenance(root.layout(), prompt);
+        prompt.answer({false});
+        QCOMPARE(maintenance.optimise(QStringLiteral("甲")), Outcome::Stopped);
+        QVERIFY(AppState::instance().isOpenCompany(QStringLiteral("甲")));
+        prompt.answer({true});
+        QCOMPARE(maintenance.optimise(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(prompt.lines().mid(0, 4),
+                 (QStringList{QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
+                              QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
+                              QStringLiteral("データ最適化の確認: 最適化の準備ができました。"),
+                              QStringLiteral("データ最適化の確認: ") + root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("の最適化に成功しました。")}));
+        QVERIFY(!AppState::instance().isCompanyOpen());
+        QVERIFY(AppState::instance().commandVisible(4));
+    }
+
+    void optimiseNeedsAChoice()
+    {
+        TestRoot root;
+        ScriptedPrompt prompt;
+        QCOMPARE(Maintenance(root.layout(), prompt).optimise(QString()), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データ最適化の確認: 最適化するデータを指定してください。")});
+    }
+};
+
+QTEST_GUILESS_MAIN(MaintenanceTest)
+#include "tst_maintenance.moc"

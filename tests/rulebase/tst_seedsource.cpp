@@ -1,0 +1,168 @@
+// The dictionary sources: what the generator accepts, what it refuses with file
+// and line, and what it writes for split clauses, words and references.
+
+#include "TestRoot.h"
+#include "rulebase/seed/SeedParser.h"
+#include "rulebase/seed/SeedValidator.h"
+#include "rulebase/seed/SeedWriter.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::seed;
+
+namespace {
+
+// A small document, the same in both styles but for the wording.
+QString source(int style)
+{
+    const QString end = style == 1 ? QStringLiteral("する。") : QStringLiteral("します。");
+    return QStringLiteral("文章形式 %1\n"
+                          "規程 01 就業規則\n"
+                          "前文\n"
+                          "= 前文の文章です。\n"
+                          "章 01 総則\n"
+                          "条 0001 目的\n"
+                          "項 01\n"
+                          "= 目的を定め%2\n"
+                          "条 0002 定義\n"
+                          "項 01\n"
+                          "= 期間は\n"
+                          "= ★0001★\n"
+                          "=↵ とし、◆0001◆を準用%2\n"
+                          "語句 0001 期間 = ３か月\n"
+                          "参照 0001 条0001 項01\n")
+        .arg(style)
+        .arg(end);
+}
+
+QStringList check(const QString &style1, const QString &style2)
+{
+    QList<SourceError> errors;
+    Dictionary d;
+    d.documents << parseDocument(QStringLiteral("01-1.txt"), style1, errors);
+    d.documents << parseDocument(QStringLiteral("01-2.txt"), style2, errors);
+    resolveReferences(d, errors);
+    errors += validate(d);
+    QStringList lines;
+    for (const SourceError &e : errors)
+        lines << e.toString();
+    return lines;
+}
+
+} // namespace
+
+class SeedSourceTest : public QObject {
+    Q_OBJECT
+private slots:
+    void theBaseSourceIsGood() { QCOMPARE(check(source(1), source(2)), QStringList()); }
+
+    // Each case changes one style's source; the first problem must name file, line and cause.
+    void refusals_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("word marker without its row") << QStringLiteral("語句 0001 期間 = ３か月\n") << QString()
+                                                    << QStringLiteral("01-1.txt:10: ★0001★に語句の行がありません");
+        QTest::newRow("word row without its marker") << QStringLiteral("= ★0001★\n") << QStringLiteral("= 三か月\n")
+                                                    << QStringLiteral("01-1.txt:14: 語句 0001 の記号★0001★が本文にありません");
+        QTest::newRow("reference without its row") << QStringLiteral("参照 0001 条0001 項01\n") << QString()
+                                                  << QStringLiteral("01-1.txt:10: ◆0001◆に参照の行がありません");
+        QTest::newRow("reference to a missing clause") << QStringLiteral("条0001 項01") << QStringLiteral("条0001 項09")
+                                                      << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程01 章01 条0001 項09」がありません");
+        QTest::newRow("reference to a missing document") << QStringLiteral("条0001 項01") << QStringLiteral("規程05 条0001")
+                                                        << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程05 条0001」がありません");
+        QTest::newRow("chapter code in the user range") << QStringLiteral("章 01") << QStringLiteral("章 70")
+                                                       << QStringLiteral("01-1.txt:5: 章のCode「70」は01～69の2桁にしてください");
+        QTest::newRow("article code in the user range") << QStringLiteral("条 0002") << QStringLiteral("条 7000")
+                                                       << QStringLiteral("01-1.txt:9: 条のCode「7000」は0001～6999の4桁にしてください");
+        QTest::newRow("paragraph code of one digit") << QStringLiteral("項 01\n= 目的") << QStringLiteral("項 1\n= 目的")
+                                                    << QStringLiteral("01-1.txt:7: 項のCode「1」は01～69の2桁にしてください");
+        QTest::newRow("duplicate article") << QStringLiteral("条 0002") << QStringLiteral("条 0001")
+                                          << QStringLiteral("01-1.txt:9: 条「規程01 章01 条0001」が重複しています");
+        QTest::newRow("segment over 250 bytes") << QStringLiteral("= 期間は") << QStringLiteral("= ") + QString(126, QChar(u'長'))
+                                               << QStringLiteral("01-1.txt:10: 文章が252バイトあり、制限(250)を越えています: ") + QString(20, QChar(u'長'));
+        QTest::newRow("loose marker sign") << QStringLiteral("= 期間は") << QStringLiteral("= 期間は★")
+                                          << QStringLiteral("01-1.txt:10: 記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: 期間は★");
+        QTest::newRow("unknown setting") << QStringLiteral("= 前文の文章です。") << QStringLiteral("= ☆0017☆の文章です。")
+                                        << QStringLiteral("01-1.txt:3: ☆0017☆は基本設定にありません（0001～0016、0030）");
+        QTest::newRow("unknown line") << QStringLiteral("前文\n") << QStringLiteral("前書き\n")
+                                     << QStringLiteral("01-1.txt:3: 「前書き」は分からない行です");
+        QTest::newRow("styles differ in structure") << QStringLiteral("条 0002 定義\n") << QStringLiteral("条 0003 定義\n")
+                                                   << QStringLiteral("01-2.txt:0:");
+    }
+    void refusals()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, error);
+        QString changed = source(1);
+        QVERIFY2(changed.contains(from), qUtf8Printable(from));
+        changed.replace(from, to);
+        const QStringList errors = check(changed, source(2));
+        QVERIFY2(!errors.isEmpty(), "the change was accepted");
+        if (error.endsWith(u':')) {
+            // Structure differences are reported against the second style, with both lines.
+            QVERIFY2(std::any_of(errors.begin(), errors.end(), [](const QString &e) { return e.contains(QStringLiteral("と構成が違います")); }),
+                     qUtf8Printable(errors.join(u'\n')));
+        } else {
+            QCOMPARE(errors.first(), error);
+        }
+    }
+
+    // Word and reference rows carry no style, so both styles must put them in the same 結合.
+    void markersMustShareTheirSegment()
+    {
+        QString moved = source(2);
+        moved.replace(QStringLiteral("= 期間は\n= ★0001★\n"), QStringLiteral("= 期間は★0001★\n= 。\n"));
+        const QStringList errors = check(source(1), moved);
+        QVERIFY(!errors.isEmpty());
+        QVERIFY2(errors.first().startsWith(QStringLiteral("01-2.txt:")) && errors.first().contains(QStringLiteral("構成が違います")),
+                 qUtf8Printable(errors.join(u'\n')));
+    }
+
+    void writtenRows()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.path();
+        QDir().mkpath(folder + QStringLiteral("/documents"));
+        for (int style : {1, 2}) {
+            QFile f(folder + QStringLiteral("/documents/01-%1.txt").arg(style));
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(source(style).toUtf8());
+        }
+        const QString seed = folder + QStringLiteral("/seed.sqlite");
+        QCOMPARE(generateSeed(folder, seed).size(), 0);
+        using test::valueIn;
+        // A split clause: 結合 1..3, the word segment of kind 1, the line break on the third.
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(結合 || ':' || 結合種別 || ':' || 改行 || ':' || 変数語句 || 変数番号, ' ') "
+                                              "FROM (SELECT * FROM 項 WHERE 文章形式Code = '1' AND 条Code = '0002' ORDER BY CAST(結合 AS INTEGER))"))
+                     .toString(),
+                 QStringLiteral("1:0:0:00 2:1:0:10 3:0:1:01"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT 結合 FROM 項 WHERE 条Code = '0001'")).toString(), QStringLiteral("0"));
+        // One word row and one reference row for both styles, keyed by place and segment.
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 語句 || '|' || 条Code || '|' || 項Code || '|' || 結合 || '|' || 種別 || '|' || 表示名称) FROM 変数テーブル語句")).toString(),
+                 QStringLiteral("0001|３か月|0002|01|2|4|期間"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 結合 || '|' || 変換参照■規程Code || 変換参照■章Code || 変換参照■条Code || 変換参照■項Code || '|' || 変換参照■種別) FROM 変数テーブル番号")).toString(),
+                 QStringLiteral("0001|3|01010001" "01|4"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT count(*) FROM 前文")).toInt(), 2);
+    }
+
+    void theShippedSourcesAreGood()
+    {
+        QList<SourceError> errors;
+        Dictionary d = readDictionary(QStringLiteral(NORMARIS_SOURCE_DIR) + QStringLiteral("/data"), errors);
+        resolveReferences(d, errors);
+        errors += validate(d);
+        QStringList lines;
+        for (const SourceError &e : errors)
+            lines << e.toString();
+        QCOMPARE(lines, QStringList());
+        QVERIFY(d.documents.size() >= 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(SeedSourceTest)
+#include "tst_seedsource.moc"

@@ -1,0 +1,124 @@
+// Byte counts in CP932 and the order and wording of the field checks.
+
+#include "ScriptedPrompt.h"
+#include "shell/FieldChecks.h"
+
+#include <QTest>
+
+using namespace normaris;
+using normaris::test::ScriptedPrompt;
+
+class FieldChecksTest : public QObject {
+    Q_OBJECT
+private slots:
+    void cp932Length_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("bytes");
+        QTest::newRow("empty") << QString() << 0;
+        QTest::newRow("ascii") << QStringLiteral("abc 123") << 7;
+        QTest::newRow("half-width katakana") << QStringLiteral("ｱｲｳﾞ") << 4;
+        QTest::newRow("full-width kana and kanji") << QStringLiteral("就業規則です") << 12;
+        QTest::newRow("circled digit (NEC extension)") << QStringLiteral("①⑳") << 4;
+        QTest::newRow("roman numeral and ㈱") << QStringLiteral("Ⅰ㈱") << 4;
+        QTest::newRow("IBM extension kanji") << QStringLiteral("髙") << 2;
+        QTest::newRow("full-width space and tilde") << QStringLiteral("　～") << 4;
+        QTest::newRow("125 full-width") << QString(125, QChar(u'あ')) << 250;
+        QTest::newRow("not in CP932: one per UTF-16 unit") << QStringLiteral("ǅ😀") << 3;
+    }
+    void cp932Length()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, bytes);
+        QCOMPARE(CP932Length(text), bytes);
+    }
+
+    // Which message each check shows, in the order the checks run.
+    void fieldChecks_data()
+    {
+        QTest::addColumn<bool>("required");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("limit");
+        QTest::addColumn<bool>("allowEmpty");
+        QTest::addColumn<bool>("good");
+        QTest::addColumn<QString>("message");
+        const QString none;
+        for (bool required : {true, false}) {
+            const QByteArray kind = required ? "required: " : "optional: ";
+            QTest::newRow(kind + "empty allowed") << required << QString() << 10 << true << true << none;
+            QTest::newRow(kind + "125 full-width fit 250") << required << QString(125, QChar(u'漢')) << 250 << false << true << none;
+            QTest::newRow(kind + "126 full-width over 250")
+                << required << QString(126, QChar(u'漢')) << 250 << false << false
+                << QStringLiteral("入力のエラー: 項目の長さ(252)が制限(250)を越えています。 ･･･文章");
+            QTest::newRow(kind + "both quotes: double first")
+                << required << QStringLiteral("a'b\"c") << 80 << false << false
+                << QStringLiteral("入力のエラー: 項目中に \" を含むことはできません。 ･･･文章");
+            QTest::newRow(kind + "single quote")
+                << required << QStringLiteral("a'b") << 80 << false << false
+                << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
+            QTest::newRow(kind + "quote beats length")
+                << required << QStringLiteral("'") + QString(50, QChar(u'漢')) << 80 << false << false
+                << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
+        }
+        QTest::newRow("required: empty refused") << true << QString() << 10 << false << false
+                                                 << QStringLiteral("入力のエラー: 未入力は許されません。 ･･･文章");
+        QTest::newRow("optional: empty passes") << false << QString() << 10 << false << true << none;
+        QTest::newRow("limit 0 prints no digits") << true << QStringLiteral("ab") << 0 << false << false
+                                                  << QStringLiteral("入力のエラー: 項目の長さ(2)が制限()を越えています。 ･･･文章");
+    }
+    void fieldChecks()
+    {
+        QFETCH(bool, required);
+        QFETCH(QString, text);
+        QFETCH(int, limit);
+        QFETCH(bool, allowEmpty);
+        QFETCH(bool, good);
+        QFETCH(QString, message);
+        ScriptedPrompt prompt;
+        const QString label = QStringLiteral("･･･文章");
+        const bool result = required ? CheckRequiredField(prompt, text, qint16(limit), allowEmpty, label)
+                                     : CheckOptionalField(prompt, text, qint16(limit), allowEmpty, label);
+        QCOMPARE(result, good);
+        QCOMPARE(prompt.lines(), message.isEmpty() ? QStringList() : QStringList{message});
+        if (!good)
+            QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Error);
+    }
+
+    void companyNames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        const QString badChars = QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+        QTest::newRow("plain") << QStringLiteral("株式会社テスト") << QString();
+        QTest::newRow("inner blank") << QStringLiteral("ABC 商事") << QString();
+        QTest::newRow("empty") << QString() << badChars;
+        QTest::newRow("NUL") << QString(QChar(u'\0')) << badChars;
+        for (const char *c : {"\\", "/", ":", ",", ";", "*", "?", "\"", "<", ">", "|"})
+            QTest::newRow(c) << QStringLiteral("a") + QString::fromLatin1(c) + QStringLiteral("b") << badChars;
+        QTest::newRow("dot") << QStringLiteral(".") << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。");
+        QTest::newRow("dot dot") << QStringLiteral("..") << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。");
+        QTest::newRow("tab") << QStringLiteral("a\tb") << QStringLiteral("名前の変更: 会社名に制御文字は使えません。");
+        QTest::newRow("newline") << QStringLiteral("a\nb") << QStringLiteral("名前の変更: 会社名に制御文字は使えません。");
+        QTest::newRow("leading blank") << QStringLiteral(" a") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
+        QTest::newRow("trailing full-width blank") << QStringLiteral("a　") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
+    }
+    void companyNames()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        ScriptedPrompt prompt;
+        QCOMPARE(CheckCompanyName(prompt, name), !message.isEmpty());
+        QCOMPARE(prompt.lines(), message.isEmpty() ? QStringList() : QStringList{message});
+    }
+
+    void fileNameCheckAllowsDots()
+    {
+        // The file name check alone refuses only its listed characters.
+        ScriptedPrompt prompt;
+        QVERIFY(!CheckFileName(prompt, QStringLiteral("..")));
+        QVERIFY(prompt.lines().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(FieldChecksTest)
+#include "tst_fieldchecks.moc"

@@ -1,0 +1,42 @@
+#include "TestRoot.h"
+
+#include "ScriptedPrompt.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "shell/AppState.h"
+#include "shell/ProgramFolder.h"
+
+#include <QTest>
+
+namespace normaris::test {
+
+TestRoot::TestRoot() : m_path(m_dir.path())
+{
+    AppState::instance().reset();
+    prepareProgramFolder(m_path, QStringLiteral(NORMARIS_APP_DIR));
+    AppState::instance().AppPath = m_path;
+}
+
+TestRoot::~TestRoot() { AppState::instance().reset(); }
+
+void TestRoot::makeCompany(const QString &name) const
+{
+    ScriptedPrompt prompt;
+    prompt.answer({true});
+    if (CompanyFiles(layout(), prompt).createFromSeed(name) != Outcome::Done)
+        qFatal("could not make company %s: %s", qUtf8Printable(name), qUtf8Printable(prompt.lines().join(u'\n')));
+}
+
+QVariant valueIn(const QString &file, const QString &sql)
+{
+    const QString connection = QStringLiteral("test_probe");
+    QVariant value;
+    {
+        QSqlDatabase db = openDatabase(file, connection, OpenMode::ReadOnly);
+        value = scalar(db, sql);
+    }
+    closeDatabase(connection);
+    return value;
+}
+
+} // namespace normaris::test

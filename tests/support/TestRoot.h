@@ -1,0 +1,28 @@
+#pragma once
+// A program folder of its own for one test: Data/ with the generated seed file,
+// and help/. It is set as AppPath and the application state starts afresh.
+
+#include "rulebase/DataLayout.h"
+
+#include <QTemporaryDir>
+
+namespace normaris::test {
+
+class TestRoot {
+public:
+    TestRoot();
+    ~TestRoot();
+    const QString &path() const { return m_path; }
+    DataLayout layout() const { return DataLayout{m_path}; }
+    // Makes a company straight from the seed, without any question.
+    void makeCompany(const QString &name) const;
+
+private:
+    QTemporaryDir m_dir;
+    QString m_path;
+};
+
+// Executes a statement on a file and returns the first value, for checks.
+QVariant valueIn(const QString &file, const QString &sql);
+
+} // namespace normaris::test
