@@ -110,6 +110,12 @@ private:
             return parseReference(rest);
         if (keyword == u"テンプレート")
             return parseTemplate(rest);
+        if (keyword == u"標準案") {
+            m_doc.standardDraft = true;
+            return;
+        }
+        if (keyword == u"標準外")
+            return markStock();
         fail(QStringLiteral("「%1」は分からない行です").arg(keyword));
     }
 
@@ -287,6 +293,14 @@ private:
             else { r.targetSegment = code; }
         }
         c->references << r;
+    }
+
+    void markStock()
+    {
+        if (Clause *c = current())
+            c->stock = true;
+        else
+            fail(QStringLiteral("標準外は条項の直後に置いてください"));
     }
 
     void parseTemplate(const QString &rest)

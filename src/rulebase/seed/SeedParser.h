@@ -18,6 +18,9 @@
 //   参照 0001 条0003 項02            the reference ◆0001◆ of this clause and its target
 //                                    (規程NN 章NN 条NNNN 項NN 号NN 丸NN イロハNN 結合N)
 //   テンプレート 01                  a template to insert at this clause
+//   標準案                           (header) the document comes composed and on the list
+//   標準外                           this clause and all under it stay out of the standard
+//                                    draft: stock that the user can add
 //
 // An article given before any chapter belongs to the chapterless body, 章 "00".
 // A table file (tables/*.tsv) holds the rows of a fixed table: the first line names the

@@ -46,6 +46,7 @@ struct Clause {
     QString formalName; // 条
     QList<Segment> segments;
     QString templateCode = QStringLiteral("0");
+    bool stock = false; // 標準外: kept out of the standard draft, with everything under it
     QList<Word> words;
     QList<Reference> references;
     int line = 0;
@@ -59,6 +60,7 @@ struct Document {
     QString name;       // 規程 (表示名称)
     QString formalName; // 正式名称
     QString kind = QStringLiteral("1"); // 文章種別
+    bool standardDraft = false;         // 標準案: comes composed and on the company's list
     QList<Clause> clauses; // in reading order
 };
 
