@@ -174,6 +174,17 @@ void createSchema(QSqlDatabase db)
     }
 }
 
+void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values)
+{
+    const TableDef &def = schemaTable(table);
+    QStringList names, marks;
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        names << quoted(def.columns.at(i).name);
+        marks << QStringLiteral("?");
+    }
+    execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks.join(u',')), values);
+}
+
 QString schemaMismatch(QSqlDatabase db)
 {
     for (const TableDef &table : schemaTables()) {

@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 
 namespace normaris {
 
@@ -36,6 +37,10 @@ const TableDef &schemaTable(const QString &name);
 
 // Creates every table and index in an empty database.
 void createSchema(QSqlDatabase db);
+
+// Inserts one row, the values in column order from ordinal 1 (fewer values leave
+// the last columns at their defaults).
+void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values);
 
 // Empty when db has every table of the schema with its columns in order;
 // otherwise a description of the first difference.

@@ -1,11 +1,14 @@
 // The dictionary sources: what the generator accepts, what it refuses with file
 // and line, and what it writes for split clauses, words and references.
 
+#include "SeedChecks.h"
 #include "TestRoot.h"
+#include "rulebase/Database.h"
 #include "rulebase/seed/SeedParser.h"
 #include "rulebase/seed/SeedValidator.h"
 #include "rulebase/seed/SeedWriter.h"
 
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -148,6 +151,53 @@ private slots:
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 結合 || '|' || 変換参照■規程Code || 変換参照■章Code || 変換参照■条Code || 変換参照■項Code || '|' || 変換参照■種別) FROM 変数テーブル番号")).toString(),
                  QStringLiteral("0001|3|01010001" "01|4"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT count(*) FROM 前文")).toInt(), 2);
+    }
+
+    // The generated seed, read back without trusting the writer: the draft obeys the
+    // composition invariants and every marker of the dictionary has its row.
+    void theShippedSeedIsConsistent()
+    {
+        test::TestRoot root;
+        const QString connection = QStringLiteral("seedcheck");
+        {
+            QSqlDatabase db = openCompanyDatabase(root.layout().seedFile(), connection, OpenMode::ReadOnly);
+            QSqlQuery drafts = execSql(db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1"));
+            int composed = 0;
+            while (drafts.next()) {
+                ++composed;
+                QCOMPARE(test::compositionProblems(db, drafts.value(0).toString(), drafts.value(1).toString()), QStringList());
+            }
+            QVERIFY(composed >= 1);
+            QCOMPARE(test::markerProblems(db), QStringList());
+        }
+        closeDatabase(connection);
+    }
+
+    void stockStaysOutOfTheDraft()
+    {
+        QString withStock = source(1);
+        withStock.replace(QStringLiteral("文章形式 1\n"), QStringLiteral("文章形式 1\n標準案\n"));
+        withStock.replace(QStringLiteral("条 0001 目的\n"), QStringLiteral("条 0001 目的\n標準外\n"));
+        QTemporaryDir dir;
+        QDir().mkpath(dir.path() + QStringLiteral("/documents"));
+        const QString texts[] = {withStock, source(2)};
+        for (int style : {1, 2}) {
+            QFile f(dir.path() + QStringLiteral("/documents/01-%1.txt").arg(style));
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(texts[style - 1].toUtf8());
+        }
+        const QString seed = dir.path() + QStringLiteral("/seed.sqlite");
+        QCOMPARE(generateSeed(dir.path(), seed).size(), 0);
+        using test::valueIn;
+        // The stock article is neither composed nor selected; its paragraph keeps its default choice.
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(条Code) FROM 作成データ補助～条 WHERE 種別 = '3'")).toString(), QStringLiteral("0002"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT 番号 FROM 作成データ補助～条 WHERE 条Code = '0002'")).toInt(), 1);
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(選択フラグ) FROM 条 WHERE 文章形式Code = '1' ORDER BY Code")).toString(), QStringLiteral("0,1"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 項 WHERE 文章形式Code = '1' AND 条Code = '0001'")).toInt(), 1);
+        // Only the である調 file is composed; the other style's chapters wait on the shelf.
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(文章形式Code || ':' || 選択フラグ) FROM 規程")).toString(), QStringLiteral("1:1,2:0"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '2'")).toInt(), 0);
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 変数テーブル語句")).toInt(), 1);
     }
 
     void theShippedSourcesAreGood()

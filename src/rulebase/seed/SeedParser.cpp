@@ -201,8 +201,14 @@ private:
         QString code, title;
         if (!splitCode(rest, code, title))
             return;
+        if (m_chapter.isEmpty()) {
+            // The chapterless body: a 章 "00" that holds the articles and is never printed.
+            Place body;
+            body.sho = m_chapter = QStringLiteral("00");
+            startClause(Level::Chapter, body).line = m_line;
+        }
         Place place;
-        place.sho = m_chapter.isEmpty() ? QStringLiteral("00") : m_chapter;
+        place.sho = m_chapter;
         place.jo = code;
         Clause &c = startClause(Level::Article, place);
         c.title = title;

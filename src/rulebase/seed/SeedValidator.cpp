@@ -110,8 +110,30 @@ private:
             m_clauses.insert(clauseKey(doc.style, c.level, c.place), &c);
     }
 
+    // The composition walks clauses in code order: the source must list them so.
+    void checkOrder(const Document &doc, const Clause &c, QHash<QString, QString> &lastCode)
+    {
+        Place parent = c.place;
+        const QString code = ownCode(c);
+        switch (c.level) {
+        case Level::Chapter: parent.sho.clear(); break;
+        case Level::Article: parent.sho.clear(); parent.jo.clear(); break; // 条 run through the document
+        case Level::Paragraph: parent.kou.clear(); break;
+        case Level::Item: parent.gou.clear(); break;
+        case Level::Maru: parent.maru.clear(); break;
+        case Level::Iroha: parent.iroha.clear(); break;
+        default: return;
+        }
+        const QString key = QString::number(int(c.level)) + u'|' + parent.describe();
+        const QString previous = lastCode.value(key);
+        if (!previous.isEmpty() && code.toInt() <= previous.toInt())
+            fail(doc, c.line, QStringLiteral("%1のCode「%2」は前の「%3」より大きくしてください（Code順に並べます）").arg(levelName(c.level), code, previous));
+        lastCode.insert(key, code);
+    }
+
     void checkDocument(const Document &doc)
     {
+        QHash<QString, QString> lastCode;
         QSet<QString> seen;
         int preambles = 0;
         for (const Clause &c : doc.clauses) {
@@ -122,6 +144,7 @@ private:
             if (c.level == Level::Preamble && ++preambles > 1)
                 fail(doc, c.line, QStringLiteral("前文は一つの規程に一つだけです"));
             checkCode(doc, c);
+            checkOrder(doc, c, lastCode);
             if (isTextLevel(c.level))
                 checkText(doc, c);
         }
@@ -139,6 +162,9 @@ private:
             return;
         case Level::Preamble:
             return;
+        case Level::Chapter:
+            good = code == u"00" ? c.title.isEmpty() : inStandardRange(code, 2, 1, 69);
+            break;
         default:
             good = inStandardRange(code, 2, 1, 69);
         }

@@ -3,6 +3,7 @@
 #include "rulebase/Database.h"
 #include "rulebase/FileOps.h"
 #include "rulebase/Schema.h"
+#include "rulebase/seed/SeedDraft.h"
 #include "rulebase/seed/SeedParser.h"
 #include "rulebase/seed/SeedValidator.h"
 
@@ -15,17 +16,6 @@ namespace normaris::seed {
 namespace {
 
 const QString kConnection = QStringLiteral("normaris_seed");
-
-void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values)
-{
-    const TableDef &def = schemaTable(table);
-    QStringList names, marks;
-    for (qsizetype i = 0; i < values.size(); ++i) {
-        names << u'"' + def.columns[i].name + u'"';
-        marks << QStringLiteral("?");
-    }
-    execSql(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, names.join(u','), marks.join(u',')), values);
-}
 
 QString levelCode(Level level) { return QString::number(int(level)); }
 
@@ -58,9 +48,15 @@ public:
         for (const FixedTable &t : dictionary.fixedTables)
             writeFixedTable(t);
         for (const Document &doc : dictionary.documents) {
-            insertRow(m_db, QStringLiteral("規程"), {doc.style, doc.code, doc.name, 0, doc.formalName, 0, doc.kind});
+            const bool composed = composesStandardDraft(doc);
+            insertRow(m_db, QStringLiteral("規程"), {doc.style, doc.code, doc.name, 0, doc.formalName, composed, doc.kind});
             for (const Clause &c : doc.clauses)
                 writeClause(doc, c);
+        }
+        // After all words are written: the draft selects the words of its clauses.
+        for (const Document &doc : dictionary.documents) {
+            if (composesStandardDraft(doc))
+                writeStandardDraft(m_db, doc);
         }
     }
 
@@ -83,10 +79,10 @@ private:
         const Place &p = c.place;
         switch (c.level) {
         case Level::Chapter:
-            insertRow(m_db, QStringLiteral("章"), {doc.style, p.kitei, p.sho, c.title, 0, 0});
+            insertRow(m_db, QStringLiteral("章"), {doc.style, p.kitei, p.sho, c.title, 0, selectedInSeed(doc, c)});
             return;
         case Level::Article:
-            insertRow(m_db, QStringLiteral("条"), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, 0});
+            insertRow(m_db, QStringLiteral("条"), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
             return;
         default:
             break;
@@ -96,8 +92,8 @@ private:
             const Segment &s = c.segments[i];
             const QString join = segmentJoin(i, n);
             if (c.level == Level::Preamble) {
-                insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak,
-                                                        s.text, holdsWords(s.text), 0, 0, segmentKind(s.text)});
+                insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak, s.text,
+                                                        holdsWords(s.text), 0, selectedInSeed(doc, c), segmentKind(s.text)});
             } else {
                 writeClauseRow(doc, c, s, join, i == 0);
             }
@@ -118,7 +114,7 @@ private:
         for (int d = 0; d <= depth; ++d)
             values << codes[d];
         values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
-               << holdsWords(s.text) << holdsReferences(s.text) << 0 << 0 << segmentKind(s.text);
+               << holdsWords(s.text) << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
         insertRow(m_db, tables.value(c.level), values);
     }
 
