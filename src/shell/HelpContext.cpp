@@ -4,7 +4,7 @@
 
 namespace normaris {
 
-int helpContext(const QString &formName)
+const QHash<QString, int> &helpContexts()
 {
     static const QHash<QString, int> contexts = {
         {QStringLiteral("frmDBSakusei"), 2},        {QStringLiteral("frmDBSakusei2"), 2},
@@ -22,8 +22,10 @@ int helpContext(const QString &formName)
         {QStringLiteral("frmCopy01"), 400},         {QStringLiteral("frmCopy02"), 401},
         {QStringLiteral("frmCopy03"), 402},
     };
-    return contexts.value(formName, 0);
+    return contexts;
 }
+
+int helpContext(const QString &formName) { return helpContexts().value(formName, 0); }
 
 QString helpPagePath(const QString &appPath, int context)
 {

@@ -3,11 +3,13 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "shell/AppState.h"
+#include "shell/HelpContext.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/frmMain01.h"
 
 #include <QAction>
 #include <QDialog>
+#include <QFile>
 #include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
@@ -150,6 +152,19 @@ private slots:
         fileMenu(main, 8)->trigger();
         QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("終了の確認: 終了しますか？")});
         QVERIFY(main.isVisible());
+    }
+
+    void everyDialogHasItsHelpPage()
+    {
+        TestRoot root;
+        const QHash<QString, int> &contexts = helpContexts();
+        QCOMPARE(contexts.size(), 27);
+        for (auto it = contexts.begin(); it != contexts.end(); ++it) {
+            QFile page(helpPagePath(root.path(), it.value()));
+            QVERIFY2(page.open(QIODevice::ReadOnly), qUtf8Printable(it.key()));
+            const QString html = QString::fromUtf8(page.readAll());
+            QVERIFY2(html.contains(QStringLiteral("<h1>")) && html.contains(QStringLiteral("lang=\"ja\"")), qUtf8Printable(it.key()));
+        }
     }
 
     void windowDoesNotShrinkBelowItsLeast()

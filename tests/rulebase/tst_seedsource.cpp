@@ -40,6 +40,24 @@ QString source(int style)
         .arg(end);
 }
 
+// Writes the two styles as document sources in dir and generates the seed there.
+QString generateFrom(const QTemporaryDir &dir, const QString &style1, const QString &style2)
+{
+    QDir().mkpath(dir.path() + QStringLiteral("/documents"));
+    const QString texts[] = {style1, style2};
+    for (int style : {1, 2}) {
+        QFile f(dir.path() + QStringLiteral("/documents/01-%1.txt").arg(style));
+        if (!f.open(QIODevice::WriteOnly))
+            qFatal("cannot write the source");
+        f.write(texts[style - 1].toUtf8());
+    }
+    const QString seed = dir.path() + QStringLiteral("/seed.sqlite");
+    const auto errors = generateSeed(dir.path(), seed);
+    if (!errors.isEmpty())
+        qFatal("%s", qUtf8Printable(errors.first().toString()));
+    return seed;
+}
+
 QStringList check(const QString &style1, const QString &style2)
 {
     QList<SourceError> errors;
@@ -129,15 +147,7 @@ private slots:
     void writtenRows()
     {
         QTemporaryDir dir;
-        const QString folder = dir.path();
-        QDir().mkpath(folder + QStringLiteral("/documents"));
-        for (int style : {1, 2}) {
-            QFile f(folder + QStringLiteral("/documents/01-%1.txt").arg(style));
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(source(style).toUtf8());
-        }
-        const QString seed = folder + QStringLiteral("/seed.sqlite");
-        QCOMPARE(generateSeed(folder, seed).size(), 0);
+        const QString seed = generateFrom(dir, source(1), source(2));
         using test::valueIn;
         // A split clause: 結合 1..3, the word segment of kind 1, the line break on the third.
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(結合 || ':' || 結合種別 || ':' || 改行 || ':' || 変数語句 || 変数番号, ' ') "
@@ -179,15 +189,7 @@ private slots:
         withStock.replace(QStringLiteral("文章形式 1\n"), QStringLiteral("文章形式 1\n標準案\n"));
         withStock.replace(QStringLiteral("条 0001 目的\n"), QStringLiteral("条 0001 目的\n標準外\n"));
         QTemporaryDir dir;
-        QDir().mkpath(dir.path() + QStringLiteral("/documents"));
-        const QString texts[] = {withStock, source(2)};
-        for (int style : {1, 2}) {
-            QFile f(dir.path() + QStringLiteral("/documents/01-%1.txt").arg(style));
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(texts[style - 1].toUtf8());
-        }
-        const QString seed = dir.path() + QStringLiteral("/seed.sqlite");
-        QCOMPARE(generateSeed(dir.path(), seed).size(), 0);
+        const QString seed = generateFrom(dir, withStock, source(2));
         using test::valueIn;
         // The stock article is neither composed nor selected; its paragraph keeps its default choice.
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(条Code) FROM 作成データ補助～条 WHERE 種別 = '3'")).toString(), QStringLiteral("0002"));

@@ -24,13 +24,6 @@ QFrame *rule(QWidget *parent)
     return line;
 }
 
-QPushButton *button(QWidget *parent, const QString &name, const QString &caption)
-{
-    auto *b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    return b;
-}
-
 } // namespace
 
 CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(parent)
@@ -51,12 +44,12 @@ CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(pare
     outer->addWidget(rule(this));
 
     auto *buttons = new QHBoxLayout;
-    QPushButton *back = button(this, QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
+    QPushButton *back = makeButton(this, QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
     back->setEnabled(false);
-    QPushButton *action = button(this, QStringLiteral("Command2"), texts.action);
+    QPushButton *action = makeButton(this, QStringLiteral("Command2"), texts.action);
     action->setDefault(true);
-    QPushButton *cancel = button(this, QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
-    QPushButton *help = button(this, QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));
+    QPushButton *cancel = makeButton(this, QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
+    QPushButton *help = makeButton(this, QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
     for (QPushButton *b : {back, action, cancel, help})
         buttons->addWidget(b);

@@ -17,14 +17,7 @@
 
 namespace normaris {
 
-namespace {
-QPushButton *button(QWidget *parent, const QString &name, const QString &caption)
-{
-    auto *b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    return b;
-}
-} // namespace
+namespace {} // namespace
 
 frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 {
@@ -54,7 +47,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     m_folder = new QLineEdit(targetFrame);
     m_folder->setObjectName(QStringLiteral("Dir1"));
     m_folder->setEnabled(false);
-    QPushButton *browse = button(targetFrame, QStringLiteral("cmdBrowse"), QStringLiteral("参照(&R)..."));
+    QPushButton *browse = makeButton(targetFrame, QStringLiteral("cmdBrowse"), QStringLiteral("参照(&R)..."));
     browse->setEnabled(false);
     folderRow->addWidget(m_folder, 1);
     folderRow->addWidget(browse);
@@ -78,9 +71,9 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     outer->addWidget(label2);
 
     auto *buttons = new QHBoxLayout;
-    QPushButton *ok = button(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
-    QPushButton *cancel = button(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ"));
-    QPushButton *help = button(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
+    QPushButton *ok = makeButton(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
+    QPushButton *cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ"));
+    QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
     ok->setDefault(true);
     buttons->addStretch();
     for (QPushButton *b : {ok, cancel, help})

@@ -31,16 +31,12 @@ frmSaiteki::frmSaiteki(QWidget *parent) : QDialog(parent)
     outer->addWidget(m_list, 1);
 
     auto *buttons = new QHBoxLayout;
-    const auto button = [this, buttons](const QString &name, const QString &caption) {
-        auto *b = new QPushButton(caption, this);
-        b->setObjectName(name);
-        buttons->addWidget(b);
-        return b;
-    };
+    QPushButton *run = makeButton(this, QStringLiteral("最適化"), QStringLiteral("最適化"));
+    QPushButton *cancel = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ｷｬﾝｾﾙ"));
+    QPushButton *help = makeButton(this, QStringLiteral("Command2"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
-    QPushButton *run = button(QStringLiteral("最適化"), QStringLiteral("最適化"));
-    QPushButton *cancel = button(QStringLiteral("Command1"), QStringLiteral("ｷｬﾝｾﾙ"));
-    QPushButton *help = button(QStringLiteral("Command2"), QStringLiteral("ヘルプ(&H)"));
+    for (QPushButton *b : {run, cancel, help})
+        buttons->addWidget(b);
     run->setDefault(true);
     outer->addLayout(buttons);
     connect(run, &QPushButton::clicked, this, &frmSaiteki::optimise);

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
@@ -80,6 +81,13 @@ void placeOverMainWindow(QWidget *form)
         }
     }
     PlaceForm(form);
+}
+
+QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption)
+{
+    auto *b = new QPushButton(caption, parent);
+    b->setObjectName(objectName);
+    return b;
 }
 
 void SelectAllText(QLineEdit *box)

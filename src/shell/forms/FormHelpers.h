@@ -5,6 +5,7 @@
 
 class QDialog;
 class QLineEdit;
+class QPushButton;
 class QWidget;
 
 namespace normaris {
@@ -24,6 +25,9 @@ void placeOverMainWindow(QWidget *form);
 void SelectAllText(QLineEdit *box);
 // Makes every line edit of the form select all on focus and move on with Enter.
 void installTextBoxBehaviour(QWidget *form);
+
+// A push button with the objectName that tests and the help call find it by.
+QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption);
 
 // Opens the help page of the form (by its objectName) in the browser.
 void showHelp(QWidget *form);
