@@ -1,14 +1,18 @@
-// Byte counts in CP932 and the order and wording of the field checks.
+// The shell helpers: byte counts in CP932, the order and wording of the field checks,
+// the company name check, the single-instance lock and the busy pointer.
 
 #include "ScriptedPrompt.h"
+#include "shell/BusyCursor.h"
 #include "shell/FieldChecks.h"
+#include "shell/SingleInstance.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace normaris;
 using normaris::test::ScriptedPrompt;
 
-class FieldChecksTest : public QObject {
+class ShellTest : public QObject {
     Q_OBJECT
 private slots:
     void cp932Length_data()
@@ -111,6 +115,34 @@ private slots:
         QCOMPARE(prompt.lines(), message.isEmpty() ? QStringList() : QStringList{message});
     }
 
+    void aSecondInstanceIsRefused()
+    {
+        QTemporaryDir dir;
+        const QString lock = dir.path() + QStringLiteral("/normaris.lock");
+        {
+            SingleInstance first(lock);
+            SingleInstance second(lock);
+            QVERIFY(first.isFirst());
+            QVERIFY(!second.isFirst());
+        }
+        SingleInstance again(lock); // the first one has gone
+        QVERIFY(again.isFirst());
+    }
+
+    void busyPointerNests()
+    {
+        QList<bool> calls;
+        BusyCursor::setHandler([&](bool busy) { calls << busy; });
+        {
+            BusyCursor outer;
+            BusyCursor inner;
+            QVERIFY(BusyCursor::isBusy());
+        }
+        QVERIFY(!BusyCursor::isBusy());
+        BusyCursor::setHandler({});
+        QCOMPARE(calls, (QList<bool>{true, false}));
+    }
+
     void fileNameCheckAllowsDots()
     {
         // The file name check alone refuses only its listed characters.
@@ -120,5 +152,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FieldChecksTest)
-#include "tst_fieldchecks.moc"
+QTEST_GUILESS_MAIN(ShellTest)
+#include "tst_shell.moc"
