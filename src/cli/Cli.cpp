@@ -57,6 +57,7 @@ QList<Command> allCommands()
 {
     QList<Command> commands;
     addCompanyCommands(commands);
+    addSettingsCommands(commands);
     return commands;
 }
 

@@ -46,6 +46,7 @@ struct Command {
 // Every command, each subsystem adding its own.
 QList<Command> allCommands();
 void addCompanyCommands(QList<Command> &commands);
+void addSettingsCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output goes to out, boxes to err.
 int run(const QStringList &args, const QString &programDir, std::FILE *out, std::FILE *err);

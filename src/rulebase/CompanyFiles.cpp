@@ -139,6 +139,13 @@ Outcome CompanyFiles::select(const QString &name)
         return Outcome::Stopped;
     if (!m_prompt.question(kSelectTitle, quotedName(name) + QStringLiteral("を指定します。")))
         return Outcome::Stopped;
+    return open(name);
+}
+
+Outcome CompanyFiles::open(const QString &name)
+{
+    if (refuseUnknownCompany(m_prompt, m_layout, kSelectTitle, name))
+        return Outcome::Stopped;
     AppState &state = AppState::instance();
     try {
         BusyCursor busy;

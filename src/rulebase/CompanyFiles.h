@@ -19,8 +19,10 @@ public:
     Outcome createFromSeed(const QString &name);
     // A new company copied from the company source; closes source first when it is open.
     Outcome createFromCompany(const QString &name, const QString &source);
-    // Opens the connection `cn` on the company and records it as the open one.
+    // Asks, then opens the connection `cn` on the company and records it as the open one.
     Outcome select(const QString &name);
+    // The same without the question: for the command line, which names its company.
+    Outcome open(const QString &name);
     // Deletes the company's folder; the open company can't be deleted.
     Outcome remove(const QString &name);
 
