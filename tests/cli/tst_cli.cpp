@@ -1,5 +1,6 @@
 // The CLI frame: exit statuses, one line per box on stderr, --yes, and --root laid out.
 
+#include "TestRoot.h"
 #include "cli/Cli.h"
 #include "shell/AppState.h"
 
@@ -77,6 +78,54 @@ private slots:
         QCOMPARE(r.status, 0);
         QCOMPARE(r.err, QStringLiteral("会社削除の確認: 『写し』を削除します。\n"));
         QVERIFY(!QDir(root + QStringLiteral("/Data/写し")).exists());
+    }
+
+    void settingsDatesAndWordsRoundTrip()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path();
+        const QStringList company = {QStringLiteral("--company"), QStringLiteral("甲")};
+        QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+
+        Run r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company
+                                 + QStringList{QStringLiteral("事業所名=株式会社テスト"), QStringLiteral("労働者数=120")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("representative")} + company + QStringList{QStringLiteral("1")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("show")} + company);
+        QVERIFY2(r.out.startsWith(QStringLiteral("事業所名=株式会社テスト\n郵便番号=\n所在地1=☆0003☆\n")), qUtf8Printable(r.out));
+        QVERIFY(r.out.contains(QStringLiteral("\n労働者数=120\n")));
+        QVERIFY(r.out.endsWith(QStringLiteral("代表労働者=1\n")));
+
+        // A refused value changes nothing, not even the good values beside it.
+        r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company
+                             + QStringList{QStringLiteral("業種=製造業"), QStringLiteral("労働者数=10000000")});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数\n"));
+        QVERIFY(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("show")} + company).out.contains(QStringLiteral("業種=☆0013☆")));
+
+        const QStringList dates = QStringList{QStringLiteral("dates")};
+        const QStringList doc = company + QStringList{QStringLiteral("--doc"), QStringLiteral("01")};
+        QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("add")} + doc + QStringList{QStringLiteral("令和8年4月1日")}).status, 0);
+        QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("add")} + doc + QStringList{QStringLiteral("2009/1/1")}).status, 0);
+        r = runCli(root, dates + QStringList{QStringLiteral("add")} + doc + QStringList{QStringLiteral("2009/2/30")});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日\n"));
+        QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("list")} + doc).out, QStringLiteral("2009/01/01\t1\n2026/04/01\t1\n"));
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("--yes")} + dates + QStringList{QStringLiteral("delete")} + doc + QStringList{QStringLiteral("2009-01-01")}).status, 0);
+        QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("list")} + doc).out, QStringLiteral("2026/04/01\t1\n"));
+
+        // Some article of the standard draft holds a word.
+        const QString place = test::valueIn(root + QStringLiteral("/Data/甲/甲.sqlite"),
+                                            QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
+        const QStringList article = doc + QStringList{QStringLiteral("--chapter"), place.section(u' ', 0, 0), QStringLiteral("--article"), place.section(u' ', 1, 1)};
+        const QString word = runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.section(u'\n', 0, 0);
+        const QString code = word.section(u'\t', 0, 0);
+        QVERIFY2(!code.isEmpty(), "the seed's article holds no word");
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("set")} + article + QStringList{code + QStringLiteral("=２年")}).status, 0);
+        QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.startsWith(code + u'\t' + word.section(u'\t', 1, 1) + QStringLiteral("\t２年\n")));
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("set")} + article + QStringList{code + u'='}).status, 0);
+        QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.contains(u'★' + code + u'★'));
     }
 
     void exitStatuses_data()
