@@ -41,6 +41,7 @@ void AppState::reset()
 {
     closeDatabase(kMainConnection);
     AppPath.clear();
+    KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = false;
     m_companyPanel = NoCompanyPrompt;
     m_commandVisible.fill(false);
     emit changed();

@@ -44,6 +44,14 @@ public:
     QString CurIrohaCode;
     QString CurShubetsu;
 
+    // True while 基本設定 is open from the export console: its update then warns that
+    // the work data must be made again.
+    bool KihonFromExport = false;
+    // True when the export console's chosen output has dates: 日付の設定 is offered.
+    bool DateSettingEnabled = false;
+    // True when the word form is opened from the console, which offers the preview.
+    bool WordsPreviewAllowed = false;
+
     QString companyPanel() const { return m_companyPanel; }
     bool isCompanyOpen() const { return m_companyPanel != NoCompanyPrompt; }
     bool isOpenCompany(const QString &name) const { return isCompanyOpen() && m_companyPanel == name; }

@@ -183,6 +183,41 @@ private slots:
         closeDatabase(connection);
     }
 
+    // The model work rules hold what a labour consultant expects of them, in both styles.
+    void theWorkRulesAreComplete_data()
+    {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<int>("least");
+        const auto row = [](const char *name, const char *sql, int least) { QTest::newRow(name) << QString::fromUtf8(sql) << least; };
+        row("chapters, である調", "SELECT count(*) FROM 章 WHERE 規程Code = '01' AND 文章形式Code = '1'", 10);
+        row("chapters, ですます調", "SELECT count(*) FROM 章 WHERE 規程Code = '01' AND 文章形式Code = '2'", 10);
+        row("articles, である調", "SELECT count(*) FROM 条 WHERE 規程Code = '01' AND 文章形式Code = '1'", 70);
+        row("articles, ですます調", "SELECT count(*) FROM 条 WHERE 規程Code = '01' AND 文章形式Code = '2'", 70);
+        row("preamble", "SELECT count(DISTINCT 文章形式Code) FROM 前文 WHERE 規程Code = '01'", 2);
+        row("items", "SELECT count(*) FROM 号 WHERE 規程Code = '01'", 20);
+        row("①～⑳", "SELECT count(*) FROM 号の細分丸 WHERE 規程Code = '01'", 4);
+        row("イ～ネ", "SELECT count(*) FROM 号の細分イロハ WHERE 規程Code = '01'", 4);
+        row("templates", "SELECT count(*) FROM 項 WHERE 規程Code = '01' AND 文章形式Code = '1' AND テンプレート <> '0'", 2);
+        row("segments after a line break", "SELECT count(*) FROM 項 WHERE 規程Code = '01' AND 改行 = 1", 1);
+        row("segments without a break", "SELECT count(*) FROM 項 WHERE 規程Code = '01' AND CAST(結合 AS INTEGER) > 1 AND 改行 = 0", 1);
+        row("words", "SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01'", 20);
+        row("settings markers", "SELECT count(*) FROM 前文 WHERE 規程Code = '01' AND 前文 LIKE '%☆0001☆%'", 2);
+        row("references to articles", "SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■種別 = '3'", 1);
+        row("references to paragraphs", "SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■種別 = '4'", 1);
+        row("references to items", "SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■種別 = '5'", 1);
+        row("references to 賃金規程", "SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■規程Code = '02'", 2);
+        row("stock left out of the draft", "SELECT count(*) FROM 条 WHERE 規程Code = '01' AND 文章形式Code = '1' AND 選択フラグ = 0", 3);
+        row("composed articles", "SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '01' AND 種別 = '3'", 70);
+    }
+    void theWorkRulesAreComplete()
+    {
+        QFETCH(QString, sql);
+        QFETCH(int, least);
+        test::TestRoot root;
+        const int found = test::valueIn(root.layout().seedFile(), sql).toInt();
+        QVERIFY2(found >= least, qUtf8Printable(QStringLiteral("%1 found, at least %2 wanted").arg(found).arg(least)));
+    }
+
     void stockStaysOutOfTheDraft()
     {
         QString withStock = source(1);
