@@ -66,6 +66,12 @@ void EmbeddedWords::save(const QString &chapter, const QString &article, const Q
     transaction.commit();
 }
 
+bool EmbeddedWords::hasMadeData(const QString &chapter, const QString &article)
+{
+    return scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
+                  {m_style, m_document, chapter, article}).toInt() > 0;
+}
+
 int EmbeddedWords::countCaptioned(const QString &caption)
 {
     return scalar(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = ? AND 表示名称 = ? AND 選択フラグ = 1"),

@@ -38,6 +38,8 @@ public:
     QList<EmbeddedWord> words(const QString &chapter, const QString &article);
     // Saves the words of one article in one transaction: code → text, empty text → marker.
     void save(const QString &chapter, const QString &article, const QList<std::pair<QString, QString>> &words);
+    // True when the work data (作成データ) hold the article: the preview needs them.
+    bool hasMadeData(const QString &chapter, const QString &article);
     // How many selected words of the document are captioned 担当者.
     int countCaptioned(const QString &caption);
 

@@ -47,7 +47,14 @@ frmKihon::frmKihon(QWidget *parent) : QDialog(parent)
     auto *grid = new QGridLayout;
     const QList<SettingField> &fields = settingFields();
     BasicSettings settings(AppState::cn());
-    const QStringList values = settings.load();
+    QStringList values;
+    QString chosen;
+    try {
+        values = settings.load();
+        chosen = settings.representative();
+    } catch (const std::exception &e) {
+        uiPrompt().failure(QString::fromUtf8(e.what()));
+    }
     for (int i = 0; i < fields.size(); ++i) {
         auto *label = new QLabel(fields[i].column, this);
         auto *box = new QLineEdit(values.value(i), this);
@@ -65,7 +72,6 @@ frmKihon::frmKihon(QWidget *parent) : QDialog(parent)
 
     auto *frame = new QGroupBox(QStringLiteral("代表労働者の選択"), this);
     auto *choices = new QHBoxLayout(frame);
-    const QString chosen = settings.representative();
     for (int i = 0; i < kRepresentatives.size(); ++i) {
         auto *option = new QRadioButton(kRepresentatives[i], frame);
         option->setObjectName(QStringLiteral("Option1_%1").arg(i));

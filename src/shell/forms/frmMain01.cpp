@@ -3,6 +3,7 @@
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
 #include "rulebase/forms/frmDBSentaku.h"
+#include "rulebase/forms/frmKihon.h"
 #include "rulebase/forms/frmBackup.h"
 #include "rulebase/forms/frmSaiteki.h"
 #include "shell/AppState.h"
@@ -103,6 +104,7 @@ void frmMain01::buildCommands()
     }
     layout->addStretch();
     setCentralWidget(central);
+    m_factories[0] = [](QWidget *parent) -> QDialog * { return new frmKihon(parent); };
 }
 
 void frmMain01::buildStatusBar()

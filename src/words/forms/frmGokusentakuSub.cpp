@@ -1,0 +1,178 @@
+#include "words/forms/frmGokusentakuSub.h"
+
+#include "rulebase/Database.h"
+#include "shell/AppState.h"
+#include "shell/BusyCursor.h"
+#include "shell/forms/FormHelpers.h"
+#include "words/EmbeddedWords.h"
+#include "words/forms/frmGokusentaku_01.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace normaris {
+
+namespace {
+
+EmbeddedWords currentWords()
+{
+    const AppState &s = AppState::instance();
+    return EmbeddedWords(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
+}
+
+QString nameOf(const QString &sql, const QVariantList &keys) { return scalar(AppState::cn(), sql, keys).toString(); }
+
+} // namespace
+
+frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmGokusentakuSub"));
+    setWindowTitle(QStringLiteral("語句設定（条の指定）"));
+    const AppState &state = AppState::instance();
+    auto *outer = new QVBoxLayout(this);
+    auto *label11 = new QLabel(QStringLiteral("「章」と「条」を指定してください"), this);
+    label11->setObjectName(QStringLiteral("Label11"));
+    outer->addWidget(label11);
+    const QString documentName = nameOf(QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
+                                        {state.CurBunshoKeishikiCode, state.CurKiteiCode});
+    auto *names = new QGridLayout;
+    const std::pair<QString, QString> heads[] = {
+        {QStringLiteral("文章形式:"), nameOf(QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode})},
+        {QStringLiteral("規則・規程:"), documentName}};
+    for (int i = 0; i < 2; ++i) {
+        auto *value = new QLabel(heads[i].second, this);
+        value->setObjectName(QStringLiteral("Label10_%1").arg(i));
+        names->addWidget(new QLabel(heads[i].first, this), i, 0);
+        names->addWidget(value, i, 1);
+    }
+    m_chapter = new QComboBox(this);
+    m_chapter->setObjectName(QStringLiteral("DataCombo2"));
+    m_chapterCode = new QLabel(this);
+    m_chapterCode->setObjectName(QStringLiteral("Label7_1"));
+    m_article = new QComboBox(this);
+    m_article->setObjectName(QStringLiteral("DataCombo3"));
+    m_articleCode = new QLabel(this);
+    m_articleCode->setObjectName(QStringLiteral("Label7_2"));
+    names->addWidget(new QLabel(QStringLiteral("章:"), this), 2, 0);
+    names->addWidget(m_chapter, 2, 1);
+    names->addWidget(m_chapterCode, 2, 2);
+    names->addWidget(new QLabel(QStringLiteral("条:"), this), 3, 0);
+    names->addWidget(m_article, 3, 1);
+    names->addWidget(m_articleCode, 3, 2);
+    outer->addLayout(names);
+    m_chapter->installEventFilter(this);
+    m_article->installEventFilter(this);
+    connect(m_chapter, &QComboBox::currentIndexChanged, this, [this] {
+        m_chapterCode->setText(m_chapter->currentData().toString());
+        m_article->clear();
+        m_articleCode->clear();
+    });
+    connect(m_article, &QComboBox::currentIndexChanged, this, [this] { m_articleCode->setText(m_article->currentData().toString()); });
+
+    // The bulk conversion of 担当者: shown for two agreements, with nothing behind its button.
+    auto *frame = new QGroupBox(this);
+    frame->setObjectName(QStringLiteral("Frame1"));
+    auto *frameBox = new QVBoxLayout(frame);
+    auto *label1 = new QLabel(frame);
+    label1->setObjectName(QStringLiteral("Label1"));
+    auto *label5 = new QLabel(QStringLiteral("一括変換する場合はこのボタンを押してください。"), frame);
+    label5->setObjectName(QStringLiteral("Label5"));
+    QPushButton *bulk = makeButton(frame, QStringLiteral("Command4"), QStringLiteral("まとめて変換(&M)"));
+    frameBox->addWidget(label1);
+    frameBox->addWidget(label5);
+    frameBox->addWidget(bulk, 0, Qt::AlignLeft);
+    outer->addWidget(frame);
+    const bool counted = state.CurKiteiCode == u"34" || state.CurKiteiCode == u"32";
+    frame->setVisible(counted);
+    if (counted)
+        label1->setText(documentName + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
+
+    auto *buttons = new QHBoxLayout;
+    QPushButton *go = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));
+    QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
+    QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    buttons->addStretch();
+    for (QPushButton *b : {go, close, help})
+        buttons->addWidget(b);
+    outer->addLayout(buttons);
+    connect(go, &QPushButton::clicked, this, &frmGokusentakuSub::next);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+    PlaceForm(this);
+}
+
+void frmGokusentakuSub::fillChapters()
+{
+    const QSignalBlocker block(m_chapter);
+    m_chapter->clear();
+    for (const CodeAndName &c : currentWords().chapters())
+        m_chapter->addItem(c.name, c.code);
+    m_chapter->setCurrentIndex(-1);
+    m_chapterCode->clear();
+    m_articleCode->clear();
+    m_article->clear();
+}
+
+bool frmGokusentakuSub::fillArticles()
+{
+    if (m_chapter->currentIndex() < 0) {
+        uiPrompt().error(QStringLiteral("未指定"), QStringLiteral("「章」を指定してください"));
+        QTimer::singleShot(0, m_chapter, qOverload<>(&QWidget::setFocus));
+        return false;
+    }
+    try {
+        BusyCursor busy;
+        AppState::instance().CurShoCode = m_chapter->currentData().toString();
+        const QList<CodeAndName> articles = currentWords().articlesWithWords(AppState::instance().CurShoCode);
+        const QSignalBlocker block(m_article);
+        m_article->clear();
+        for (const CodeAndName &a : articles)
+            m_article->addItem(a.name, a.code);
+        m_article->setCurrentIndex(-1);
+        m_articleCode->clear();
+    } catch (const std::exception &e) {
+        uiPrompt().failure(QString::fromUtf8(e.what()));
+        return false;
+    }
+    return true;
+}
+
+bool frmGokusentakuSub::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        if (watched == m_chapter)
+            fillChapters();
+        else if (watched == m_article)
+            fillArticles();
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmGokusentakuSub::next()
+{
+    if (m_chapter->currentIndex() < 0) {
+        uiPrompt().error(QStringLiteral("未指定"), QStringLiteral("「章」を指定してください"));
+        m_chapter->setFocus();
+        return;
+    }
+    if (m_article->currentIndex() < 0) {
+        uiPrompt().error(QStringLiteral("未指定"), QStringLiteral("「条」を指定してください"));
+        m_article->setFocus();
+        return;
+    }
+    AppState &state = AppState::instance();
+    state.CurShoCode = m_chapter->currentData().toString();
+    state.CurJoCode = m_article->currentData().toString();
+    state.WordsPreviewAllowed = true;
+    frmGokusentaku_01 words(this);
+    words.exec();
+}
+
+} // namespace normaris

@@ -1,0 +1,171 @@
+// The settings, dates and words dialogs offscreen, driven by their control names.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "rulebase/forms/frmKihon.h"
+#include "rulebase/forms/frmSekoubi.h"
+#include "shell/AppState.h"
+#include "shell/forms/FormHelpers.h"
+#include "words/forms/frmGokusentakuSub.h"
+#include "words/forms/frmGokusentaku_01.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::test;
+
+class SettingsFormsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_root = std::make_unique<TestRoot>();
+        m_root->makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt opening;
+        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
+        setUiPrompt(&m_prompt);
+        m_prompt.clear();
+        AppState &state = AppState::instance();
+        state.CurBunshoKeishikiCode = QStringLiteral("1");
+        state.CurKiteiCode = QStringLiteral("01");
+    }
+    void cleanup()
+    {
+        setUiPrompt(nullptr);
+        m_root.reset();
+    }
+
+    void kihonFiltersKeysAndChecksOnEnter()
+    {
+        frmKihon form;
+        form.show();
+        auto *postcode = form.findChild<QLineEdit *>(QStringLiteral("Text1_1"));
+        auto *workers = form.findChild<QLineEdit *>(QStringLiteral("Text1_13"));
+        QCOMPARE(form.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->text(), QStringLiteral("☆0001☆"));
+        QCOMPARE(postcode->text(), QString());
+        postcode->setFocus();
+        QTest::keyClicks(postcode, QStringLiteral("1a0x0-0;001"));
+        QCOMPARE(postcode->text(), QStringLiteral("100-0001"));
+
+        workers->setFocus();
+        workers->clear();
+        QTest::keyClicks(workers, QStringLiteral("0"));
+        QTest::keyClick(workers, Qt::Key_Return);
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数")});
+        QCoreApplication::processEvents();
+        QVERIFY(workers->hasFocus());
+    }
+
+    void kihonUpdateWritesMarkersAndWarnsOnlyFromTheConsole()
+    {
+        for (const bool fromConsole : {false, true}) {
+            AppState::instance().KihonFromExport = fromConsole;
+            m_prompt.clear();
+            frmKihon form;
+            form.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->setText(QStringLiteral("株式会社テスト"));
+            form.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->clear();
+            m_prompt.answer({true});
+            form.findChild<QPushButton *>(QStringLiteral("Command1"))->click();
+            QStringList expected = {QStringLiteral("更新の確認: 内容を変更します。\nよろしいですか。")};
+            if (fromConsole)
+                expected << QStringLiteral("データ変更: データエクスポート処理の過程で基本設定を変更した場合は、\n"
+                                           "もう一度データエクスポートフォームの「新規作成」をクリックしてください。");
+            QCOMPARE(m_prompt.lines(), expected);
+            QVERIFY(!AppState::instance().KihonFromExport);
+            QCOMPARE(form.result(), int(QDialog::Accepted));
+        }
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 事業所名 || '|' || 所在地1 FROM 企業情報")).toString(),
+                 QStringLiteral("株式会社テスト|☆0003☆"));
+    }
+
+    void sekoubiAddsRefusesAndDeletes()
+    {
+        frmSekoubi form;
+        form.show();
+        const auto button = [&](const char *name) { return form.findChild<QPushButton *>(QString::fromUtf8(name)); };
+        QVERIFY(button("cmdEdit")->isHidden());
+        button("cmdAdd")->click();
+        auto *date = form.findChild<QLineEdit *>(QStringLiteral("Text1"));
+        QVERIFY(date->isVisibleTo(&form));
+        QVERIFY(!button("cmdClose")->isEnabled());
+        date->setText(QStringLiteral("2009/2/30"));
+        button("cmdUpdate")->click();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")});
+        date->setText(QStringLiteral("令和8年4月1日"));
+        button("cmdUpdate")->click();
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日")).toString(),
+                 QStringLiteral("1 01 2026-04-01"));
+        QVERIFY(!button("cmdEdit")->isHidden());
+        QCOMPARE(form.findChild<QLabel *>(QStringLiteral("lblStatus"))->text(), QStringLiteral("Record: 1"));
+
+        m_prompt.clear();
+        m_prompt.answer({true});
+        button("cmdDelete")->click();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("削除の確認: 2026/04/01 を削除しますか？")});
+        // With the last date gone only 追加 and 閉じる are left.
+        QVERIFY(button("cmdEdit")->isHidden() && button("cmdDelete")->isHidden() && button("cmdFirst")->isHidden());
+        QVERIFY(button("cmdAdd")->isEnabled() && button("cmdClose")->isEnabled());
+    }
+
+    void wordsFormSavesAndEmptiesToTheMarker()
+    {
+        AppState &state = AppState::instance();
+        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
+        state.CurShoCode = place.section(u' ', 0, 0);
+        state.CurJoCode = place.section(u' ', 1, 1);
+        state.WordsPreviewAllowed = false;
+        frmGokusentaku_01 form;
+        QVERIFY(form.findChild<QPushButton *>(QStringLiteral("Command4"))->isHidden());
+        auto *first = form.findChild<QLineEdit *>(QStringLiteral("Text1_0"));
+        const QString code = form.findChild<QLabel *>(QStringLiteral("Label3_0"))->text();
+        first->clear();
+        m_prompt.answer({false});
+        form.findChild<QPushButton *>(QStringLiteral("Command2"))->click();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")});
+        QCOMPARE(first->text(), u'★' + code + u'★');
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND 章Code = ? AND 条Code = ? AND Code = ?"),
+                        {state.CurShoCode, state.CurJoCode, code}).toString(),
+                 u'★' + code + u'★');
+    }
+
+    void previewNeedsTheWorkData()
+    {
+        AppState &state = AppState::instance();
+        state.CurShoCode = QStringLiteral("01");
+        state.CurJoCode = QStringLiteral("0001");
+        state.WordsPreviewAllowed = true;
+        frmGokusentaku_01 form;
+        auto *preview = form.findChild<QPushButton *>(QStringLiteral("Command4"));
+        if (preview->isHidden()) {
+            // An article without words has no preview at all.
+            QCOMPARE(form.findChild<QLabel *>(QStringLiteral("Label2_0"))->text(), QStringLiteral("埋込語句はありません。"));
+            QCOMPARE(form.findChild<QPushButton *>(QStringLiteral("Command3"))->text(), QStringLiteral("閉じる(&C)"));
+            return;
+        }
+        preview->click();
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
+    }
+
+    void tantoushaBlockOnlyForTwoAgreements()
+    {
+        frmGokusentakuSub form;
+        QVERIFY(form.findChild<QGroupBox *>(QStringLiteral("Frame1"))->isHidden());
+        AppState::instance().CurKiteiCode = QStringLiteral("34");
+        frmGokusentakuSub agreement;
+        QVERIFY(!agreement.findChild<QGroupBox *>(QStringLiteral("Frame1"))->isHidden());
+        QVERIFY(agreement.findChild<QLabel *>(QStringLiteral("Label1"))->text().endsWith(QStringLiteral("には「担当者」の設定が0ヶ所あります。")));
+    }
+
+private:
+    std::unique_ptr<TestRoot> m_root;
+    ScriptedPrompt m_prompt;
+};
+
+QTEST_MAIN(SettingsFormsTest)
+#include "tst_settingsforms.moc"
