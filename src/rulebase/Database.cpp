@@ -63,12 +63,16 @@ QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds
     q.setForwardOnly(true);
     if (!q.prepare(sql))
         throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
-    // Text columns hold '' rather than NULL: a null QString binds as an empty text.
     for (const QVariant &v : binds)
-        q.addBindValue(v.typeId() == QMetaType::QString && v.toString().isNull() ? QVariant(QStringLiteral("")) : v);
+        q.addBindValue(boundValue(v));
     if (!q.exec())
         throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
     return q;
+}
+
+QVariant boundValue(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QString && value.toString().isNull() ? QVariant(QStringLiteral("")) : value;
 }
 
 QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds)
@@ -103,7 +107,9 @@ bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void(
         work();
         transaction.commit();
         return true;
-    } catch (const std::exception &) {
+    } catch (const std::exception &e) {
+        // The user sees the fixed text; the cause goes to the terminal for whoever looks.
+        qWarning("transaction rolled back: %s", e.what());
         prompt.plain(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
         return false;
     }

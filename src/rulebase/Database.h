@@ -32,6 +32,9 @@ void closeDatabase(const QString &connectionName);
 
 // Prepares sql, binds the values in order and runs it. Throws DbError on failure.
 QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
+// A value as it is bound: a null QString becomes '' (text columns hold '' rather than NULL).
+QVariant boundValue(const QVariant &value);
+
 // The first column of the first row, or an invalid QVariant when there is no row.
 QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
 

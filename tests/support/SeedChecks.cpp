@@ -112,9 +112,12 @@ QStringList compositionProblems(QSqlDatabase db, const QString &style, const QSt
         checkNumbers(lower, 4, 7, at, problems);
         for (const Row &l : lower)
             checkSelected(db, style, document, l, problems);
-        // Words of a composed article are selected.
-        const int unselected = scalar(db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? AND 選択フラグ = 0"),
-                                      {document, r.codes[0], r.codes[1]}).toInt();
+        // A word held by a composed clause is selected.
+        const int unselected = scalar(db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 w WHERE w.規程Code = ? AND w.章Code = ? AND w.条Code = ? AND w.選択フラグ = 0 "
+                                                         "AND EXISTS (SELECT 1 FROM 作成データ補助項～ c WHERE c.文章形式Code = ? AND c.規程Code = w.規程Code AND c.章Code = w.章Code "
+                                                         "AND c.条Code = w.条Code AND c.項Code = w.項Code AND c.号Code = w.号Code AND c.号の細分丸Code = w.号の細分丸Code "
+                                                         "AND c.号の細分イロハCode = w.号の細分イロハCode AND c.種別 = w.種別)"),
+                                      {document, r.codes[0], r.codes[1], style}).toInt();
         if (unselected)
             problems << at + QStringLiteral(": 選択されていない語句が%1件").arg(unselected);
     }

@@ -3,14 +3,15 @@
 // document and prose style, read into these plain structures, checked, and then
 // written into the seed file.
 
+#include "rulebase/Levels.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace normaris::seed {
 
-// The level code 種別 of the schema.
-enum class Level { Document = 1, Chapter = 2, Article = 3, Paragraph = 4, Item = 5, Maru = 6, Iroha = 7, Preamble = 10 };
+using Level = normaris::Level;
 
 // Where a row stands: the codes of all levels above it and its own.
 struct Place {

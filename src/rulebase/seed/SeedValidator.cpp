@@ -23,6 +23,7 @@ QString levelName(Level level)
     case Level::Item: return QStringLiteral("号");
     case Level::Maru: return QStringLiteral("丸");
     case Level::Iroha: return QStringLiteral("イロハ");
+    case Level::Closing: break;
     }
     return {};
 }

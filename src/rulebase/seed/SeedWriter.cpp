@@ -17,8 +17,6 @@ namespace {
 
 const QString kConnection = QStringLiteral("normaris_seed");
 
-QString levelCode(Level level) { return QString::number(int(level)); }
-
 QString segmentJoin(int i, int n) { return n == 1 ? QStringLiteral("0") : QString::number(i + 1); }
 
 // 結合種別: a segment that is exactly one marker holds a word (1) or a basic word (3).

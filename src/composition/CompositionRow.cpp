@@ -1,0 +1,89 @@
+#include "composition/CompositionRow.h"
+
+#include "rulebase/Database.h"
+#include "rulebase/Schema.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace normaris {
+
+QVariantList CompositionRow::values() const
+{
+    QVariantList v = {order, levelCode(level), document, number};
+    for (const QString &c : codes)
+        v << c;
+    v << join << (lineBreak ? 1 : 0) << templateCode << text << words << references << changed << style << formalName;
+    return v;
+}
+
+namespace {
+
+QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys)
+{
+    QList<CompositionRow> rows;
+    QSqlQuery q = execSql(db, QStringLiteral("SELECT 順番, 種別, 規程Code, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
+                                             "結合, 改行, テンプレート, 文章, 変数語句, 変数番号, 変更フラグ, 文章形式Code, 正式名称 "
+                                             "FROM \"%1\" WHERE %2 ORDER BY 順番, CAST(結合 AS INTEGER)").arg(table, where), keys);
+    while (q.next()) {
+        CompositionRow r;
+        r.order = q.value(0).toInt();
+        r.level = levelOf(q.value(1).toString());
+        r.document = q.value(2).toString();
+        r.number = q.value(3).toInt();
+        for (int i = 0; i < 6; ++i)
+            r.codes[i] = q.value(4 + i).toString();
+        r.join = q.value(10).toString();
+        r.lineBreak = q.value(11).toString() == u"1";
+        r.templateCode = q.value(12).toString();
+        r.text = q.value(13).toString();
+        r.words = q.value(14).toBool();
+        r.references = q.value(15).toBool();
+        r.changed = q.value(16).toBool();
+        r.style = q.value(17).toString();
+        r.formalName = q.value(18).toString();
+        rows << r;
+    }
+    return rows;
+}
+
+} // namespace
+
+QList<CompositionRow> readArticleRows(QSqlDatabase db, const QString &style, const QString &document)
+{
+    return readRows(db, kArticleRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ?"), {style, document});
+}
+
+QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document,
+                                     const QString &chapter, const QString &article)
+{
+    return readRows(db, kClauseRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
+                    {style, document, chapter, article});
+}
+
+void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
+{
+    if (rows.isEmpty())
+        return;
+    const QStringList names = schemaTable(table).columnNames();
+    QStringList quotedNames, marks;
+    for (const QString &n : names) {
+        quotedNames << u'"' + n + u'"';
+        marks << QStringLiteral("?");
+    }
+    QSqlQuery q(db);
+    if (!q.prepare(QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u','))))
+        throw DbError(q.lastError().text());
+    QList<QVariantList> columns(names.size());
+    for (const CompositionRow &r : rows) {
+        const QVariantList v = r.values();
+        for (qsizetype c = 0; c < v.size(); ++c)
+            columns[c] << boundValue(v[c]);
+    }
+    for (const QVariantList &column : columns)
+        q.addBindValue(column);
+    if (!q.execBatch())
+        throw DbError(q.lastError().text());
+}
+
+} // namespace normaris

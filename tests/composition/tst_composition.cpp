@@ -1,0 +1,223 @@
+// Adding and releasing clauses on the standard draft of the seed: every step leaves
+// the working tables consistent, and releasing a clause then adding it back at the
+// same place gives back exactly the rows there were.
+
+#include "ScriptedPrompt.h"
+#include "SeedChecks.h"
+#include "TestRoot.h"
+#include "composition/ClauseAdder.h"
+#include "composition/ClauseReleaser.h"
+#include "composition/CompositionRow.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "shell/AppState.h"
+
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+
+const QString kStyle = QStringLiteral("1");
+const QString kDoc = QStringLiteral("01");
+
+QStringList dump(const QList<CompositionRow> &rows)
+{
+    QStringList out;
+    for (const CompositionRow &r : rows)
+        out << QStringLiteral("%1|%2|%3|%4|%5|%6").arg(r.order).arg(int(r.level)).arg(r.number).arg(r.codes.join(u'.'), r.join, r.text.left(12));
+    return out;
+}
+
+QStringList allRows(QSqlDatabase db)
+{
+    QStringList out = dump(readArticleRows(db, kStyle, kDoc));
+    for (const CompositionRow &a : readArticleRows(db, kStyle, kDoc)) {
+        if (a.level == Level::Article)
+            out += dump(readClauseRows(db, kStyle, kDoc, a.codes[0], a.codes[1]));
+    }
+    return out;
+}
+
+int flagOf(QSqlDatabase db, const QString &sql, const QVariantList &keys) { return scalar(db, sql, keys).toInt(); }
+
+} // namespace
+
+class CompositionTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_root = std::make_unique<TestRoot>();
+        m_root->makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt opening;
+        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
+        m_db = AppState::cn();
+        m_prompt.clear();
+    }
+    void cleanup()
+    {
+        m_db = QSqlDatabase();
+        m_root.reset();
+    }
+
+    // Every article of the draft: release it, check, add it back below the row before it.
+    void releaseAndAddBackEveryArticle()
+    {
+        const QStringList original = allRows(m_db);
+        ClauseAdder adder(m_db, m_prompt);
+        ClauseReleaser releaser(m_db, m_prompt);
+        const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
+        int articles = 0;
+        for (int i = 0; i < rows.size(); ++i) {
+            if (rows[i].level != Level::Article)
+                continue;
+            ++articles;
+            const CompositionRow &row = rows[i];
+            QCOMPARE(Kaijo03(releaser, {kStyle, kDoc, Level::Article, i, row.codes}), Outcome::Done);
+            // The full check reads every row; a sample of the states in between is enough.
+            if (articles % 7 == 1)
+                QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
+            QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {row.codes[1]}), 0);
+
+            const CompositionRow &before = rows[i - 1];
+            AddRequest add{kStyle, kDoc, before.level, Level::Article, false, i - 1, before.codes, row.codes[1]};
+            const Outcome added = before.level == Level::Article ? Tuika0303(adder, add) : Tuika0203(adder, add);
+            QCOMPARE(added, Outcome::Done);
+            QCOMPARE(allRows(m_db), original);
+        }
+        QVERIFY(articles >= 70);
+        QCOMPARE(m_prompt.lines().count(QStringLiteral("確認: 処理を終了しました。")), articles * 2);
+    }
+
+    // Every 項 of a few articles, split clauses and sub-items included.
+    void releaseAndAddBackParagraphs()
+    {
+        const QStringList original = allRows(m_db);
+        ClauseAdder adder(m_db, m_prompt);
+        ClauseReleaser releaser(m_db, m_prompt);
+        int released = 0;
+        for (const CompositionRow &article : readArticleRows(m_db, kStyle, kDoc)) {
+            if (article.level != Level::Article)
+                continue;
+            const QList<CompositionRow> rows = readClauseRows(m_db, kStyle, kDoc, article.codes[0], article.codes[1]);
+            for (int i = 0; i < rows.size(); ++i) {
+                const CompositionRow &row = rows[i];
+                if (row.join.toInt() > 1)
+                    continue;
+                // Release the clause (from its first row) and add it back below the row before it.
+                QCOMPARE(releaser.release({kStyle, kDoc, row.level, i, row.codes}), Outcome::Done);
+                if (released % 5 == 0) {
+                    const QStringList problems = compositionProblems(m_db, kStyle, kDoc);
+                    QVERIFY2(problems.isEmpty(), qUtf8Printable(row.codes.join(u'.') + u' ' + problems.join(u'\n')));
+                }
+                AddRequest add{kStyle, kDoc, Level::Paragraph, row.level, i == 0, 0, row.codes, row.ownCode()};
+                if (i > 0) {
+                    add.selected = rows[i - 1].level;
+                    add.rowIndex = i - 1;
+                    add.codes = rows[i - 1].codes;
+                }
+                QCOMPARE(adder.add(add), Outcome::Done);
+                QCOMPARE(allRows(m_db), original);
+                ++released;
+            }
+            if (released > 80)
+                break;
+        }
+        QVERIFY(released > 50);
+    }
+
+    void releaseAndAddBackAChapter()
+    {
+        const QStringList original = allRows(m_db);
+        const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
+        int i = 0;
+        for (int k = 0, chapters = 0; k < rows.size(); ++k) {
+            if (rows[k].level == Level::Chapter && ++chapters == 3)
+                i = k;
+        }
+        const CompositionRow chapter = rows[i];
+        ClauseReleaser releaser(m_db, m_prompt);
+        QCOMPARE(Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, i, chapter.codes}), Outcome::Done);
+        QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
+        // The chapter goes back to stock; its articles keep their flags.
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {chapter.codes[0]}), 0);
+        QVERIFY(flagOf(m_db, QStringLiteral("SELECT min(選択フラグ) FROM 条 c WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND EXISTS "
+                                            "(SELECT 1 FROM 作成データ補助～条 WHERE 条Code = c.Code)"), {chapter.codes[0]}) == 0);
+        ClauseAdder adder(m_db, m_prompt);
+        AddRequest add{kStyle, kDoc, Level::Article, Level::Chapter, false, i - 1, rows[i - 1].codes, chapter.codes[0]};
+        QCOMPARE(Tuika0302(adder, add), Outcome::Done);
+        QCOMPARE(allRows(m_db), original);
+    }
+
+    void releaseAndAddBackThePreamble()
+    {
+        const QStringList original = allRows(m_db);
+        ClauseReleaser releaser(m_db, m_prompt);
+        QCOMPARE(Kaijo10(releaser, {kStyle, kDoc, Level::Preamble, 1, QStringList(6)}), Outcome::Done);
+        QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT max(選択フラグ) FROM 前文 WHERE 規程Code = '01' AND 文章形式Code = '1'"), {}), 0);
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 = '10' AND 選択フラグ = 1"), {}), 0);
+        ClauseAdder adder(m_db, m_prompt);
+        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}), Outcome::Done);
+        QCOMPARE(allRows(m_db), original);
+    }
+
+    void refusals()
+    {
+        ClauseAdder adder(m_db, m_prompt);
+        const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
+        const CompositionRow &article = rows.last();
+        QCOMPARE(Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, QString()}), Outcome::Stopped);
+        QCOMPARE(Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, article.codes[1]}), Outcome::Stopped);
+        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}), Outcome::Stopped);
+        QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("未指定: 「条」を指定してください"), QStringLiteral("使用中: この条は既に使用しています"),
+                                                QStringLiteral("使用中: この前文は既に使用しています")}));
+        QCOMPARE(m_prompt.shown().first().icon, Prompt::Icon::Error);
+    }
+
+    // A 章 added with no selected 条 writes one row; releasing it renumbers every 条 from 0.
+    void aChapterWithoutArticles()
+    {
+        const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
+        execSql(m_db, QStringLiteral("INSERT INTO 章 (文章形式Code, 規程Code, Code, 章, 選択フラグ) VALUES ('1', '01', '69', '空の章', 0)"));
+        ClauseAdder adder(m_db, m_prompt);
+        const int last = int(rows.size()) - 1;
+        QCOMPARE(Tuika0302(adder, {kStyle, kDoc, Level::Article, Level::Chapter, false, last, rows[last].codes, QStringLiteral("69")}), Outcome::Done);
+        QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
+        QCOMPARE(readArticleRows(m_db, kStyle, kDoc).size(), rows.size() + 1);
+        ClauseReleaser releaser(m_db, m_prompt);
+        QCOMPARE(Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, last + 1, {QStringLiteral("69"), {}, {}, {}, {}, {}}}), Outcome::Done);
+        QCOMPARE(scalar(m_db, QStringLiteral("SELECT min(番号) FROM 作成データ補助～条 WHERE 種別 = '3' AND 規程Code = '01' AND 文章形式Code = '1'")).toInt(), 0);
+    }
+
+    // A failure inside the add leaves everything as it was.
+    void aFailedAddChangesNothing()
+    {
+        const QStringList original = allRows(m_db);
+        execSql(m_db, QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+        const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
+        ClauseReleaser releaser(m_db, m_prompt);
+        int i = 0;
+        while (rows[i].level != Level::Article)
+            ++i;
+        QCOMPARE(Kaijo03(releaser, {kStyle, kDoc, Level::Article, i, rows[i].codes}), Outcome::Done);
+        const QStringList released = allRows(m_db);
+        ClauseAdder adder(m_db, m_prompt);
+        m_prompt.clear();
+        QCOMPARE(Tuika0203(adder, {kStyle, kDoc, Level::Chapter, Level::Article, false, i - 1, rows[i - 1].codes, rows[i].codes[1]}), Outcome::Failed);
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
+        QCOMPARE(allRows(m_db), released);
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {rows[i].codes[1]}), 0);
+        QVERIFY(released != original);
+    }
+
+private:
+    std::unique_ptr<TestRoot> m_root;
+    QSqlDatabase m_db;
+    ScriptedPrompt m_prompt;
+};
+
+QTEST_GUILESS_MAIN(CompositionTest)
+#include "tst_composition.moc"
