@@ -3,6 +3,7 @@
 // per place in 変数テーブル語句; an emptied word goes back to its marker, so that the
 // gap stays visible in the finished document.
 
+#include "composition/CodeAndName.h"
 #include "shell/Prompt.h"
 
 #include <QList>
@@ -14,11 +15,6 @@ struct EmbeddedWord {
     QString code;
     QString caption; // 表示名称
     QString word;    // the content (設定内容)
-};
-
-struct CodeAndName {
-    QString code;
-    QString name;
 };
 
 // The limit of one word in CP932 bytes.

@@ -1,0 +1,64 @@
+#include "composition/DocumentList.h"
+
+#include "composition/CompositionRow.h"
+#include "rulebase/Database.h"
+
+#include <QSqlQuery>
+
+namespace normaris {
+
+QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
+{
+    QList<CodeAndName> list;
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
+                          {style, selected ? 1 : 0});
+    while (q.next())
+        list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
+    return list;
+}
+
+bool DocumentList::isOnList(const QString &style, const QString &document)
+{
+    return scalar(m_db, QStringLiteral("SELECT 選択フラグ FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toInt() == 1;
+}
+
+bool DocumentList::exists(const QString &style, const QString &document)
+{
+    return scalar(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toInt() > 0;
+}
+
+void DocumentList::addToList(const QString &style, const QString &document)
+{
+    Transaction transaction(m_db);
+    execSql(m_db, QStringLiteral("UPDATE 規程 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
+    const bool composed = scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
+                                 {style, document}).toInt() > 0;
+    if (!composed) {
+        QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
+        if (q.next()) {
+            CompositionRow row;
+            row.order = 1;
+            row.level = Level::Document;
+            row.document = document;
+            row.text = q.value(0).toString();
+            row.changed = q.value(1).toBool();
+            row.style = style;
+            row.formalName = q.value(2).toString();
+            insertCompositionRows(m_db, kArticleRowsTable, {row});
+        }
+    }
+    transaction.commit();
+}
+
+void DocumentList::removeFromList(const QString &style, const QString &document)
+{
+    Transaction transaction(m_db);
+    execSql(m_db, QStringLiteral("UPDATE 規程 SET 選択フラグ = 0 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
+    if (document.toInt() < kUserCodes) {
+        for (const QString &table : {kArticleRowsTable, kClauseRowsTable})
+            execSql(m_db, QStringLiteral("DELETE FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {style, document});
+    }
+    transaction.commit();
+}
+
+} // namespace normaris

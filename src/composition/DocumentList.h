@@ -1,0 +1,33 @@
+#pragma once
+// The documents a company uses (規程.選択フラグ), per prose style. Putting a document
+// on the list starts its composition with the 規程 row, or brings back the one it had;
+// taking a standard document (code below 70) off the list drops its composition,
+// while a document of the user's own keeps it for when it comes back.
+
+#include "composition/CodeAndName.h"
+
+#include <QList>
+#include <QSqlDatabase>
+
+namespace normaris {
+
+class DocumentList {
+public:
+    explicit DocumentList(QSqlDatabase db) : m_db(std::move(db)) {}
+
+    // The documents of a style on the list (selected) or not, in code order.
+    QList<CodeAndName> documents(const QString &style, bool selected);
+    bool isOnList(const QString &style, const QString &document);
+    bool exists(const QString &style, const QString &document);
+
+    void addToList(const QString &style, const QString &document);
+    void removeFromList(const QString &style, const QString &document);
+
+    // The first code of the user's own documents.
+    static constexpr int kUserCodes = 70;
+
+private:
+    QSqlDatabase m_db;
+};
+
+} // namespace normaris
