@@ -1,6 +1,8 @@
 #include "cli/Cli.h"
 
 #include "cli/TerminalPrompt.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
 #include "shell/AppState.h"
 #include "shell/Failure.h"
 #include "shell/ProgramFolder.h"
@@ -53,11 +55,34 @@ int exitCodeOf(Outcome outcome)
     return ExitFailure;
 }
 
+Command companyCommand(QStringList path, QString usage, int minWords, int maxWords, std::function<int(Context &)> run,
+                       bool needsDocument)
+{
+    return Command{std::move(path), QStringLiteral("--company NAME ") + usage, minWords, maxWords,
+                   [run = std::move(run), needsDocument](Context &c) {
+                       if (!c.args.has(QStringLiteral("--company"))) {
+                           c.prompt.failure(QStringLiteral("--company で会社を指定してください。"));
+                           return int(ExitFailure);
+                       }
+                       const Outcome opened = CompanyFiles(c.layout, c.prompt).open(c.args.option(QStringLiteral("--company")));
+                       if (opened != Outcome::Done)
+                           return exitCodeOf(opened);
+                       const QString document = c.args.option(QStringLiteral("--doc"));
+                       if (needsDocument
+                           && scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = ?"), {document}).toInt() == 0) {
+                           c.prompt.plain(QStringLiteral("データ指定の確認"), QStringLiteral("規程「%1」はありません。").arg(document));
+                           return int(ExitStopped);
+                       }
+                       return run(c);
+                   }};
+}
+
 QList<Command> allCommands()
 {
     QList<Command> commands;
     addCompanyCommands(commands);
     addSettingsCommands(commands);
+    addComposeCommands(commands);
     return commands;
 }
 

@@ -43,10 +43,16 @@ struct Command {
     std::function<int(Context &)> run;
 };
 
+// A command that works on the company named by --company, opened without a question
+// (as `cn`); with needsDocument, --doc must name a document of the dictionary.
+Command companyCommand(QStringList path, QString usage, int minWords, int maxWords, std::function<int(Context &)> run,
+                       bool needsDocument);
+
 // Every command, each subsystem adding its own.
 QList<Command> allCommands();
 void addCompanyCommands(QList<Command> &commands);
 void addSettingsCommands(QList<Command> &commands);
+void addComposeCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output goes to out, boxes to err.
 int run(const QStringList &args, const QString &programDir, std::FILE *out, std::FILE *err);

@@ -31,11 +31,6 @@ bool assignments(Context &c, QList<std::pair<QString, QString>> &out)
     return true;
 }
 
-bool documentExists(QSqlDatabase db, const QString &code)
-{
-    return scalar(db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = ?"), {code}).toInt() > 0;
-}
-
 int settingsShow(Context &c)
 {
     BasicSettings settings(AppState::cn());
@@ -161,38 +156,18 @@ int wordsSet(Context &c)
     return ExitDone;
 }
 
-// Every command here works on one company, opened without a question; --doc must name a document.
-Command onCompany(QStringList path, QString usage, int minWords, int maxWords, int (*run)(Context &), bool needsDocument)
-{
-    return Command{std::move(path), QStringLiteral("--company NAME ") + usage, minWords, maxWords,
-                   [run, needsDocument](Context &c) {
-                       if (!c.args.has(QStringLiteral("--company"))) {
-                           c.prompt.failure(QStringLiteral("--company で会社を指定してください。"));
-                           return int(ExitFailure);
-                       }
-                       const Outcome opened = CompanyFiles(c.layout, c.prompt).open(c.args.option(QStringLiteral("--company")));
-                       if (opened != Outcome::Done)
-                           return exitCodeOf(opened);
-                       if (needsDocument && !documentExists(AppState::cn(), c.args.option(QStringLiteral("--doc")))) {
-                           c.prompt.plain(QStringLiteral("データ指定の確認"), QStringLiteral("規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc"))));
-                           return int(ExitStopped);
-                       }
-                       return run(c);
-                   }};
-}
-
 } // namespace
 
 void addSettingsCommands(QList<Command> &commands)
 {
-    commands << onCompany({kSettings, QStringLiteral("show")}, {}, 0, 0, settingsShow, false);
-    commands << onCompany({kSettings, QStringLiteral("set")}, QStringLiteral("COLUMN=VALUE ..."), 1, 16, settingsSet, false);
-    commands << onCompany({kSettings, QStringLiteral("representative")}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative, false);
-    commands << onCompany({kDates, QStringLiteral("list")}, QStringLiteral("--doc CODE"), 0, 0, datesList, true);
-    commands << onCompany({kDates, QStringLiteral("add")}, QStringLiteral("--doc CODE DATE [--style 1|2]"), 1, 1, datesAdd, true);
-    commands << onCompany({kDates, QStringLiteral("delete")}, QStringLiteral("--doc CODE DATE"), 1, 1, datesDelete, true);
-    commands << onCompany({kWords, QStringLiteral("list")}, QStringLiteral("--doc CODE --chapter C --article A"), 0, 0, wordsList, true);
-    commands << onCompany({kWords, QStringLiteral("set")}, QStringLiteral("--doc CODE --chapter C --article A WORDCODE=TEXT ..."), 1, 15, wordsSet, true);
+    commands << companyCommand({kSettings, QStringLiteral("show")}, {}, 0, 0, settingsShow, false);
+    commands << companyCommand({kSettings, QStringLiteral("set")}, QStringLiteral("COLUMN=VALUE ..."), 1, 16, settingsSet, false);
+    commands << companyCommand({kSettings, QStringLiteral("representative")}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative, false);
+    commands << companyCommand({kDates, QStringLiteral("list")}, QStringLiteral("--doc CODE"), 0, 0, datesList, true);
+    commands << companyCommand({kDates, QStringLiteral("add")}, QStringLiteral("--doc CODE DATE [--style 1|2]"), 1, 1, datesAdd, true);
+    commands << companyCommand({kDates, QStringLiteral("delete")}, QStringLiteral("--doc CODE DATE"), 1, 1, datesDelete, true);
+    commands << companyCommand({kWords, QStringLiteral("list")}, QStringLiteral("--doc CODE --chapter C --article A"), 0, 0, wordsList, true);
+    commands << companyCommand({kWords, QStringLiteral("set")}, QStringLiteral("--doc CODE --chapter C --article A WORDCODE=TEXT ..."), 1, 15, wordsSet, true);
 }
 
 } // namespace normaris::cli

@@ -4,6 +4,7 @@
 #include "shell/Prompt.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlError>
 
 namespace normaris {
@@ -81,22 +82,52 @@ QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds)
     return q.next() ? q.value(0) : QVariant();
 }
 
+namespace {
+
+// How many transactions are open on each connection.
+QHash<QString, int> &openTransactions()
+{
+    static QHash<QString, int> depth;
+    return depth;
+}
+
+} // namespace
+
 Transaction::Transaction(QSqlDatabase db) : m_db(std::move(db))
 {
-    if (!m_db.transaction())
-        throw DbError(m_db.lastError().text());
+    int &depth = openTransactions()[m_db.connectionName()];
+    if (depth == 0) {
+        if (!m_db.transaction())
+            throw DbError(m_db.lastError().text());
+    } else {
+        m_savepoint = QStringLiteral("step%1").arg(depth);
+        execSql(m_db, QStringLiteral("SAVEPOINT ") + m_savepoint);
+    }
+    ++depth;
 }
 
 Transaction::~Transaction()
 {
-    if (!m_done)
+    if (m_done)
+        return;
+    --openTransactions()[m_db.connectionName()];
+    if (m_savepoint.isEmpty()) {
         m_db.rollback();
+    } else {
+        QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK TO ") + m_savepoint);
+        QSqlQuery(m_db).exec(QStringLiteral("RELEASE ") + m_savepoint);
+    }
 }
 
 void Transaction::commit()
 {
-    if (!m_db.commit())
-        throw DbError(m_db.lastError().text());
+    if (m_savepoint.isEmpty()) {
+        if (!m_db.commit())
+            throw DbError(m_db.lastError().text());
+    } else {
+        execSql(m_db, QStringLiteral("RELEASE ") + m_savepoint);
+    }
+    --openTransactions()[m_db.connectionName()];
     m_done = true;
 }
 

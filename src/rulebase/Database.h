@@ -38,7 +38,9 @@ QVariant boundValue(const QVariant &value);
 // The first column of the first row, or an invalid QVariant when there is no row.
 QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
 
-// Holds one transaction: rolls back when it goes out of scope uncommitted.
+// Holds one transaction: rolls back when it goes out of scope uncommitted. Inside
+// another one on the same connection it is a savepoint, so that steps compose: the
+// inner step undoes only itself, and nothing is kept unless the outer one commits.
 class Transaction {
 public:
     explicit Transaction(QSqlDatabase db);
@@ -49,6 +51,7 @@ public:
 
 private:
     QSqlDatabase m_db;
+    QString m_savepoint; // empty for the outermost transaction
     bool m_done = false;
 };
 

@@ -1,0 +1,152 @@
+// docs list|add|remove, compose rows|add|release
+
+#include "cli/Cli.h"
+#include "composition/ClauseAdder.h"
+#include "composition/ClauseReleaser.h"
+#include "composition/CompositionRow.h"
+#include "composition/DocumentList.h"
+#include "composition/Panels.h"
+#include "shell/AppState.h"
+
+namespace normaris::cli {
+
+namespace {
+
+const QString kDocs = QStringLiteral("docs");
+const QString kCompose = QStringLiteral("compose");
+
+QString styleOf(Context &c) { return c.args.option(QStringLiteral("--style")); }
+QString documentOf(Context &c) { return c.args.option(QStringLiteral("--doc")); }
+
+bool checkStyle(Context &c)
+{
+    const QString style = styleOf(c);
+    if (style == u"1" || style == u"2")
+        return true;
+    c.prompt.error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
+    return false;
+}
+
+int docsList(Context &c)
+{
+    DocumentList list(AppState::cn());
+    const QStringList styles = c.args.has(QStringLiteral("--style")) ? QStringList{styleOf(c)} : QStringList{QStringLiteral("1"), QStringLiteral("2")};
+    for (const QString &style : styles) {
+        for (const bool selected : {true, false}) {
+            if ((selected && c.args.has(QStringLiteral("--unselected"))) || (!selected && c.args.has(QStringLiteral("--selected"))))
+                continue;
+            for (const CodeAndName &d : list.documents(style, selected))
+                c.out << style << '\t' << d.code << '\t' << d.name << '\t' << (selected ? "選択" : "未選択") << '\n';
+        }
+    }
+    return ExitDone;
+}
+
+// リストに追加 and リストから外す pick from the documents off or on the list.
+int docsChange(Context &c, bool add)
+{
+    if (!checkStyle(c))
+        return ExitStopped;
+    DocumentList list(AppState::cn());
+    const QString document = documentOf(c);
+    const bool offered = list.exists(styleOf(c), document) && list.isOnList(styleOf(c), document) != add;
+    if (!offered) {
+        c.prompt.error(QStringLiteral("データ指定の確認"), QStringLiteral("処理するデータを指定してください。"));
+        return ExitStopped;
+    }
+    if (add)
+        list.addToList(styleOf(c), document);
+    else
+        list.removeFromList(styleOf(c), document);
+    return ExitDone;
+}
+
+bool onParagraphPanel(Context &c) { return c.args.has(QStringLiteral("--article")); }
+
+QList<PanelRow> panelOf(Context &c)
+{
+    QSqlDatabase db = AppState::cn();
+    return onParagraphPanel(c) ? paragraphPanel(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
+                               : articlePanel(db, styleOf(c), documentOf(c));
+}
+
+int composeRows(Context &c)
+{
+    if (!checkStyle(c))
+        return ExitStopped;
+    QSqlDatabase db = AppState::cn();
+    const QList<CompositionRow> rows = onParagraphPanel(c)
+        ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
+        : readArticleRows(db, styleOf(c), documentOf(c));
+    const QList<PanelRow> panel = panelOf(c);
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const CompositionRow &r = rows[i];
+        c.out << i << '\t' << r.order << '\t' << levelCode(r.level) << '\t' << r.number << '\t' << r.codes.join(u'\t') << '\t'
+              << r.join << '\t' << panel.value(i).text << '\n';
+    }
+    return ExitDone;
+}
+
+// The panel's step for one row: the position rule, the question, then the add or release.
+int composeAction(Context &c, const QString &action)
+{
+    if (!checkStyle(c))
+        return ExitStopped;
+    QSqlDatabase db = AppState::cn();
+    const QList<PanelRow> panel = panelOf(c);
+    bool ok = false;
+    const int i = c.args.option(QStringLiteral("--row")).toInt(&ok);
+    if (!ok || i < 0 || i >= panel.size()) {
+        c.prompt.failure(QStringLiteral("--row には 0 から %1 までの行番号を指定してください。").arg(panel.size() - 1));
+        return ExitFailure;
+    }
+    const PanelRow &row = panel[i];
+    const PanelDecision decision = onParagraphPanel(c)
+        ? paragraphPanelAction(panel, i, action)
+        : articlePanelAction(panel, i, action, row.level == Level::Article && articleHasParagraphs(db, styleOf(c), documentOf(c), row.codes[0], row.codes[1]));
+    switch (decision.kind) {
+    case PanelDecision::Kind::Nothing:
+        c.prompt.error(QStringLiteral("処理方法の指定"), QStringLiteral("この行では、その処理は選べません。"));
+        return ExitStopped;
+    case PanelDecision::Kind::Refuse:
+        c.prompt.error(decision.title, decision.text);
+        return ExitStopped;
+    case PanelDecision::Kind::OpenParagraphs:
+        c.prompt.information(QStringLiteral("処理方法の指定"), QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(row.codes[0], row.codes[1]));
+        return ExitStopped;
+    case PanelDecision::Kind::Confirm:
+        break;
+    }
+    if (!c.prompt.question(decision.title, decision.text))
+        return ExitStopped;
+    if (decision.release)
+        return exitCodeOf(ClauseReleaser(db, c.prompt).release({styleOf(c), documentOf(c), decision.current, i, row.codes}));
+    AddRequest request{styleOf(c), documentOf(c), decision.current, decision.added, decision.firstParagraph, i, row.codes,
+                       c.args.option(QStringLiteral("--pick"))};
+    const QStringList place = ClauseAdder::placeOf(request);
+    bool offered = false;
+    for (const CodeAndName &s : stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
+        offered = offered || s.code == request.chosen;
+    if (!offered)
+        request.chosen.clear(); // answered as an empty choice
+    return exitCodeOf(ClauseAdder(db, c.prompt).add(request));
+}
+
+} // namespace
+
+void addComposeCommands(QList<Command> &commands)
+{
+    const QString panel = QStringLiteral("--style S --doc CODE [--chapter C --article A]");
+    commands << companyCommand({kDocs, QStringLiteral("list")}, QStringLiteral("[--style 1|2] [--selected|--unselected]"), 0, 0, docsList, false);
+    commands << companyCommand({kDocs, QStringLiteral("add")}, QStringLiteral("--style S --doc CODE"), 0, 0,
+                               [](Context &c) { return docsChange(c, true); }, true);
+    commands << companyCommand({kDocs, QStringLiteral("remove")}, QStringLiteral("--style S --doc CODE"), 0, 0,
+                               [](Context &c) { return docsChange(c, false); }, true);
+    commands << companyCommand({kCompose, QStringLiteral("rows")}, panel, 0, 0, composeRows, true);
+    commands << companyCommand({kCompose, QStringLiteral("add")}, panel + QStringLiteral(" --row I --action CODE --pick CODE"), 0, 0,
+                               [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
+    commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QStringLiteral(" --row I"), 0, 0,
+                               [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
+}
+
+} // namespace normaris::cli
