@@ -5,6 +5,7 @@
 #include "composition/ClauseReleaser.h"
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
+#include "composition/ExcelLists.h"
 #include "composition/Panels.h"
 #include "shell/AppState.h"
 
@@ -132,6 +133,18 @@ int composeAction(Context &c, const QString &action)
     return exitCodeOf(ClauseAdder(db, c.prompt).add(request));
 }
 
+int writeList(Context &c, ListKind kind)
+{
+    if (!checkStyle(c))
+        return ExitStopped;
+    const QString out = c.args.option(QStringLiteral("--out"));
+    if (out.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出すファイルを指定してください。"));
+        return ExitFailure;
+    }
+    return exitCodeOf(ExcelLists(AppState::cn(), c.prompt).write(kind, styleOf(c), documentOf(c), out));
+}
+
 } // namespace
 
 void addComposeCommands(QList<Command> &commands)
@@ -147,6 +160,12 @@ void addComposeCommands(QList<Command> &commands)
                                [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
     commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QStringLiteral(" --row I"), 0, 0,
                                [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
+    const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords}, {"words", ListKind::EmbeddedWords},
+                                                       {"refs", ListKind::References}, {"templates", ListKind::Templates}};
+    for (const auto &[name, kind] : lists) {
+        commands << companyCommand({QStringLiteral("lists"), QString::fromLatin1(name)}, QStringLiteral("--style S --doc CODE --out FILE.xlsx"), 0, 0,
+                                   [kind = kind](Context &c) { return writeList(c, kind); }, true);
+    }
 }
 
 } // namespace normaris::cli

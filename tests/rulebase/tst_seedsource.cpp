@@ -218,6 +218,46 @@ private slots:
         QVERIFY2(found >= least, qUtf8Printable(QStringLiteral("%1 found, at least %2 wanted").arg(found).arg(least)));
     }
 
+    // Every document of the dictionary in both styles, with the formal name others cite.
+    void theNineDocuments()
+    {
+        test::TestRoot root;
+        const QString seed = root.layout().seedFile();
+        QCOMPARE(test::valueIn(seed, QStringLiteral("SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 GROUP BY Code HAVING count(DISTINCT 文章形式Code) = 2 "
+                                                    "AND min(正式名称) <> '' ORDER BY Code)")).toString(),
+                 QStringLiteral("01 02 03 04 05 31 32 33 34 35"));
+        QCOMPARE(test::valueIn(seed, QStringLiteral("SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 WHERE 文章形式Code = '1' AND 選択フラグ = 1 ORDER BY Code)")).toString(),
+                 QStringLiteral("01 02 03 31"));
+        // 01 cites 02 and 03, and 02 cites 01.
+        QVERIFY(test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■規程Code = '03'")).toInt() >= 1);
+        QVERIFY(test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '02' AND 変換参照■規程Code = '01'")).toInt() >= 1);
+    }
+
+    // What the agreements must hold for the workers' side to be named.
+    void agreementShape_data()
+    {
+        QTest::addColumn<QString>("document");
+        for (const char *code : {"31", "32", "33", "34", "35"})
+            QTest::newRow(code) << QString::fromLatin1(code);
+    }
+    void agreementShape()
+    {
+        QFETCH(QString, document);
+        test::TestRoot root;
+        const QString seed = root.layout().seedFile();
+        const auto count = [&](const char *sql) { return test::valueIn(seed, QString::fromUtf8(sql).arg(document)).toInt(); };
+        QCOMPARE(count("SELECT count(DISTINCT 文章種別) FROM 規程 WHERE Code = '%1' AND 文章種別 = '2'"), 1);
+        // The third segment of the preamble names the side by a representative's marker, in both styles.
+        QCOMPARE(count("SELECT count(*) FROM 前文 WHERE 規程Code = '%1' AND 結合 = '3' AND (前文 LIKE '%☆0008☆%' OR 前文 LIKE '%☆0010☆%' OR 前文 LIKE '%☆0012☆%')"), 2);
+        // One 項 holds ★0009★, the short name of that side.
+        QCOMPARE(count("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '%1' AND Code = '0009'"), 1);
+        QCOMPARE(count("SELECT count(*) FROM 項 WHERE 規程Code = '%1' AND 文章形式Code = '1' AND 項 LIKE '%★0009★%'"), 1);
+        // The body has no chapters of its own.
+        QCOMPARE(count("SELECT count(*) FROM 章 WHERE 規程Code = '%1' AND Code <> '00'"), 0);
+        if (document == u"32" || document == u"34")
+            QVERIFY(count("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '%1' AND 表示名称 = '担当者'") >= 2);
+    }
+
     void stockStaysOutOfTheDraft()
     {
         QString withStock = source(1);

@@ -1,0 +1,235 @@
+#include "composition/ExcelLists.h"
+
+#include "composition/CompositionRow.h"
+#include "composition/XlsxSheet.h"
+#include "rulebase/Database.h"
+#include "shell/BusyCursor.h"
+
+#include <QSqlQuery>
+
+namespace normaris {
+
+namespace {
+
+// The work tables, made when first needed and emptied before and after each list.
+const std::pair<const char *, const char *> kWorkTables[] = {
+    {"kihongoku01_excel", "区分 TEXT, 規程Code TEXT"},
+    {"kihongoku02_excel", "区分 TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT"},
+    {"goku_excel", "Code TEXT, 設定内容 TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT, 表示名称 TEXT"},
+    {"bangou_excel", "Code TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT, \"変換参照■規程Code\" TEXT"},
+    {"kihongoku_excel", "Code TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT"},
+};
+
+// The basic words this list looks for, with their labels.
+const std::pair<const char *, const char *> kBasicWords[] = {{"0001", "事業場名"}, {"0010", "従業員氏名"}, {"0030", "日付"}};
+
+// How the four lists differ.
+struct ListSpec {
+    ListKind kind;
+    const char *emptyTitle;
+    const char *emptyText;
+    const char *title;
+    QList<XlsxColumn> columns;
+};
+
+const ListSpec &specOf(ListKind kind)
+{
+    static const QList<ListSpec> specs = {
+        {ListKind::BasicWords, "基本語句の確認", "基本語句はありません。", "【基本語句】",
+         {{QStringLiteral("区分"), 20}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
+        {ListKind::EmbeddedWords, "埋込語句の確認", "埋込語句はありません。", "【埋込語句】",
+         {{QStringLiteral("Code"), 6}, {QStringLiteral("表示名称"), 40}, {QStringLiteral("設定内容"), 40}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
+        {ListKind::References, "参照条文番号の確認", "参照条文番号はありません。", "【参照条文番号】",
+         {{QStringLiteral("Code"), 6}, {QStringLiteral("参照先"), 40}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
+        {ListKind::Templates, "テンプレートの確認", "テンプレートはありません。", "【テンプレート】",
+         {{QStringLiteral("Code"), 6}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
+    };
+    for (const ListSpec &s : specs) {
+        if (s.kind == kind)
+            return s;
+    }
+    return specs.first();
+}
+
+class Scanner {
+public:
+    Scanner(QSqlDatabase db, QString style, QString document) : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document)) {}
+
+    // Fills the work tables for the list and returns the sheet rows.
+    QList<QStringList> run(ListKind kind)
+    {
+        for (const CompositionRow &row : readArticleRows(m_db, m_style, m_document)) {
+            if (row.level == Level::Preamble && kind == ListKind::BasicWords)
+                scanBasicWords(row, QStringLiteral("kihongoku01_excel"));
+            if (row.level != Level::Article)
+                continue;
+            for (const CompositionRow &clause : clausesOf(row, kind))
+                scanClause(kind, clause);
+        }
+        return sheetRows(kind);
+    }
+
+private:
+    QList<CompositionRow> clausesOf(const CompositionRow &article, ListKind kind)
+    {
+        QList<CompositionRow> rows;
+        for (const CompositionRow &r : readClauseRows(m_db, m_style, m_document, article.codes[0], article.codes[1])) {
+            const bool wanted = kind == ListKind::Templates ? r.templateCode != u"0" && !r.templateCode.isEmpty()
+                                : kind == ListKind::References ? r.references
+                                                               : r.words;
+            if (wanted)
+                rows << r;
+        }
+        return rows;
+    }
+
+    void insert(const QString &table, const QStringList &columns, const QVariantList &values)
+    {
+        QStringList marks;
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            marks << QStringLiteral("?");
+        execSql(m_db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, columns.join(u','), marks.join(u',')), values);
+    }
+
+    void scanBasicWords(const CompositionRow &row, const QString &table)
+    {
+        for (const auto &[code, label] : kBasicWords) {
+            if (!row.text.contains(u'☆' + QString::fromLatin1(code) + u'☆'))
+                continue;
+            if (table == u"kihongoku01_excel")
+                insert(table, {QStringLiteral("区分"), QStringLiteral("規程Code")}, {QString::fromUtf8(label), m_document});
+            else
+                insert(table, {QStringLiteral("区分"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code")},
+                       {QString::fromUtf8(label), m_document, row.codes[0], row.codes[1]});
+        }
+    }
+
+    void scanMarkers(const CompositionRow &row, bool words)
+    {
+        const QChar sign = words ? u'★' : u'◆';
+        QSqlQuery q = execSql(m_db, words ? QStringLiteral("SELECT Code, 語句, 表示名称 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)")
+                                          : QStringLiteral("SELECT Code, \"変換参照■規程Code\" FROM 変数テーブル番号 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)"),
+                              {m_document, row.codes[0], row.codes[1]});
+        while (q.next()) {
+            const QString code = q.value(0).toString();
+            if (!row.text.contains(sign + code + sign))
+                continue;
+            if (words)
+                insert(QStringLiteral("goku_excel"), {QStringLiteral("Code"), QStringLiteral("設定内容"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("表示名称")},
+                       {code, q.value(1), m_document, row.codes[0], row.codes[1], q.value(2)});
+            else
+                insert(QStringLiteral("bangou_excel"), {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("\"変換参照■規程Code\"")},
+                       {code, m_document, row.codes[0], row.codes[1], q.value(1)});
+        }
+    }
+
+    void scanClause(ListKind kind, const CompositionRow &row)
+    {
+        switch (kind) {
+        case ListKind::BasicWords: scanBasicWords(row, QStringLiteral("kihongoku02_excel")); break;
+        case ListKind::EmbeddedWords: scanMarkers(row, true); break;
+        case ListKind::References: scanMarkers(row, false); break;
+        case ListKind::Templates:
+            insert(QStringLiteral("kihongoku_excel"), {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code")},
+                   {row.templateCode, m_document, row.codes[0], row.codes[1]});
+            break;
+        }
+    }
+
+    QString articleName(const QString &chapter, const QString &article)
+    {
+        return scalar(m_db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
+                      {m_style, m_document, chapter, article}).toString();
+    }
+
+    QString documentName(const QString &code)
+    {
+        return scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE Code = ? ORDER BY 文章形式Code <> ?, 文章形式Code LIMIT 1"), {code, m_style}).toString();
+    }
+
+    QList<QStringList> sheetRows(ListKind kind)
+    {
+        QList<QStringList> rows;
+        const auto each = [&](const QString &sql, const std::function<QStringList(const QSqlQuery &)> &make) {
+            QSqlQuery q = execSql(m_db, sql);
+            while (q.next())
+                rows << make(q);
+        };
+        switch (kind) {
+        case ListKind::BasicWords:
+            each(QStringLiteral("SELECT 区分 FROM kihongoku01_excel ORDER BY ID"), [](const QSqlQuery &q) {
+                return QStringList{q.value(0).toString(), QString(), QStringLiteral("前文")};
+            });
+            each(QStringLiteral("SELECT 区分, 章Code, 条Code FROM kihongoku02_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+                return QStringList{q.value(0).toString(), q.value(2).toString(), articleName(q.value(1).toString(), q.value(2).toString())};
+            });
+            break;
+        case ListKind::EmbeddedWords:
+            each(QStringLiteral("SELECT Code, 表示名称, 設定内容, 章Code, 条Code FROM goku_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+                return QStringList{q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), q.value(4).toString(),
+                                   articleName(q.value(3).toString(), q.value(4).toString())};
+            });
+            break;
+        case ListKind::References:
+            each(QStringLiteral("SELECT Code, \"変換参照■規程Code\", 章Code, 条Code FROM bangou_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+                return QStringList{q.value(0).toString(), documentName(q.value(1).toString()), q.value(3).toString(),
+                                   articleName(q.value(2).toString(), q.value(3).toString())};
+            });
+            break;
+        case ListKind::Templates:
+            each(QStringLiteral("SELECT Code, 章Code, 条Code FROM kihongoku_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+                return QStringList{q.value(0).toString(), q.value(2).toString(), articleName(q.value(1).toString(), q.value(2).toString())};
+            });
+            break;
+        }
+        return rows;
+    }
+
+    QSqlDatabase m_db;
+    QString m_style;
+    QString m_document;
+};
+
+void prepareWorkTables(QSqlDatabase db)
+{
+    for (const auto &[name, columns] : kWorkTables) {
+        execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (ID INTEGER PRIMARY KEY AUTOINCREMENT, %2)").arg(QString::fromUtf8(name), QString::fromUtf8(columns)));
+        execSql(db, QStringLiteral("DELETE FROM %1").arg(QString::fromUtf8(name)));
+    }
+}
+
+} // namespace
+
+Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &document, const QString &path)
+{
+    const ListSpec &spec = specOf(kind);
+    if (readArticleRows(m_db, style, document).isEmpty()) {
+        m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
+        return Outcome::Stopped;
+    }
+    QList<QStringList> rows;
+    try {
+        BusyCursor busy;
+        Transaction transaction(m_db);
+        prepareWorkTables(m_db);
+        rows = Scanner(m_db, style, document).run(kind);
+        // The work tables are left empty, as they were found.
+        prepareWorkTables(m_db);
+        transaction.commit();
+        if (!rows.isEmpty()) {
+            const QString name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+            writeXlsxSheet(path, QString::fromUtf8(spec.title) + name, spec.columns, rows);
+        }
+    } catch (const std::exception &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Failed;
+    }
+    if (rows.isEmpty()) {
+        m_prompt.information(QString::fromUtf8(spec.emptyTitle), QString::fromUtf8(spec.emptyText));
+        return Outcome::Stopped;
+    }
+    m_prompt.information(QStringLiteral("処理完了"), QStringLiteral("処理が完了しました。"));
+    return Outcome::Done;
+}
+
+} // namespace normaris
