@@ -7,7 +7,7 @@ packages=(
   build-essential cmake pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite
   libsqlite3-dev sqlite3 libzip-dev libxlsxwriter-dev
-  xvfb xauth
+  xvfb xauth unzip
   fonts-ipafont-mincho fonts-ipafont-gothic
 )
 

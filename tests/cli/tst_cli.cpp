@@ -128,6 +128,44 @@ private slots:
         QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.contains(u'★' + code + u'★'));
     }
 
+    // Releasing a 章 and adding it again brings back its 条 and their clauses.
+    void composeReleaseAndAddBack()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path();
+        QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("01")};
+        const QString before = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out;
+        const QStringList lines = before.split(u'\n', Qt::SkipEmptyParts);
+        // The second chapter's row, and the row above it (the first chapter's last 条).
+        int chapterRow = -1, seen = 0;
+        for (const QString &line : lines) {
+            if (line.section(u'\t', 2, 2) == u"2" && ++seen == 2)
+                chapterRow = line.section(u'\t', 0, 0).toInt();
+        }
+        QVERIFY(chapterRow > 0);
+        const QString chapter = lines[chapterRow].section(u'\t', 4, 4);
+
+        Run r = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("release")} + doc + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
+        QCOMPARE(r.status, 1); // asked, and not answered yes
+        QVERIFY(r.err.startsWith(QStringLiteral("選択解除の確認: ")));
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
+        QCOMPARE(r.status, 0);
+        QVERIFY(r.err.endsWith(QStringLiteral("確認: 処理を終了しました。\n")));
+        QVERIFY(!runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out.contains(u'\t' + chapter + u'\t'));
+
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("add")} + doc
+                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow - 1), QStringLiteral("--action"), QStringLiteral("3"), QStringLiteral("--pick"), chapter});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out, before);
+
+        // A refused position says why and changes nothing.
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("add")} + doc
+                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow + 1), QStringLiteral("--action"), QStringLiteral("3"), QStringLiteral("--pick"), chapter});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。\n"));
+    }
+
     void exitStatuses_data()
     {
         QTest::addColumn<QStringList>("args");
