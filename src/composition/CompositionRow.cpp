@@ -17,8 +17,6 @@ QVariantList CompositionRow::values() const
     return v;
 }
 
-namespace {
-
 QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys)
 {
     QList<CompositionRow> rows;
@@ -47,7 +45,10 @@ QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QStr
     return rows;
 }
 
-} // namespace
+QList<CompositionRow> readWorkRows(QSqlDatabase db, const QString &table, const QString &style, const QString &document)
+{
+    return readRows(db, table, QStringLiteral("文章形式Code = ? AND 規程Code = ?"), {style, document});
+}
 
 QList<CompositionRow> readArticleRows(QSqlDatabase db, const QString &style, const QString &document)
 {

@@ -14,6 +14,11 @@ namespace normaris {
 inline const QString kArticleRowsTable = QStringLiteral("作成データ補助～条");
 inline const QString kClauseRowsTable = QStringLiteral("作成データ補助項～");
 
+// The output tables of the export chain, with the same 19 columns. In them 結合 and
+// テンプレート are empty rather than '0', and 改行 is the text "1" or empty.
+inline const QString kFrozenRowsTable = QStringLiteral("作成データ置換前");
+inline const QString kOutputRowsTable = QStringLiteral("作成データ");
+
 inline QString workingTable(Level level) { return isClauseLevel(level) ? kClauseRowsTable : kArticleRowsTable; }
 
 struct CompositionRow {
@@ -42,6 +47,11 @@ struct CompositionRow {
 QList<CompositionRow> readArticleRows(QSqlDatabase db, const QString &style, const QString &document);
 QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document,
                                      const QString &chapter, const QString &article);
+
+// The rows of table that match where (a condition with ? for each key), in 順番 and 結合 order.
+QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys);
+// All rows of one document in one style, of any of the four tables of this shape.
+QList<CompositionRow> readWorkRows(QSqlDatabase db, const QString &table, const QString &style, const QString &document);
 
 // Inserts rows in one batch statement.
 void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows);
