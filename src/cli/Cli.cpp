@@ -83,6 +83,7 @@ QList<Command> allCommands()
     addCompanyCommands(commands);
     addSettingsCommands(commands);
     addComposeCommands(commands);
+    addExportCommands(commands);
     return commands;
 }
 

@@ -8,12 +8,13 @@
 
 namespace normaris {
 
-QVariantList CompositionRow::values() const
+QVariantList CompositionRow::values(bool lineBreakAsText) const
 {
     QVariantList v = {order, levelCode(level), document, number};
     for (const QString &c : codes)
         v << c;
-    v << join << (lineBreak ? 1 : 0) << templateCode << text << words << references << changed << style << formalName;
+    const QVariant lineBreakValue = lineBreakAsText ? QVariant(lineBreak ? QStringLiteral("1") : QString()) : QVariant(lineBreak ? 1 : 0);
+    v << join << lineBreakValue << templateCode << text << words << references << changed << style << formalName;
     return v;
 }
 
@@ -62,7 +63,9 @@ QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, cons
                     {style, document, chapter, article});
 }
 
-void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
+namespace {
+
+void insertRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows, bool lineBreakAsText)
 {
     if (rows.isEmpty())
         return;
@@ -77,7 +80,7 @@ void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<Co
         throw DbError(q.lastError().text());
     QList<QVariantList> columns(names.size());
     for (const CompositionRow &r : rows) {
-        const QVariantList v = r.values();
+        const QVariantList v = r.values(lineBreakAsText);
         for (qsizetype c = 0; c < v.size(); ++c)
             columns[c] << boundValue(v[c]);
     }
@@ -85,6 +88,18 @@ void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<Co
         q.addBindValue(column);
     if (!q.execBatch())
         throw DbError(q.lastError().text());
+}
+
+} // namespace
+
+void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
+{
+    insertRows(db, table, rows, false);
+}
+
+void insertWorkRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
+{
+    insertRows(db, table, rows, true);
 }
 
 } // namespace normaris

@@ -37,8 +37,9 @@ struct CompositionRow {
     QString style;
     QString formalName;
 
-    // The values of the 19 columns in table order.
-    QVariantList values() const;
+    // The values of the 19 columns in table order. The composition tables keep 改行
+    // as a flag, the output tables as the text "1" or empty.
+    QVariantList values(bool lineBreakAsText = false) const;
     // The clause's own code: the deepest filled place column.
     QString ownCode() const { return placeDepth(level) > 0 ? codes.value(placeDepth(level) - 1) : QString(); }
 };
@@ -55,5 +56,7 @@ QList<CompositionRow> readWorkRows(QSqlDatabase db, const QString &table, const 
 
 // Inserts rows in one batch statement.
 void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows);
+// The same for the output tables (作成データ置換前, 作成データ).
+void insertWorkRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows);
 
 } // namespace normaris
