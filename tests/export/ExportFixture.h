@@ -1,0 +1,48 @@
+#pragma once
+// A company from the seed, opened as `cn`, for the tests of the export chain.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/Database.h"
+#include "shell/AppState.h"
+
+#include <QSqlRecord>
+#include <QTest>
+#include <memory>
+
+namespace normaris::test {
+
+struct OpenCompany {
+    OpenCompany() : root(std::make_unique<TestRoot>())
+    {
+        root->makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        if (CompanyFiles(root->layout(), prompt).open(QStringLiteral("甲")) != Outcome::Done)
+            qFatal("cannot open the company");
+        db = AppState::cn();
+    }
+    ~OpenCompany()
+    {
+        db = QSqlDatabase();
+        root.reset();
+    }
+    std::unique_ptr<TestRoot> root;
+    QSqlDatabase db;
+};
+
+// The rows of a table for one document and style as text, one line a row, every column but ID.
+inline QStringList tableLines(QSqlDatabase db, const QString &table, const QString &style, const QString &document)
+{
+    QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY 順番").arg(table), {style, document});
+    QStringList lines;
+    while (q.next()) {
+        QStringList values;
+        for (int i = 1; i < q.record().count(); ++i)
+            values << q.value(i).toString();
+        lines << values.join(u'|');
+    }
+    return lines;
+}
+
+} // namespace normaris::test

@@ -1,0 +1,173 @@
+// データ作成: the merge of the composition rows into the work tables, the text
+// taken from the dictionary, the closing row, the other style, and the rollback.
+
+#include "ExportFixture.h"
+#include "composition/CompositionRow.h"
+#include "composition/DocumentList.h"
+#include "export/WorkDataBuild.h"
+
+#include <QSqlRecord>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+const QString kWorkRules = QStringLiteral("01");
+const QString kDearu = QStringLiteral("1");
+const QString kDesumasu = QStringLiteral("2");
+}
+
+class WorkDataTest : public QObject {
+    Q_OBJECT
+private slots:
+    void buildsTheSeedDraft()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules), Outcome::Done);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理完了: データ作成が完了しました。")});
+
+        const QList<CompositionRow> frozen = readWorkRows(company.db, kFrozenRowsTable, kDearu, kWorkRules);
+        const QList<CompositionRow> output = readWorkRows(company.db, kOutputRowsTable, kDearu, kWorkRules);
+        const int articleRows = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '01'")).toInt();
+        const int clauseRows = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01'")).toInt();
+        QCOMPARE(frozen.size(), articleRows + clauseRows);
+        QCOMPARE(output.size(), frozen.size() + 1);
+
+        bool sawTemplate = false;
+        for (qsizetype i = 0; i < frozen.size(); ++i) {
+            const CompositionRow &f = frozen[i];
+            const CompositionRow &o = output[i];
+            QCOMPARE(f.order, int(i) + 1); // numbered anew, densely
+            QCOMPARE(o.order, f.order);
+            QVERIFY2(f.join != u"0" && f.templateCode != u"0", "a clause in one piece has no 結合, a row without template no テンプレート");
+            QCOMPARE(o.codes, f.codes);
+            QVERIFY(o.formalName.isEmpty());
+            if (!o.templateCode.isEmpty()) {
+                sawTemplate = true;
+                QVERIFY2(o.text.isEmpty(), "a template row has no text");
+            } else {
+                QVERIFY2(!o.text.isEmpty(), qPrintable(QStringLiteral("row %1 has no text").arg(o.order)));
+            }
+            // Each clause follows its article.
+            if (i > 0 && isClauseLevel(f.level))
+                QCOMPARE(f.codes.mid(0, 2), frozen[i - 1].codes.mid(0, 2));
+        }
+        QVERIFY(sawTemplate);
+        const CompositionRow &closing = output.last();
+        QCOMPARE(closing.level, Level::Closing);
+        QCOMPARE(closing.order, frozen.size() + 1);
+        QCOMPARE(closing.text, QStringLiteral("ダミーの行"));
+
+        // The texts by level: the document's and an article's formal name, a clause's own text.
+        QCOMPARE(output.first().text, scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = '1' AND Code = '01'")).toString());
+        for (const CompositionRow &o : output) {
+            if (o.level == Level::Article) {
+                QCOMPARE(o.text, scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
+                                        {o.codes[0], o.codes[1]}).toString());
+                break;
+            }
+        }
+    }
+
+    // 改行 comes from the dictionary for the clause levels, and reads "1" or nothing.
+    void lineBreaksFromTheDictionary()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
+        const QString dictionaryBreaks = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ h JOIN 項 d ON d.文章形式Code = h.文章形式Code "
+                                                                           "AND d.規程Code = h.規程Code AND d.章Code = h.章Code AND d.条Code = h.条Code AND d.Code = h.項Code "
+                                                                           "AND d.結合 = h.結合 WHERE h.種別 = '4' AND h.規程Code = '01' AND h.文章形式Code = '1' AND d.改行 = 1")).toString();
+        QVERIFY(dictionaryBreaks.toInt() > 0);
+        QCOMPARE(scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' AND 改行 = '1'")).toString(), dictionaryBreaks);
+        QCOMPARE(scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 改行 NOT IN ('', '1')")).toInt(), 0);
+    }
+
+    void buildingTwiceGivesTheSameRows()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
+        const QStringList first = tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules);
+        // Substituted text is taken back too.
+        execSql(company.db, QStringLiteral("UPDATE 作成データ SET 文章 = '書き換え' WHERE 種別 = '4'"));
+        WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
+        QCOMPARE(tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules), first);
+        QCOMPARE(tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules).size(), first.size() - 1);
+    }
+
+    void aClauseMissingFromTheDictionaryRollsBack()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
+        const QStringList before = tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules);
+        const QStringList frozenBefore = tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules);
+        execSql(company.db, QStringLiteral("DELETE FROM 号 WHERE ID = (SELECT d.ID FROM 号 d JOIN 作成データ補助項～ h ON d.文章形式Code = h.文章形式Code AND d.規程Code = h.規程Code "
+                                           "AND d.章Code = h.章Code AND d.条Code = h.条Code AND d.項Code = h.項Code AND d.Code = h.号Code "
+                                           "WHERE h.種別 = '5' AND h.規程Code = '01' AND h.文章形式Code = '1' LIMIT 1)"));
+        prompt.clear();
+        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules), Outcome::Failed);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
+        QCOMPARE(tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules), before);
+        QCOMPARE(tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules), frozenBefore);
+    }
+
+    void nothingComposed()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDesumasu, kWorkRules), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データの確認: データがありません。")});
+    }
+
+    void theOtherStyle_data()
+    {
+        QTest::addColumn<QString>("document");
+        QTest::addColumn<bool>("answer");
+        QTest::addColumn<QString>("question");
+        QTest::newRow("rules, kept") << kWorkRules << false
+                                     << "置換の確認: である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+        QTest::newRow("rules, replaced") << kWorkRules << true
+                                         << "置換の確認: である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+        QTest::newRow("agreement, replaced") << QStringLiteral("31") << true
+                                             << "置換の確認: である調の同Codeの協約・協定がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+    }
+    void theOtherStyle()
+    {
+        QFETCH(QString, document);
+        QFETCH(bool, answer);
+        QFETCH(QString, question);
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, document), Outcome::Done);
+        const QStringList dearu = tableLines(company.db, kOutputRowsTable, kDearu, document);
+        DocumentList(company.db).addToList(kDesumasu, document);
+
+        prompt.clear();
+        prompt.answer({answer});
+        const Outcome outcome = WorkDataBuild(company.db, prompt).build(kDesumasu, document);
+        QCOMPARE(prompt.lines().value(0), question);
+        const bool dearuOnList = DocumentList(company.db).isOnList(kDearu, document);
+        if (answer) {
+            QCOMPARE(outcome, Outcome::Done);
+            QCOMPARE(prompt.lines().value(1), QStringLiteral("処理完了: データ作成が完了しました。"));
+            QVERIFY(tableLines(company.db, kOutputRowsTable, kDearu, document).isEmpty());
+            QVERIFY(tableLines(company.db, kFrozenRowsTable, kDearu, document).isEmpty());
+            QVERIFY(!tableLines(company.db, kOutputRowsTable, kDesumasu, document).isEmpty());
+            QVERIFY(!dearuOnList);
+            // Its composition stays for when it comes back.
+            QVERIFY(!readArticleRows(company.db, kDearu, document).isEmpty());
+        } else {
+            QCOMPARE(outcome, Outcome::Stopped);
+            QCOMPARE(prompt.lines().value(1), QStringLiteral("確認: 処理を実行しません。"));
+            QCOMPARE(tableLines(company.db, kOutputRowsTable, kDearu, document), dearu);
+            QVERIFY(tableLines(company.db, kOutputRowsTable, kDesumasu, document).isEmpty());
+            QVERIFY(dearuOnList);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(WorkDataTest)
+#include "tst_workdata.moc"
