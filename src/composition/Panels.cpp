@@ -88,6 +88,21 @@ QList<PanelRow> paragraphPanel(QSqlDatabase db, const QString &style, const QStr
                      {style, document, chapter, article});
 }
 
+PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
+                      const QString &article)
+{
+    PlaceNames names;
+    names.style = scalar(db, QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {style}).toString();
+    names.document = scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+    if (!chapter.isEmpty())
+        names.chapter = scalar(db, QStringLiteral("SELECT 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
+                               {style, document, chapter}).toString();
+    if (!article.isEmpty())
+        names.article = scalar(db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
+                               {style, document, chapter, article}).toString();
+    return names;
+}
+
 QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)
 {
     QString codes;

@@ -4,6 +4,7 @@
 #include "composition/forms/frmMakesentakuSub2.h"
 #include "composition/forms/frmMakesentaku_kaijo.h"
 #include "composition/forms/frmMakesentaku_tsuika.h"
+#include "shell/AppState.h"
 
 #include <memory>
 
@@ -17,12 +18,24 @@ Form &next()
 }
 } // namespace
 
-void setNext(Form form) { next() = form; }
-
-void run(QWidget *parent, Form first)
+void handOver(Form form)
 {
-    Form form = first;
-    while (form != Form::None) {
+    AppState &state = AppState::instance();
+    if (form == Form::ArticlePanel)
+        state.ArticlePanelActive = true;
+    else if (form == Form::ParagraphPanel)
+        state.ParagraphPanelActive = true;
+    next() = form;
+}
+
+Form pending() { return next(); }
+
+void run(QWidget *parent)
+{
+    // One form at a time: each is made, shown and destroyed before the next, so that
+    // the chain of hand-overs never deepens the stack of open dialogs.
+    while (next() != Form::None) {
+        const Form form = next();
         next() = Form::None;
         std::unique_ptr<QDialog> dialog;
         switch (form) {
@@ -33,7 +46,6 @@ void run(QWidget *parent, Form first)
         case Form::None: break;
         }
         dialog->exec();
-        form = next();
     }
 }
 

@@ -4,12 +4,14 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace normaris {
 
 namespace {
 
-// The four level colours, in order of the levels of each panel (given as blue-green-red).
+// The four level colours, in the order of the levels of each panel (given as blue-green-red
+// values C0C0FF, C0E0FF, C0FFFF, C0FFC0).
 QColor levelColour(int place)
 {
     static const QColor colours[] = {QColor(0xFF, 0xC0, 0xC0), QColor(0xFF, 0xE0, 0xC0), QColor(0xFF, 0xFF, 0xC0), QColor(0xC0, 0xFF, 0xC0)};
@@ -27,6 +29,9 @@ int colourPlace(Level level, bool paragraphLevels)
     default: return 3;
     }
 }
+
+// A page of the scroll bar moves six rows, however many rows are on view.
+constexpr int kRowsPerPage = 6;
 
 } // namespace
 
@@ -55,6 +60,7 @@ QVariant PanelModel::data(const QModelIndex &index, int role) const
             return levelColour(colourPlace(row.level, m_paragraphLevels));
         return {};
     case Qt::FontRole:
+        // The two captions of the sub-item levels are long and take a smaller type.
         if (index.column() == Caption && (row.level == Level::Maru || row.level == Level::Iroha)) {
             QFont small;
             small.setPointSize(7);
@@ -80,8 +86,7 @@ QVariant PanelModel::headerData(int section, Qt::Orientation orientation, int ro
     }
 }
 
-CompositionPanel::CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows,
-                                   std::function<QList<CodeAndName>(Level)> actions, QWidget *parent)
+CompositionPanel::CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows, Actions actions, QWidget *parent)
     : QTableView(parent), m_model(new PanelModel(std::move(rows), paragraphLevels, this)), m_actions(std::move(actions))
 {
     setObjectName(QStringLiteral("Picture1"));
@@ -89,32 +94,46 @@ CompositionPanel::CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, i
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerItem);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
-    horizontalHeader()->setSectionResizeMode(Text, QHeaderView::Stretch);
-    setColumnWidth(Caption, 70);
-    setColumnWidth(Code, 50);
-    setColumnWidth(Action, 230);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionResizeMode(PanelModel::Text, QHeaderView::Stretch);
+    setColumnWidth(PanelModel::Caption, 64);
+    setColumnWidth(PanelModel::Code, 56);
+    setColumnWidth(PanelModel::Action, 300);
+    // A long text is cut at the column's width rather than widening the row.
     setWordWrap(false);
     setTextElideMode(Qt::ElideRight);
-    // The scroll bar appears only past the rows the panel shows at once.
-    const int shown = qMin(visibleRows, qMax(1, m_model->rowCount()));
-    setMinimumHeight(horizontalHeader()->sizeHint().height() + shown * verticalHeader()->defaultSectionSize() + 4);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(m_model->rowCount() > visibleRows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { selectRow(current.row()); });
+    // Exactly visibleRows rows fit, so that the scroll range is the rows beyond them.
+    setFixedHeight(2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize());
+    setMinimumWidth(860);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { chooseRow(current.row()); });
     if (m_model->rowCount() > 0)
-        selectRow(0);
+        chooseRow(0);
 }
 
-void CompositionPanel::selectRow(int row)
+void CompositionPanel::updateGeometries()
+{
+    QTableView::updateGeometries();
+    verticalScrollBar()->setPageStep(kRowsPerPage);
+}
+
+void CompositionPanel::chooseRow(int row)
 {
     if (row == m_selected || row < 0 || row >= m_model->rowCount())
         return;
-    if (m_selected >= 0)
+    if (m_combo) {
+        // The view deletes the old list later; it must not be found by name meanwhile.
+        m_combo->setObjectName(QString());
         setIndexWidget(m_model->index(m_selected, PanelModel::Action), nullptr);
+        m_combo = nullptr;
+    }
     m_selected = row;
-    QTableView::selectRow(row);
-    // Only the selected row offers its actions, none chosen yet.
+    selectRow(row);
     m_combo = new QComboBox(this);
     m_combo->setObjectName(QStringLiteral("DataCombo1"));
     for (const CodeAndName &a : m_actions(m_model->rows().at(row).level))

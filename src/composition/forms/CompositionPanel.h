@@ -8,6 +8,7 @@
 
 #include <QAbstractTableModel>
 #include <QTableView>
+#include <functional>
 
 class QComboBox;
 
@@ -33,18 +34,22 @@ private:
 class CompositionPanel : public QTableView {
     Q_OBJECT
 public:
-    // visibleRows: how many rows show before the scroll bar appears.
-    CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows,
-                     std::function<QList<CodeAndName>(Level)> actions, QWidget *parent);
+    using Actions = std::function<QList<CodeAndName>(Level)>;
+    // visibleRows: how many rows show at once; the scroll bar appears only past them.
+    CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows, Actions actions, QWidget *parent);
     const QList<PanelRow> &rows() const { return m_model->rows(); }
     int selectedRow() const { return m_selected; }
     // The code of the action chosen on the selected row; empty for none.
     QString chosenAction() const;
-    void selectRow(int row);
+    // Makes the row the selected one and offers its actions, none chosen yet.
+    void chooseRow(int row);
+
+protected:
+    void updateGeometries() override;
 
 private:
     PanelModel *m_model;
-    std::function<QList<CodeAndName>(Level)> m_actions;
+    Actions m_actions;
     QComboBox *m_combo = nullptr;
     int m_selected = -1;
 };

@@ -1,6 +1,6 @@
 #pragma once
 // データ作成（規則・規程・協定の指定）: the style and document to compose, putting
-// documents on the company's list and off it, and the four lists.
+// documents on the company's list and taking them off it, and the four lists.
 
 #include <QDialog>
 
@@ -17,9 +17,14 @@ public:
     explicit frmMakesentaku(QWidget *parent = nullptr);
 
 private:
-    void refill();
-    // The chosen style and document, after the checks; false when a message was shown.
-    bool chosen(QString &style, QString &document);
+    // 0 データ作成, 1 リストに追加, 2 リストから外す.
+    int process() const;
+    void processChanged();
+    // Fills the list of a style (0 or 1) with the documents the process works on.
+    void refill(int style);
+    // The chosen style and document into the application state, after the checks;
+    // false when a message was shown.
+    bool chosen();
     void run();
     void list(int kind);
 
