@@ -332,6 +332,28 @@ private slots:
         QVERIFY(!AppState::instance().ArticlePanelActive && !AppState::instance().ParagraphPanelActive);
     }
 
+    void wordsOfTheArticleOpenOverTheParagraphPanel()
+    {
+        // A 条 with words, where the preview would be offered from the export console.
+        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
+                                                                    "AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
+        AppState &state = AppState::instance();
+        state.CurShoCode = place.section(u' ', 0, 0);
+        state.CurJoCode = place.section(u' ', 1, 1);
+        state.ParagraphPanelActive = true;
+        state.WordsPreviewAllowed = true;
+        frmMakesentakuSub2 panel;
+        panel.show();
+        bool previewOffered = true;
+        const QList<Step> steps = {{QStringLiteral("frmGokusentaku_01"), [&](QWidget *words) {
+                                        previewOffered = !find<QPushButton>(words, QStringLiteral("Command4"))->isHidden();
+                                        static_cast<QDialog *>(words)->reject();
+                                    }}};
+        QCOMPARE(play([&] { click(&panel, QStringLiteral("Command4")); }, steps), 1);
+        QVERIFY(!previewOffered);
+        QVERIFY(panel.isVisible());
+    }
+
     void articlePanelRefusesAndStays()
     {
         AppState::instance().ArticlePanelActive = true;
