@@ -12,39 +12,60 @@ namespace {
 
 const QString kContinued = QStringLiteral("※上記の続き");
 
-// The text of a clause as the dictionary has it now: its first segment.
-QString dictionaryText(QSqlDatabase db, const QString &style, const QString &document, const CompositionRow &row)
+// The clause's text as the dictionary has it now (its first segment), as a subquery
+// on the composition row `r`, so that the rows and their texts come in one statement.
+QString currentTextSql(Level level)
 {
-    const Level level = row.level;
-    if (level == Level::Document)
-        return scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
-    if (level == Level::Preamble)
-        return scalar(db, QStringLiteral("SELECT 前文 FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01' ORDER BY CAST(結合 AS INTEGER) LIMIT 1"),
-                      {style, document}).toString();
-    const int n = placeDepth(level);
-    // The name column of 章 and 条, and the text column of a clause table, bear the table's name.
-    const QString table = dictionaryTable(level);
-    const QString order = isClauseLevel(level) ? QStringLiteral(" ORDER BY CAST(結合 AS INTEGER) LIMIT 1") : QString();
-    return scalar(db, QStringLiteral("SELECT \"%1\" FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? AND %2%3")
-                          .arg(table, dictionaryPlaceWhere(level, n), order),
-                  QVariantList{style, document} + QVariantList(row.codes.begin(), row.codes.begin() + n)).toString();
+    QStringList where = {QStringLiteral("d.文章形式Code = r.文章形式Code")};
+    if (level == Level::Document) {
+        where << QStringLiteral("d.Code = r.規程Code");
+    } else {
+        where << QStringLiteral("d.規程Code = r.規程Code");
+        if (level == Level::Preamble)
+            where << QStringLiteral("d.Code = '01'");
+        // In a dictionary table the clause's own code is "Code", its parents the place columns.
+        const int own = placeDepth(level) - 1;
+        for (int i = 0; i <= own; ++i)
+            where << QStringLiteral("d.\"%1\" = r.\"%2\"").arg(i == own ? QStringLiteral("Code") : placeColumns()[i], placeColumns()[i]);
+    }
+    const bool segmented = level == Level::Preamble || isClauseLevel(level);
+    // The name column of 規程, 章 and 条, and the text column of the others, bear the table's name.
+    return QStringLiteral("(SELECT d.\"%1\" FROM \"%1\" d WHERE %2%3)")
+        .arg(dictionaryTable(level), where.join(QStringLiteral(" AND ")),
+             segmented ? QStringLiteral(" ORDER BY CAST(d.結合 AS INTEGER) LIMIT 1") : QString());
 }
 
-QList<PanelRow> panelRows(QSqlDatabase db, const QString &style, const QString &document, const QList<CompositionRow> &rows)
+// The rows of one rowset with the dictionary's text of each, in one query.
+QList<PanelRow> panelRows(QSqlDatabase db, const QString &table, const QList<Level> &levels, const QString &where, const QVariantList &keys)
 {
+    QString current = QStringLiteral("CASE r.種別");
+    for (Level level : levels)
+        current += QStringLiteral(" WHEN '%1' THEN %2").arg(levelCode(level), currentTextSql(level));
+    current += QStringLiteral(" END");
+    QStringList columns;
+    for (const QString &c : placeColumns())
+        columns << QStringLiteral("r.\"%1\"").arg(c);
+    // A continuation row shows no dictionary text, so its subquery is not run.
+    QSqlQuery q = execSql(db, QStringLiteral("SELECT r.種別, %1, r.結合, r.テンプレート, "
+                                             "CASE WHEN CAST(r.結合 AS INTEGER) > 1 THEN NULL ELSE %2 END "
+                                             "FROM \"%3\" r WHERE %4 ORDER BY r.順番, CAST(r.結合 AS INTEGER)")
+                                  .arg(columns.join(u','), current, table, where),
+                          keys);
     QList<PanelRow> panel;
-    for (const CompositionRow &r : rows) {
+    while (q.next()) {
         PanelRow p;
-        p.level = r.level;
-        p.codes = r.codes;
-        p.join = r.join;
-        if (r.join.toInt() > 1) {
+        p.level = levelOf(q.value(0).toString());
+        for (int i = 0; i < 6; ++i)
+            p.codes[i] = q.value(1 + i).toString();
+        p.join = q.value(7).toString();
+        const QString templateCode = q.value(8).toString();
+        if (p.join.toInt() > 1) {
             // A continuation row of a split clause.
-            p.text = r.templateCode == u"0" || r.templateCode.isEmpty() || r.level == Level::Preamble
+            p.text = templateCode == u"0" || templateCode.isEmpty() || p.level == Level::Preamble
                          ? kContinued
-                         : kContinued + QStringLiteral("（●テンプレート●") + r.templateCode + QStringLiteral("）");
+                         : kContinued + QStringLiteral("（●テンプレート●") + templateCode + QStringLiteral("）");
         } else {
-            p.text = dictionaryText(db, style, document, r);
+            p.text = q.value(9).toString();
         }
         panel << p;
     }
@@ -55,13 +76,31 @@ QList<PanelRow> panelRows(QSqlDatabase db, const QString &style, const QString &
 
 QList<PanelRow> articlePanel(QSqlDatabase db, const QString &style, const QString &document)
 {
-    return panelRows(db, style, document, readArticleRows(db, style, document));
+    return panelRows(db, kArticleRowsTable, {Level::Document, Level::Preamble, Level::Chapter, Level::Article},
+                     QStringLiteral("r.文章形式Code = ? AND r.規程Code = ?"), {style, document});
 }
 
 QList<PanelRow> paragraphPanel(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
                                const QString &article)
 {
-    return panelRows(db, style, document, readClauseRows(db, style, document, chapter, article));
+    return panelRows(db, kClauseRowsTable, {Level::Paragraph, Level::Item, Level::Maru, Level::Iroha},
+                     QStringLiteral("r.文章形式Code = ? AND r.規程Code = ? AND r.章Code = ? AND r.条Code = ?"),
+                     {style, document, chapter, article});
+}
+
+PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
+                      const QString &article)
+{
+    PlaceNames names;
+    names.style = scalar(db, QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {style}).toString();
+    names.document = scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+    if (!chapter.isEmpty())
+        names.chapter = scalar(db, QStringLiteral("SELECT 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
+                               {style, document, chapter}).toString();
+    if (!article.isEmpty())
+        names.article = scalar(db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
+                               {style, document, chapter, article}).toString();
+    return names;
 }
 
 QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)

@@ -15,6 +15,16 @@ QList<PanelRow> articlePanel(QSqlDatabase db, const QString &style, const QStrin
 QList<PanelRow> paragraphPanel(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
                                const QString &article);
 
+// The names heading a panel: the prose style, the document, and for the 項 panel its 章 and 条.
+struct PlaceNames {
+    QString style;
+    QString document;
+    QString chapter;
+    QString article;
+};
+PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter = {},
+                      const QString &article = {});
+
 // The actions of 作成データ選択肢 offered on a row of the level, in code order.
 QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel);
 

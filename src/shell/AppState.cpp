@@ -41,7 +41,8 @@ void AppState::reset()
 {
     closeDatabase(kMainConnection);
     AppPath.clear();
-    KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = false;
+    KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = ArticlePanelActive = ParagraphPanelActive = false;
+    CurRowIndex = 0;
     m_companyPanel = NoCompanyPrompt;
     m_commandVisible.fill(false);
     emit changed();

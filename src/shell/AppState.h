@@ -52,6 +52,14 @@ public:
     // True when the word form is opened from the console, which offers the preview.
     bool WordsPreviewAllowed = false;
 
+    // The composition panels build their rows at load only when their flag is set:
+    // every form that hands over to a panel sets it first.
+    bool ArticlePanelActive = false;
+    bool ParagraphPanelActive = false;
+    // The selected panel row (from 0) and the level to add, handed to the add and release forms.
+    int CurRowIndex = 0;
+    QString AddShubetsu;
+
     QString companyPanel() const { return m_companyPanel; }
     bool isCompanyOpen() const { return m_companyPanel != NoCompanyPrompt; }
     bool isOpenCompany(const QString &name) const { return isCompanyOpen() && m_companyPanel == name; }

@@ -1,5 +1,6 @@
 #include "shell/forms/frmMain01.h"
 
+#include "composition/forms/frmMakesentaku.h"
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
 #include "rulebase/forms/frmDBSentaku.h"
@@ -105,6 +106,7 @@ void frmMain01::buildCommands()
     layout->addStretch();
     setCentralWidget(central);
     m_factories[0] = [](QWidget *parent) -> QDialog * { return new frmKihon(parent); };
+    m_factories[1] = [](QWidget *parent) -> QDialog * { return new frmMakesentaku(parent); };
 }
 
 void frmMain01::buildStatusBar()

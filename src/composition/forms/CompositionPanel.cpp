@@ -1,0 +1,150 @@
+#include "composition/forms/CompositionPanel.h"
+
+#include "composition/Panels.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QScrollBar>
+
+namespace normaris {
+
+namespace {
+
+// The four level colours, in the order of the levels of each panel (given as blue-green-red
+// values C0C0FF, C0E0FF, C0FFFF, C0FFC0).
+QColor levelColour(int place)
+{
+    static const QColor colours[] = {QColor(0xFF, 0xC0, 0xC0), QColor(0xFF, 0xE0, 0xC0), QColor(0xFF, 0xFF, 0xC0), QColor(0xC0, 0xFF, 0xC0)};
+    return colours[qBound(0, place, 3)];
+}
+
+int colourPlace(Level level, bool paragraphLevels)
+{
+    if (paragraphLevels)
+        return clauseDepth(level);
+    switch (level) {
+    case Level::Document: return 0;
+    case Level::Preamble: return 1;
+    case Level::Chapter: return 2;
+    default: return 3;
+    }
+}
+
+// A page of the scroll bar moves six rows, however many rows are on view.
+constexpr int kRowsPerPage = 6;
+
+} // namespace
+
+PanelModel::PanelModel(QList<PanelRow> rows, bool paragraphLevels, QObject *parent)
+    : QAbstractTableModel(parent), m_rows(std::move(rows)), m_paragraphLevels(paragraphLevels)
+{
+}
+
+int PanelModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_rows.size()); }
+int PanelModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : ColumnCount; }
+
+QVariant PanelModel::data(const QModelIndex &index, int role) const
+{
+    const PanelRow &row = m_rows.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        if (index.column() == Caption)
+            return panelCaption(row.level);
+        if (index.column() == Code)
+            return panelCode(row);
+        if (index.column() == Text)
+            return row.text;
+        return {};
+    case Qt::BackgroundRole:
+        if (index.column() == Caption)
+            return levelColour(colourPlace(row.level, m_paragraphLevels));
+        return {};
+    case Qt::FontRole:
+        // The two captions of the sub-item levels are long and take a smaller type.
+        if (index.column() == Caption && (row.level == Level::Maru || row.level == Level::Iroha)) {
+            QFont small;
+            small.setPointSize(7);
+            return small;
+        }
+        return {};
+    case Qt::TextAlignmentRole:
+        return index.column() == Caption ? QVariant(Qt::AlignCenter) : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+QVariant PanelModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    switch (section) {
+    case Caption: return QStringLiteral("区分");
+    case Code: return QStringLiteral("Code");
+    case Text: return QStringLiteral("内容");
+    default: return QStringLiteral("処理");
+    }
+}
+
+CompositionPanel::CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows, Actions actions, QWidget *parent)
+    : QTableView(parent), m_model(new PanelModel(std::move(rows), paragraphLevels, this)), m_actions(std::move(actions))
+{
+    setObjectName(QStringLiteral("Picture1"));
+    setModel(m_model);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerItem);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionResizeMode(PanelModel::Text, QHeaderView::Stretch);
+    setColumnWidth(PanelModel::Caption, 64);
+    setColumnWidth(PanelModel::Code, 56);
+    setColumnWidth(PanelModel::Action, 300);
+    // A long text is cut at the column's width rather than widening the row.
+    setWordWrap(false);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(m_model->rowCount() > visibleRows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    // Exactly visibleRows rows fit, so that the scroll range is the rows beyond them.
+    setFixedHeight(2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize());
+    setMinimumWidth(860);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { chooseRow(current.row()); });
+    if (m_model->rowCount() > 0)
+        chooseRow(0);
+}
+
+void CompositionPanel::updateGeometries()
+{
+    QTableView::updateGeometries();
+    verticalScrollBar()->setPageStep(kRowsPerPage);
+}
+
+void CompositionPanel::chooseRow(int row)
+{
+    if (row == m_selected || row < 0 || row >= m_model->rowCount())
+        return;
+    if (m_combo) {
+        // The view deletes the old list later; it must not be found by name meanwhile.
+        m_combo->setObjectName(QString());
+        setIndexWidget(m_model->index(m_selected, PanelModel::Action), nullptr);
+        m_combo = nullptr;
+    }
+    m_selected = row;
+    selectRow(row);
+    m_combo = new QComboBox(this);
+    m_combo->setObjectName(QStringLiteral("DataCombo1"));
+    for (const CodeAndName &a : m_actions(m_model->rows().at(row).level))
+        m_combo->addItem(a.name, a.code);
+    m_combo->setCurrentIndex(-1);
+    setIndexWidget(m_model->index(row, PanelModel::Action), m_combo);
+}
+
+QString CompositionPanel::chosenAction() const
+{
+    return m_combo && m_combo->currentIndex() >= 0 ? m_combo->currentData().toString() : QString();
+}
+
+} // namespace normaris
