@@ -22,9 +22,18 @@ int halfPoints(double points)
     return qBound(2, qRound(points * 2), 3276);
 }
 
-bool hasBlankAtEnds(const QString &text)
+// Blanks at the ends or two in a row, such as the blanks after a clause's label
+// or the indent of a continued line: where a reader may fold or drop them.
+bool hasSignificantBlanks(const QString &text)
 {
-    return !text.isEmpty() && (text.front().isSpace() || text.back().isSpace());
+    if (text.isEmpty())
+        return false;
+    if (text.front().isSpace() || text.back().isSpace())
+        return true;
+    for (qsizetype i = 1; i < text.size(); ++i)
+        if (text[i].isSpace() && text[i - 1].isSpace())
+            return true;
+    return false;
 }
 
 // The font where it differs from the document's defaults (word/styles.xml):
@@ -109,8 +118,7 @@ void writeText(QXmlStreamWriter &xml, const QString &text)
     if (text.isEmpty())
         return;
     xml.writeStartElement(kWordNs, QStringLiteral("t"));
-    // Without it a reader may drop the blanks that indent a continued line.
-    if (hasBlankAtEnds(text))
+    if (hasSignificantBlanks(text))
         xml.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
     xml.writeCharacters(text);
     xml.writeEndElement();

@@ -414,6 +414,12 @@ private slots:
             for (const DocxRun &r : p.runs)
                 breaks += r.pageBreak;
         QCOMPARE(breaks, 1);
+        for (const DocxParagraph &p : body.paragraphs)
+            for (const DocxRun &r : p.runs)
+                QVERIFY2(r.preserved, qPrintable(r.text));
+        const QByteArray xml = zipEntries(m_dir.filePath(QStringLiteral("sample.docx"))).value(QStringLiteral("word/document.xml"));
+        QVERIFY(xml.contains(QStringLiteral("<w:t>第１条（服務）</w:t>").toUtf8()));
+        QVERIFY(xml.contains(QStringLiteral("<w:t xml:space=\"preserve\">第１章  総則</w:t>").toUtf8()));
     }
 
     // A failed save throws with a text for the user and leaves no file behind.

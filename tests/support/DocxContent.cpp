@@ -84,7 +84,8 @@ DocxBody readBody(const QByteArray &documentXml)
         } else if (name == u"t" && run) {
             const bool preserve = reader.attributes().value(QStringLiteral("xml:space")) == u"preserve";
             const QString text = reader.readElementText();
-            if (!text.isEmpty() && (text.front().isSpace() || text.back().isSpace()) && !preserve)
+            const bool blanks = text.startsWith(u' ') || text.endsWith(u' ') || text.contains(QStringLiteral("  "));
+            if (blanks && !preserve)
                 run->preserved = false;
             run->text += text;
             continue; // readElementText() has consumed the end tag

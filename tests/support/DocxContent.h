@@ -21,7 +21,8 @@ struct DocxRun {
     Properties props;
     QString text; // the w:t texts, a w:tab as '\t'
     bool pageBreak = false;
-    bool preserved = true; // every w:t with blanks at its ends says xml:space="preserve"
+    // Every w:t with blanks at its ends or two in a row says xml:space="preserve".
+    bool preserved = true;
 };
 
 struct DocxParagraph {
