@@ -9,6 +9,8 @@ packages=(
   libsqlite3-dev sqlite3 libzip-dev libxlsxwriter-dev
   xvfb xauth unzip
   fonts-ipafont-mincho fonts-ipafont-gothic
+  # the tests read produced documents back: .docx to PDF, PDF to text and images
+  libreoffice-writer-nogui poppler-utils
 )
 
 missing=()

@@ -1,0 +1,39 @@
+#pragma once
+// What a DocxTypist holds of the document until it is saved: paragraphs of runs,
+// each run with the font it was typed in. A paragraph's settings may still change
+// while the cursor is in it, so nothing becomes XML before the document is saved.
+
+#include "export/Typist.h"
+
+#include <QList>
+#include <QString>
+
+namespace normaris::docx {
+
+struct Font {
+    QString name = Typist::kMinchoFont;
+    double size = Typist::kBaseSize;
+    bool bold = false;
+    Typist::Color color = Typist::Color::Black;
+    bool doubleStrike = false;
+    bool operator==(const Font &) const = default;
+};
+
+// Text in one font, or a page break typed in that font.
+struct Run {
+    Font font;
+    QString text; // may hold tabs; never a line end or a character XML can't carry
+    bool pageBreak = false;
+};
+
+struct Paragraph {
+    Typist::Alignment alignment = Typist::Alignment::Left;
+    int indent = 0; // in characters, as Typist::setCharacterUnitFirstLineIndent
+    QList<Run> runs;
+    // The font of the paragraph mark: the one in force when the paragraph ended.
+    // It gives an empty paragraph its height, so blank lines under a big title
+    // keep the size they were typed in.
+    Font mark;
+};
+
+} // namespace normaris::docx

@@ -1,0 +1,26 @@
+#pragma once
+// A real word processor's reading of a produced document: LibreOffice converts
+// it to PDF (headless, with a profile of its own), poppler's tools read the PDF
+// back. A missing tool is an error, not a reason to skip: CI installs both.
+
+#include <QList>
+#include <QString>
+
+namespace normaris::test {
+
+// Converts file to PDF in workDir and returns the PDF's path. On failure the
+// path is empty and *error says why.
+QString convertToPdf(const QString &file, const QString &workDir, QString *error);
+
+// The PDF's text, pages separated by form feeds.
+QString pdfText(const QString &pdf, QString *error);
+
+// One line of text as laid out on its page, in points from the top left.
+struct PdfLine {
+    int page = 0; // from 1
+    double xMin = 0, yMin = 0;
+    QString text;
+};
+QList<PdfLine> pdfLines(const QString &pdf, QString *error);
+
+} // namespace normaris::test
