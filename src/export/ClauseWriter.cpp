@@ -43,7 +43,7 @@ QString irohaLabel(const CompositionRow &head, bool) { return QStringLiteral("  
 
 } // namespace
 
-struct ClauseWriter::ClauseForm {
+struct ClauseForm {
     int indent;               // first-line indent in characters; negative hangs
     LabelOf label;            // before the first line of the clause
     QString continuation;     // blank prefix of a segment that starts a new line
@@ -54,13 +54,13 @@ struct ClauseWriter::ClauseForm {
 
 namespace {
 
-const ClauseWriter::ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, SegmentColour::OwnKept, true};
-const ClauseWriter::ClauseForm kKou{-1, kouLabel, QStringLiteral("    "), true, SegmentColour::OwnThenBlack, false};
-const ClauseWriter::ClauseForm kGou{-2, gouLabel, QStringLiteral("      "), true, SegmentColour::OwnThenBlack, false};
-const ClauseWriter::ClauseForm kMaru{-3, maruLabel, QStringLiteral("        "), false, SegmentColour::Head, false};
-const ClauseWriter::ClauseForm kIroha{-4, irohaLabel, QStringLiteral("          "), false, SegmentColour::Head, false};
+const ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, SegmentColour::OwnKept, true};
+const ClauseForm kKou{-1, kouLabel, QStringLiteral("    "), true, SegmentColour::OwnThenBlack, false};
+const ClauseForm kGou{-2, gouLabel, QStringLiteral("      "), true, SegmentColour::OwnThenBlack, false};
+const ClauseForm kMaru{-3, maruLabel, QStringLiteral("        "), false, SegmentColour::Head, false};
+const ClauseForm kIroha{-4, irohaLabel, QStringLiteral("          "), false, SegmentColour::Head, false};
 
-bool isTemplateSegment(const ClauseWriter::ClauseForm &form, const CompositionRow &row)
+bool isTemplateSegment(const ClauseForm &form, const CompositionRow &row)
 {
     return form.templates && row.lineBreak && !row.templateCode.isEmpty();
 }

@@ -12,6 +12,9 @@
 
 namespace normaris {
 
+// What sets one level's clauses apart; the table of them is in ClauseWriter.cpp.
+struct ClauseForm;
+
 class ClauseWriter {
 public:
     ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber)
@@ -23,8 +26,6 @@ public:
     void gou();
     void maru();
     void iroha();
-
-    struct ClauseForm;
 
 private:
     void typeClause(const ClauseForm &form);
