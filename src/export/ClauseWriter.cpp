@@ -54,6 +54,7 @@ struct ClauseForm {
 
 namespace {
 
+//                     indent  label       continued line                templates  segment colour               break before a lone line
 const ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, SegmentColour::OwnKept, true};
 const ClauseForm kKou{-1, kouLabel, QStringLiteral("    "), true, SegmentColour::OwnThenBlack, false};
 const ClauseForm kGou{-2, gouLabel, QStringLiteral("      "), true, SegmentColour::OwnThenBlack, false};
