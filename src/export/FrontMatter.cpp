@@ -1,0 +1,98 @@
+#include "export/FrontMatter.h"
+
+#include "export/DocumentTexts.h"
+
+#include <limits>
+
+namespace normaris {
+
+namespace {
+
+struct TitleSize {
+    qsizetype maxBytes;  // the title's length, two bytes a character
+    double points;
+    int paragraphsAfter; // fewer for the big sizes, to keep the cover on one page
+};
+
+const TitleSize kTitleSizes[] = {
+    {10, 72, 0},
+    {20, 36, 2},
+    {30, 24, 3},
+    {40, 18, 3},
+    {60, 12, 4},
+    {std::numeric_limits<qsizetype>::max(), Typist::kBaseSize, 4},
+};
+
+const TitleSize &titleSizeFor(const QString &title)
+{
+    // Every character counts two bytes here, half-width ones too: the size was
+    // chosen for names written in full width.
+    const qsizetype bytes = title.size() * 2;
+    for (const TitleSize &size : kTitleSizes) {
+        if (bytes <= size.maxBytes)
+            return size;
+    }
+    return kTitleSizes[std::size(kTitleSizes) - 1];
+}
+
+void typeParagraphs(Typist &typist, int count)
+{
+    for (int i = 0; i < count; ++i)
+        typist.typeParagraph();
+}
+
+} // namespace
+
+void typeCover(Typist &typist, const QString &formalName, const QString &companyName)
+{
+    typist.setAlignment(Typist::Alignment::Center);
+    const TitleSize &size = titleSizeFor(formalName);
+    typeParagraphs(typist, 10);
+    typist.setFontSize(size.points);
+    typist.typeText(formalName);
+    typist.setFontSize(Typist::kBaseSize);
+    typeParagraphs(typist, size.paragraphsAfter);
+    typeParagraphs(typist, 12);
+    typist.setFontSize(12);
+    typist.typeText(companyName);
+    typist.typeParagraph();
+    typist.setFontSize(Typist::kBaseSize);
+    typist.insertPageBreak();
+}
+
+void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, const QString &formalName)
+{
+    typist.setAlignment(Typist::Alignment::Center);
+    typist.setFontSize(18);
+    typist.typeText(QStringLiteral("目　次"));
+    typeParagraphs(typist, 2);
+    for (const CompositionRow &row : rows) {
+        switch (row.level) {
+        case Level::Document:
+            typist.setAlignment(Typist::Alignment::Left);
+            typist.setFontSize(12);
+            typist.typeText(formalName);
+            typist.setFontSize(Typist::kBaseSize);
+            typist.typeParagraph();
+            break;
+        case Level::Chapter:
+            if (isChapterless(row))
+                break;
+            typist.setAlignment(Typist::Alignment::Left);
+            typist.typeText(chapterHeading(row));
+            typist.typeParagraph();
+            break;
+        case Level::Article:
+            typist.setAlignment(Typist::Alignment::Left);
+            typist.typeText(QStringLiteral("　") + articleHeading(row));
+            typist.typeParagraph();
+            break;
+        default:
+            break;
+        }
+    }
+    typist.setFontSize(Typist::kBaseSize);
+    typist.insertPageBreak();
+}
+
+} // namespace normaris
