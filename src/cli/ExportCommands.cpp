@@ -1,8 +1,10 @@
 // build, substitute, export: the export chain, step by step as on the console.
 
 #include "cli/Cli.h"
+#include "export/DocumentExport.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
+#include "rulebase/Database.h"
 #include "shell/AppState.h"
 
 namespace normaris::cli {
@@ -42,6 +44,60 @@ struct BuildStep {
     WorkDataBuild build;
 };
 
+// A choice among named values, as --name value; the first is the default.
+template<typename T>
+bool pick(Context &c, const QString &option, const QList<std::pair<QString, T>> &choices, T &value)
+{
+    const QString given = c.args.option(option);
+    if (given.isEmpty()) {
+        value = choices.first().second;
+        return true;
+    }
+    for (const auto &[name, v] : choices) {
+        if (name == given) {
+            value = v;
+            return true;
+        }
+    }
+    QStringList names;
+    for (const auto &choice : choices)
+        names << choice.first;
+    c.prompt.failure(QStringLiteral("%1 には %2 のいずれかを指定してください。").arg(option, names.join(u'|')));
+    return false;
+}
+
+// データをWordへ送る: the rendering alone, of work data built and substituted before.
+int exportDocument(Context &c)
+{
+    RenderOptions options;
+    bool numberFirst = true;
+    if (!pick<ExportKind>(c, QStringLiteral("--kind"), {{QStringLiteral("rules"), ExportKind::Rules}, {QStringLiteral("agreement"), ExportKind::Agreement},
+                                                     {QStringLiteral("filing"), ExportKind::Filing}}, options.kind)
+        || !pick<CoverChoice>(c, QStringLiteral("--cover"), {{QStringLiteral("both"), CoverChoice::Both}, {QStringLiteral("cover"), CoverChoice::CoverOnly},
+                                                          {QStringLiteral("toc"), CoverChoice::TocOnly}, {QStringLiteral("none"), CoverChoice::None}}, options.cover)
+        || !pick<bool>(c, QStringLiteral("--number-first"), {{QStringLiteral("show"), true}, {QStringLiteral("hide"), false}}, numberFirst)
+        || !pick<bool>(c, QStringLiteral("--filing"), {{QStringLiteral("new"), false}, {QStringLiteral("change"), true}}, options.filingIsChange))
+        return ExitFailure;
+    options.showFirstParagraphNumber = numberFirst;
+    const QString out = c.args.option(QStringLiteral("--out"));
+    if (out.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルを指定してください。"));
+        return ExitFailure;
+    }
+    const bool filing = options.kind == ExportKind::Filing;
+    if (!filing && !chooseStyleAndDocument(c))
+        return ExitStopped;
+    const AppState &state = AppState::instance();
+    // Without --kind, a document prints as what it is: an agreement or a set of rules.
+    if (!c.args.has(QStringLiteral("--kind"))
+        && scalar(AppState::cn(), QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
+                  {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString() == u"2")
+        options.kind = ExportKind::Agreement;
+    return exitCodeOf(DocumentExport(AppState::cn(), c.prompt)
+                          .write(filing ? QString() : state.CurBunshoKeishikiCode, filing ? QString() : state.CurKiteiCode, options, out,
+                                 c.args.option(QStringLiteral("--text"))));
+}
+
 } // namespace
 
 void addExportCommands(QList<Command> &commands)
@@ -49,6 +105,10 @@ void addExportCommands(QList<Command> &commands)
     const QString chosen = QStringLiteral("--style S --doc CODE");
     commands << companyCommand({QStringLiteral("build")}, chosen, 0, 0, runStep<BuildStep>, true);
     commands << companyCommand({QStringLiteral("substitute")}, chosen, 0, 0, runStep<SettingSubstitution>, true);
+    commands << companyCommand({QStringLiteral("export")},
+                               QStringLiteral("[--style S --doc CODE] [--kind rules|agreement|filing] [--cover both|cover|toc|none] "
+                                              "[--number-first show|hide] [--filing new|change] --out FILE.docx [--text FILE.txt]"),
+                               0, 0, exportDocument, false);
 }
 
 } // namespace normaris::cli

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
@@ -164,6 +165,59 @@ private slots:
                              + QStringList{QStringLiteral("--row"), QString::number(chapterRow + 1), QStringLiteral("--action"), QStringLiteral("3"), QStringLiteral("--pick"), chapter});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。\n"));
+    }
+
+    // The chain on the seed: the work rules cite the article before, a paragraph two
+    // before, and the leave rules by name and article.
+    void exportChain()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path();
+        const QStringList company = {QStringLiteral("--company"), QStringLiteral("甲")};
+        QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company + QStringList{QStringLiteral("事業所名=株式会社テスト")}).status, 0);
+        const QStringList documents = {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")};
+        const QStringList style = {QStringLiteral("--style"), QStringLiteral("1")};
+        auto doc = [&](const QString &d) { return company + style + QStringList{QStringLiteral("--doc"), d}; };
+
+        // Substitution waits for the documents it cites.
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company + QStringList{QStringLiteral("--doc"), QStringLiteral("01"), QStringLiteral("2026/4/1")}).status, 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("build")} + doc(QStringLiteral("01"))).err, QStringLiteral("処理完了: データ作成が完了しました。\n"));
+        Run r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(QStringLiteral("01")));
+        QCOMPARE(r.status, 1);
+        QVERIFY2(r.err.startsWith(QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 ◆")), qUtf8Printable(r.err));
+
+        for (const QString &d : documents.mid(1)) {
+            QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company + QStringList{QStringLiteral("--doc"), d, QStringLiteral("2026/4/1")}).status, 0);
+            QCOMPARE(runCli(root, QStringList{QStringLiteral("build")} + doc(d)).status, 0);
+        }
+        for (const QString &d : documents) {
+            r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(d));
+            QCOMPARE(r.err, QStringLiteral("処理完了: 置換処理が完了しました。\n"));
+        }
+        const QString file = root + QStringLiteral("/Data/甲/甲.sqlite");
+        const QString texts = test::valueIn(file, QStringLiteral("SELECT group_concat(文章, '\n') FROM 作成データ WHERE 規程Code = '01'")).toString();
+        const QString out = root + QStringLiteral("/01.docx");
+        const QString text = root + QStringLiteral("/01.txt");
+        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01")) + QStringList{QStringLiteral("--out"), out, QStringLiteral("--text"), text});
+        QCOMPARE(r.status, 0);
+        QVERIFY(QFileInfo(out).size() > 0);
+        QFile textFile(text);
+        QVERIFY(textFile.open(QIODevice::ReadOnly));
+        const QString document = QString::fromUtf8(textFile.readAll());
+        for (const QString &wording : {QStringLiteral("前条第１項に定める方法により"), QStringLiteral("第２項第２号に掲げる労働条件"),
+                                       QStringLiteral("育児・介護休業規程第４条に")}) {
+            QVERIFY2(texts.contains(wording), qUtf8Printable(wording));
+            QVERIFY2(document.contains(wording), qUtf8Printable(wording));
+        }
+        QVERIFY(!texts.contains(u'◆'));
+        QVERIFY(document.contains(QStringLiteral("株式会社テスト")));
+
+        // The filing forms need no document; a bad option is refused.
+        r = runCli(root, QStringList{QStringLiteral("export")} + company + QStringList{QStringLiteral("--kind"), QStringLiteral("filing"), QStringLiteral("--out"), root + QStringLiteral("/todoke.docx")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01")) + QStringList{QStringLiteral("--cover"), QStringLiteral("half"), QStringLiteral("--out"), out});
+        QCOMPARE(r.status, 2);
     }
 
     void exitStatuses_data()

@@ -185,7 +185,7 @@ private slots:
         if (dated)
             EffectiveDates(db, kDoc).add(kStyle, QDate(2026, 4, 1));
         const QStringList place = {QStringLiteral("01"), QStringLiteral("0001"), QStringLiteral("01")};
-        for (const QString code : {QStringLiteral("0001"), QStringLiteral("0002")}) {
+        for (const QString &code : {QStringLiteral("0001"), QStringLiteral("0002")}) {
             insertRow(db, QStringLiteral("変数テーブル番号"), {code, kDoc, place[0], place[1], place[2], QString(), QString(), QString(), QString(), QStringLiteral("4"),
                                                             QStringLiteral("71"), QStringLiteral("01"), QStringLiteral("0005"), QString(), QString(), QString(), QString(),
                                                             QString(), QStringLiteral("3")});

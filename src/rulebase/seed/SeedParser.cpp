@@ -203,9 +203,12 @@ private:
             return;
         if (m_chapter.isEmpty()) {
             // The chapterless body: a 章 "00" that holds the articles and is never printed.
+            // It has a name all the same: a row without text prints as a template place.
             Place body;
             body.sho = m_chapter = QStringLiteral("00");
-            startClause(Level::Chapter, body).line = m_line;
+            Clause &chapter = startClause(Level::Chapter, body);
+            chapter.line = m_line;
+            chapter.title = kChapterlessBody;
         }
         Place place;
         place.sho = m_chapter;

@@ -11,6 +11,9 @@
 
 namespace normaris::seed {
 
+// The name of the 章 "00" that holds the articles of a document without chapters.
+inline const QString kChapterlessBody = QStringLiteral("本則");
+
 using Level = normaris::Level;
 
 // Where a row stands: the codes of all levels above it and its own.

@@ -164,7 +164,7 @@ private:
         case Level::Preamble:
             return;
         case Level::Chapter:
-            good = code == u"00" ? c.title.isEmpty() : inStandardRange(code, 2, 1, 69);
+            good = code == u"00" ? c.title == kChapterlessBody : inStandardRange(code, 2, 1, 69);
             break;
         default:
             good = inStandardRange(code, 2, 1, 69);

@@ -1,6 +1,7 @@
 #include "shell/forms/frmMain01.h"
 
 #include "composition/forms/frmMakesentaku.h"
+#include "export/forms/frmExport.h"
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
 #include "rulebase/forms/frmDBSentaku.h"
@@ -107,6 +108,7 @@ void frmMain01::buildCommands()
     setCentralWidget(central);
     m_factories[0] = [](QWidget *parent) -> QDialog * { return new frmKihon(parent); };
     m_factories[1] = [](QWidget *parent) -> QDialog * { return new frmMakesentaku(parent); };
+    m_factories[2] = [](QWidget *parent) -> QDialog * { return new frmExport(parent); };
 }
 
 void frmMain01::buildStatusBar()

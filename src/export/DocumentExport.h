@@ -1,0 +1,27 @@
+#pragma once
+// データをWordへ送る: a finished document written as a .docx file, for the user to
+// open, finish and save where they like. The program never keeps the file.
+
+#include "export/DocumentRenderer.h"
+
+namespace normaris {
+
+class DocumentExport {
+public:
+    DocumentExport(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
+
+    // Renders the document into docxPath, and its text record into textPath when one
+    // is given. Stopped after a check's message, with nothing written. Failed after the
+    // failure's own text; what was typed up to then is written all the same.
+    Outcome write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
+                  const QString &textPath = {});
+
+    // A new file in the temporary folder, named after the document's code.
+    static QString temporaryPath(const QString &document);
+
+private:
+    QSqlDatabase m_db;
+    Prompt &m_prompt;
+};
+
+} // namespace normaris

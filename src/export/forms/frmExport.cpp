@@ -1,0 +1,286 @@
+#include "export/forms/frmExport.h"
+
+#include "composition/DocumentList.h"
+#include "export/DocumentExport.h"
+#include "export/SettingSubstitution.h"
+#include "export/WorkDataBuild.h"
+#include "rulebase/Database.h"
+#include "rulebase/forms/frmKakusyusettei.h"
+#include "shell/AppState.h"
+#include "shell/Failure.h"
+#include "shell/forms/FormHelpers.h"
+#include "words/forms/frmGokusentakuSub.h"
+
+#include <QButtonGroup>
+#include <QEvent>
+#include <QFile>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace normaris {
+
+namespace {
+
+enum Kind { RulesKind = 0, AgreementKind = 1, FilingKind = 2 };
+
+// An option group in its frame; the first option is on.
+QButtonGroup *optionGroup(QWidget *owner, QGroupBox *frame, const QString &name, const QStringList &captions)
+{
+    auto *group = new QButtonGroup(owner);
+    auto *layout = new QVBoxLayout(frame);
+    for (int i = 0; i < captions.size(); ++i) {
+        auto *option = new QRadioButton(captions[i], frame);
+        option->setObjectName(QStringLiteral("%1_%2").arg(name).arg(i));
+        group->addButton(option, i);
+        layout->addWidget(option);
+    }
+    group->button(0)->setChecked(true);
+    return group;
+}
+
+QGroupBox *frame(QWidget *parent, const QString &name, const QString &caption)
+{
+    auto *box = new QGroupBox(caption, parent);
+    box->setObjectName(name);
+    return box;
+}
+
+} // namespace
+
+frmExport::frmExport(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmExport"));
+    setWindowTitle(QStringLiteral("データエクスポート"));
+    auto *columns = new QHBoxLayout(this);
+    auto *left = new QVBoxLayout;
+    auto *right = new QVBoxLayout;
+    columns->addLayout(left, 1);
+    columns->addLayout(right);
+
+    m_styleFrame = frame(this, QStringLiteral("Frame2"), QStringLiteral("文章形式"));
+    m_style = optionGroup(this, m_styleFrame, QStringLiteral("Option2"), {QStringLiteral("である調"), QStringLiteral("ですます調")});
+    auto *kindFrame = frame(this, QStringLiteral("Frame4"), QStringLiteral("種別"));
+    m_kind = optionGroup(this, kindFrame, QStringLiteral("Option4"), {QStringLiteral("規則・規程"), QStringLiteral("協約・協定"), QStringLiteral("就業規則届")});
+    m_coverFrame = frame(this, QStringLiteral("Frame3"), QStringLiteral("表紙・目次の有無"));
+    m_cover = optionGroup(this, m_coverFrame, QStringLiteral("Option3"),
+                          {QStringLiteral("両方有"), QStringLiteral("表紙のみ有"), QStringLiteral("目次のみ有"), QStringLiteral("無")});
+    m_numberFrame = frame(this, QStringLiteral("Frame1"), QStringLiteral("第１項の数字表示"));
+    m_number = optionGroup(this, m_numberFrame, QStringLiteral("Option1"), {QStringLiteral("表示する"), QStringLiteral("表示しない")});
+    m_filingFrame = frame(this, QStringLiteral("Frame5"), QString());
+    auto *filingLabel = new QLabel(QStringLiteral("就業規則届と意見書を作成します。"), m_filingFrame);
+    filingLabel->setObjectName(QStringLiteral("Label3"));
+    auto *filingOptions = frame(m_filingFrame, QStringLiteral("Frame6"), QString());
+    m_filing = optionGroup(this, filingOptions, QStringLiteral("Option5"), {QStringLiteral("作成"), QStringLiteral("変更")});
+    auto *filingLayout = new QVBoxLayout(m_filingFrame);
+    filingLayout->addWidget(filingLabel);
+    filingLayout->addWidget(filingOptions);
+
+    auto *options = new QHBoxLayout;
+    options->addWidget(m_styleFrame);
+    options->addWidget(kindFrame);
+    left->addLayout(options);
+    auto *options2 = new QHBoxLayout;
+    options2->addWidget(m_coverFrame);
+    options2->addWidget(m_numberFrame);
+    left->addLayout(options2);
+    left->addWidget(m_filingFrame);
+    m_listLabel = new QLabel(QStringLiteral("指定してください"), this);
+    m_listLabel->setObjectName(QStringLiteral("Label1"));
+    left->addWidget(m_listLabel);
+    for (int i = 0; i < 2; ++i) {
+        m_lists[i] = new QListWidget(this);
+        m_lists[i]->setObjectName(QStringLiteral("DataList%1").arg(i + 1));
+        left->addWidget(m_lists[i]);
+    }
+
+    // The steps from top to bottom, each arrow pointing to the next.
+    struct Step {
+        const char *name;
+        const char *caption;
+        void (frmExport::*run)();
+    };
+    const Step steps[] = {
+        {"Command5", "データ作成(&M)", &frmExport::makeWorkData},
+        {"Command7", "基本設定・日付設定(&K)", &frmExport::openSettings},
+        {"Command6", "埋込語句の設定(&I)", &frmExport::openWords},
+        {"Command4", "設定項目の置換(&S)", &frmExport::substitute},
+        {"Command1", "データをWordへ送る(&E)", &frmExport::sendToWord},
+    };
+    for (int i = 0; i < 5; ++i) {
+        if (i > 0) {
+            auto *arrow = new QLabel(QStringLiteral("↓"), this);
+            arrow->setObjectName(QStringLiteral("Label2_%1").arg(i - 1));
+            arrow->setAlignment(Qt::AlignCenter);
+            right->addWidget(arrow);
+        }
+        QPushButton *button = makeButton(this, QString::fromLatin1(steps[i].name), QString::fromUtf8(steps[i].caption));
+        connect(button, &QPushButton::clicked, this, steps[i].run);
+        right->addWidget(button);
+        if (i == 4)
+            button->setStyleSheet(QStringLiteral("background-color: #ffe8b0;"));
+    }
+    m_steps[0] = findChild<QPushButton *>(QStringLiteral("Command4"));
+    m_steps[1] = findChild<QPushButton *>(QStringLiteral("Command5"));
+    m_steps[2] = findChild<QPushButton *>(QStringLiteral("Command6"));
+    right->addStretch();
+    QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
+    QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    right->addWidget(close);
+    right->addWidget(help);
+    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+
+    connect(m_style, &QButtonGroup::idClicked, this, &frmExport::showStyle);
+    connect(m_kind, &QButtonGroup::idClicked, this, &frmExport::showKind);
+    reloadLists();
+    showKind(RulesKind);
+    placeOverMainWindow(this);
+}
+
+void frmExport::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        placeOverMainWindow(this);
+    QDialog::changeEvent(event);
+}
+
+// The selected documents of the kind, for both styles. The filing forms keep the lists as they are.
+void frmExport::reloadLists()
+{
+    const QString kind = m_kind->checkedId() == AgreementKind ? QStringLiteral("2") : QStringLiteral("1");
+    for (int i = 0; i < 2; ++i) {
+        m_lists[i]->clear();
+        QSqlQuery q = execSql(AppState::cn(), QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
+                                                             "ORDER BY CAST(Code AS INTEGER)"),
+                              {QString::number(i + 1), kind});
+        while (q.next()) {
+            auto *item = new QListWidgetItem(q.value(1).toString(), m_lists[i]);
+            item->setData(Qt::UserRole, q.value(0).toString());
+        }
+    }
+}
+
+void frmExport::showStyle(int style)
+{
+    const bool lists = m_kind->checkedId() != FilingKind;
+    m_lists[0]->setVisible(lists && style == 0);
+    m_lists[1]->setVisible(lists && style == 1);
+}
+
+void frmExport::showKind(int kind)
+{
+    if (kind != FilingKind)
+        reloadLists();
+    const bool filing = kind == FilingKind;
+    m_numberFrame->setVisible(!filing);
+    m_styleFrame->setVisible(!filing);
+    m_coverFrame->setVisible(kind == RulesKind);
+    m_filingFrame->setVisible(filing);
+    for (QPushButton *b : m_steps)
+        b->setEnabled(!filing);
+    m_listLabel->setVisible(!filing);
+    showStyle(m_style->checkedId());
+}
+
+bool frmExport::chooseStyleAndDocument()
+{
+    AppState &state = AppState::instance();
+    const int style = m_style->checkedId();
+    if (style < 0) {
+        uiPrompt().error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
+        return false;
+    }
+    state.CurBunshoKeishikiCode = QString::number(style + 1);
+    QListWidget *list = m_lists[style];
+    const QListWidgetItem *item = list->currentItem();
+    state.CurKiteiCode = item && item->isSelected() ? item->data(Qt::UserRole).toString() : QString();
+    if (state.CurKiteiCode.isEmpty()) {
+        uiPrompt().error(QStringLiteral("データ指定の確認"), QStringLiteral("処理するデータを指定してください。"));
+        list->setFocus();
+        return false;
+    }
+    return true;
+}
+
+RenderOptions frmExport::renderOptions() const
+{
+    RenderOptions options;
+    options.kind = ExportKind(m_kind->checkedId());
+    options.cover = CoverChoice(m_cover->checkedId());
+    options.showFirstParagraphNumber = m_number->checkedId() == 0;
+    options.filingIsChange = m_filing->checkedId() == 1;
+    return options;
+}
+
+void frmExport::makeWorkData()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    WorkDataBuild(AppState::cn(), uiPrompt()).build(state.CurBunshoKeishikiCode, state.CurKiteiCode);
+    // The other style's document may have left the list.
+    const QString chosen = state.CurKiteiCode;
+    reloadLists();
+    QListWidget *list = m_lists[m_style->checkedId()];
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(Qt::UserRole).toString() == chosen)
+            list->setCurrentRow(i);
+    }
+}
+
+void frmExport::openSettings()
+{
+    AppState &state = AppState::instance();
+    const bool filing = m_kind->checkedId() == FilingKind;
+    state.DateSettingEnabled = !filing;
+    if (!filing && !chooseStyleAndDocument())
+        return;
+    frmKakusyusettei form(this);
+    form.exec();
+}
+
+void frmExport::openWords()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    AppState::instance().WordsPreviewAllowed = true;
+    frmGokusentakuSub form(this);
+    form.exec();
+    AppState::instance().WordsPreviewAllowed = false;
+}
+
+void frmExport::substitute()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    SettingSubstitution(AppState::cn(), uiPrompt()).run(state.CurBunshoKeishikiCode, state.CurKiteiCode);
+}
+
+void frmExport::sendToWord()
+{
+    const RenderOptions options = renderOptions();
+    const AppState &state = AppState::instance();
+    if (options.kind != ExportKind::Filing && !chooseStyleAndDocument())
+        return;
+    const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
+    try {
+        const QString path = DocumentExport::temporaryPath(document);
+        if (DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, path) == Outcome::Stopped) {
+            QFile::remove(path);
+            return;
+        }
+        m_lastDocument = path;
+        if (!openWithDesktop(path))
+            uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(path));
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
+}
+
+} // namespace normaris

@@ -1,0 +1,158 @@
+// The export console offscreen: its lists by style and kind, the choosing step, and
+// the chain from データ作成 to the finished document.
+
+#include "ScriptedPrompt.h"
+#include "TestRoot.h"
+#include "export/forms/frmExport.h"
+#include "rulebase/BasicSettings.h"
+#include "rulebase/CompanyFiles.h"
+#include "rulebase/EffectiveDates.h"
+#include "shell/AppState.h"
+#include "shell/forms/FormHelpers.h"
+
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+
+QStringList itemsOf(const QListWidget *list)
+{
+    QStringList items;
+    for (int i = 0; i < list->count(); ++i)
+        items << list->item(i)->data(Qt::UserRole).toString();
+    return items;
+}
+
+void choose(QListWidget *list, const QString &code)
+{
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(Qt::UserRole).toString() == code)
+            list->setCurrentRow(i);
+    }
+}
+
+} // namespace
+
+class ExportFormsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<TestRoot> m_root;
+    ScriptedPrompt m_prompt;
+
+    template<typename T>
+    static T *child(QWidget &form, const QString &name)
+    {
+        T *w = form.findChild<T *>(name);
+        if (!w)
+            qFatal("no control %s", qPrintable(name));
+        return w;
+    }
+    static void click(QWidget &form, const QString &name) { child<QAbstractButton>(form, name)->click(); }
+
+private slots:
+    void init()
+    {
+        m_root = std::make_unique<TestRoot>();
+        m_root->makeCompany(QStringLiteral("甲"));
+        ScriptedPrompt opening;
+        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
+        setUiPrompt(&m_prompt);
+        m_prompt.clear();
+    }
+    void cleanup()
+    {
+        setUiPrompt(nullptr);
+        m_root.reset();
+    }
+
+    void listsFollowStyleAndKind()
+    {
+        frmExport form;
+        form.show();
+        auto *dearu = child<QListWidget>(form, QStringLiteral("DataList1"));
+        auto *desumasu = child<QListWidget>(form, QStringLiteral("DataList2"));
+        QCOMPARE(form.windowTitle(), QStringLiteral("データエクスポート"));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}));
+        QVERIFY(dearu->isVisible() && !desumasu->isVisible());
+        QVERIFY(!child<QGroupBox>(form, QStringLiteral("Frame5"))->isVisible());
+
+        click(form, QStringLiteral("Option4_1")); // 協約・協定
+        QCOMPARE(itemsOf(dearu), QStringList{QStringLiteral("31")});
+        QVERIFY(!child<QGroupBox>(form, QStringLiteral("Frame3"))->isVisible());
+        click(form, QStringLiteral("Option2_1"));
+        QVERIFY(!dearu->isVisible() && desumasu->isVisible());
+
+        click(form, QStringLiteral("Option4_2")); // 就業規則届
+        QVERIFY(!dearu->isVisible() && !desumasu->isVisible());
+        QVERIFY(child<QGroupBox>(form, QStringLiteral("Frame5"))->isVisible());
+        QVERIFY(!child<QGroupBox>(form, QStringLiteral("Frame1"))->isVisible());
+        for (const char *step : {"Command4", "Command5", "Command6"})
+            QVERIFY(!child<QPushButton>(form, QString::fromLatin1(step))->isEnabled());
+
+        click(form, QStringLiteral("Option2_0"));
+        click(form, QStringLiteral("Option4_0"));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}));
+        QVERIFY(child<QPushButton>(form, QStringLiteral("Command5"))->isEnabled());
+    }
+
+    void everyStepStartsByChoosing()
+    {
+        frmExport form;
+        form.show();
+        for (const char *step : {"Command5", "Command6", "Command4", "Command1", "Command7"}) {
+            m_prompt.clear();
+            click(form, QString::fromLatin1(step));
+            QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 処理するデータを指定してください。")});
+        }
+    }
+
+    void theChainToADocument()
+    {
+        frmExport form;
+        form.show();
+        choose(child<QListWidget>(form, QStringLiteral("DataList1")), QStringLiteral("02"));
+        click(form, QStringLiteral("Command4"));
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データの確認: 日付のデータがありません。")});
+
+        m_prompt.clear();
+        click(form, QStringLiteral("Command5"));
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("処理完了: データ作成が完了しました。")});
+        QCOMPARE(AppState::instance().CurKiteiCode, QStringLiteral("02"));
+
+        m_prompt.clear();
+        EffectiveDates(AppState::cn(), QStringLiteral("02")).add(QStringLiteral("1"), QDate(2026, 4, 1));
+        click(form, QStringLiteral("Command1"));
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データの確認: 基本設定のデータがありません。")});
+        QVERIFY(form.lastDocument().isEmpty());
+
+        m_prompt.clear();
+        BasicSettings(AppState::cn()).load(); // makes the company's row
+        click(form, QStringLiteral("Command1"));
+        QCOMPARE(m_prompt.lines(), QStringList());
+        QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
+        QFile::remove(form.lastDocument());
+    }
+
+    void filingFormsNeedNoDocument()
+    {
+        BasicSettings(AppState::cn()).load();
+        frmExport form;
+        form.show();
+        click(form, QStringLiteral("Option4_2"));
+        click(form, QStringLiteral("Option5_1"));
+        click(form, QStringLiteral("Command1"));
+        QCOMPARE(m_prompt.lines(), QStringList());
+        QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
+        QFile::remove(form.lastDocument());
+    }
+};
+
+QTEST_MAIN(ExportFormsTest)
+#include "tst_exportforms.moc"
