@@ -135,8 +135,8 @@ void writeSyntheticDocument(QSqlDatabase db, const QString &document, int rows)
 void runChain(QSqlDatabase db, const QString &label, const QString &document, const QString &dir)
 {
     QuietPrompt prompt;
-    const int rows = scalar(db, QStringLiteral("SELECT (SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = ?1) + "
-                                               "(SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = ?1)"), {document}).toInt();
+    const int rows = scalar(db, QStringLiteral("SELECT (SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = ?) + "
+                                               "(SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = ?)"), {document, document}).toInt();
     const double build = timed([&] { WorkDataBuild(db, prompt).build(kStyle, document); });
     const double numbering = timed([&] {
         CrossReferences references(db, prompt, document);
