@@ -52,10 +52,7 @@ private slots:
     void init()
     {
         m_root = std::make_unique<TestRoot>();
-        m_root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt opening;
-        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
-        m_db = AppState::cn();
+        m_db = m_root->openCompany(QStringLiteral("甲"));
         m_prompt.clear();
     }
     void cleanup()

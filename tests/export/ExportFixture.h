@@ -14,14 +14,7 @@
 namespace normaris::test {
 
 struct OpenCompany {
-    OpenCompany() : root(std::make_unique<TestRoot>())
-    {
-        root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt prompt;
-        if (CompanyFiles(root->layout(), prompt).open(QStringLiteral("甲")) != Outcome::Done)
-            qFatal("cannot open the company");
-        db = AppState::cn();
-    }
+    OpenCompany() : root(std::make_unique<TestRoot>()), db(root->openCompany(QStringLiteral("甲"))) {}
     ~OpenCompany()
     {
         db = QSqlDatabase();

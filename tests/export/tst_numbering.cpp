@@ -119,10 +119,7 @@ private slots:
     void init()
     {
         m_root = new TestRoot;
-        m_root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt prompt;
-        QCOMPARE(CompanyFiles(m_root->layout(), prompt).open(QStringLiteral("甲")), Outcome::Done);
-        m_db = AppState::cn();
+        m_db = m_root->openCompany(QStringLiteral("甲"));
         writeBuiltDocuments(m_db);
     }
     void cleanup()

@@ -183,10 +183,7 @@ private slots:
     void init()
     {
         m_root = std::make_unique<TestRoot>();
-        m_root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt opening;
-        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
-        m_db = AppState::cn();
+        m_db = m_root->openCompany(QStringLiteral("甲"));
         m_prompt.clear();
         BasicSettings(m_db).save({QStringLiteral("株式会社ノルマ"), QStringLiteral("100-0001"), QStringLiteral("東京都千代田区千代田1-1"),
                                   QStringLiteral("ノルマビル3階"), QStringLiteral("03-5555-0123"), QStringLiteral("代表取締役"),

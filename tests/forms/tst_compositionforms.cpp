@@ -131,9 +131,7 @@ private slots:
     void init()
     {
         m_root = std::make_unique<TestRoot>();
-        m_root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt opening;
-        QCOMPARE(CompanyFiles(m_root->layout(), opening).open(QStringLiteral("甲")), Outcome::Done);
+        m_root->openCompany(QStringLiteral("甲"));
         setUiPrompt(&m_prompt);
         m_prompt.clear();
         AppState &state = AppState::instance();

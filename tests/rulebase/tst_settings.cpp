@@ -14,20 +14,6 @@
 using namespace normaris;
 using namespace normaris::test;
 
-namespace {
-
-// A company from the seed, opened as `cn`.
-QSqlDatabase openedCompany(TestRoot &root)
-{
-    root.makeCompany(QStringLiteral("甲"));
-    ScriptedPrompt prompt;
-    if (CompanyFiles(root.layout(), prompt).open(QStringLiteral("甲")) != Outcome::Done)
-        qFatal("cannot open the company");
-    return AppState::cn();
-}
-
-} // namespace
-
 class SettingsTest : public QObject {
     Q_OBJECT
 private slots:
@@ -94,7 +80,7 @@ private slots:
     void firstOpeningShowsTheMarkers()
     {
         TestRoot root;
-        QSqlDatabase db = openedCompany(root);
+        QSqlDatabase db = root.openCompany(QStringLiteral("甲"));
         QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), 0);
         const QStringList values = BasicSettings(db).load();
         QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), 1);
@@ -108,7 +94,7 @@ private slots:
     void savingEmptyFields()
     {
         TestRoot root;
-        QSqlDatabase db = openedCompany(root);
+        QSqlDatabase db = root.openCompany(QStringLiteral("甲"));
         BasicSettings settings(db);
         QStringList values = settings.load();
         values[0] = QStringLiteral("株式会社テスト");
@@ -179,7 +165,7 @@ private slots:
     void datesAreSharedByBothStyles()
     {
         TestRoot root;
-        QSqlDatabase db = openedCompany(root);
+        QSqlDatabase db = root.openCompany(QStringLiteral("甲"));
         EffectiveDates dates(db, QStringLiteral("01"));
         dates.add(QStringLiteral("2"), QDate(2026, 4, 1));
         const qint64 first = dates.add(QStringLiteral("1"), QDate(2009, 1, 1));

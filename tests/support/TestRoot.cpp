@@ -27,6 +27,15 @@ void TestRoot::makeCompany(const QString &name) const
         qFatal("could not make company %s: %s", qUtf8Printable(name), qUtf8Printable(prompt.lines().join(u'\n')));
 }
 
+QSqlDatabase TestRoot::openCompany(const QString &name) const
+{
+    makeCompany(name);
+    ScriptedPrompt prompt;
+    if (CompanyFiles(layout(), prompt).open(name) != Outcome::Done)
+        qFatal("could not open company %s: %s", qUtf8Printable(name), qUtf8Printable(prompt.lines().join(u'\n')));
+    return AppState::cn();
+}
+
 QVariant valueIn(const QString &file, const QString &sql)
 {
     const QString connection = QStringLiteral("test_probe");

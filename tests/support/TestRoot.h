@@ -4,6 +4,7 @@
 
 #include "rulebase/DataLayout.h"
 
+#include <QSqlDatabase>
 #include <QTemporaryDir>
 
 namespace normaris::test {
@@ -16,6 +17,8 @@ public:
     DataLayout layout() const { return DataLayout{m_path}; }
     // Makes a company straight from the seed, without any question.
     void makeCompany(const QString &name) const;
+    // Makes the company and opens it as `cn`, the open company of the application state.
+    QSqlDatabase openCompany(const QString &name) const;
 
 private:
     QTemporaryDir m_dir;

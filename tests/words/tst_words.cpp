@@ -52,9 +52,7 @@ private slots:
     void init()
     {
         m_root = std::make_unique<TestRoot>();
-        m_root->makeCompany(QStringLiteral("甲"));
-        ScriptedPrompt prompt;
-        QCOMPARE(CompanyFiles(m_root->layout(), prompt).open(QStringLiteral("甲")), Outcome::Done);
+        m_root->openCompany(QStringLiteral("甲"));
         buildDocument(AppState::cn());
     }
     void cleanup() { m_root.reset(); }
