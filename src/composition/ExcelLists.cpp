@@ -24,7 +24,7 @@ const std::pair<const char *, const char *> kWorkTables[] = {
 const std::pair<const char *, const char *> kBasicWords[] = {{"0001", "事業場名"}, {"0010", "従業員氏名"}, {"0030", "日付"}};
 
 // How the four lists differ.
-struct ListSpec {
+struct ListLayout {
     ListKind kind;
     const char *emptyTitle;
     const char *emptyText;
@@ -32,9 +32,9 @@ struct ListSpec {
     QList<XlsxColumn> columns;
 };
 
-const ListSpec &specOf(ListKind kind)
+const ListLayout &layoutOf(ListKind kind)
 {
-    static const QList<ListSpec> specs = {
+    static const QList<ListLayout> layouts = {
         {ListKind::BasicWords, "基本語句の確認", "基本語句はありません。", "【基本語句】",
          {{QStringLiteral("区分"), 20}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
         {ListKind::EmbeddedWords, "埋込語句の確認", "埋込語句はありません。", "【埋込語句】",
@@ -44,11 +44,11 @@ const ListSpec &specOf(ListKind kind)
         {ListKind::Templates, "テンプレートの確認", "テンプレートはありません。", "【テンプレート】",
          {{QStringLiteral("Code"), 6}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
     };
-    for (const ListSpec &s : specs) {
+    for (const ListLayout &s : layouts) {
         if (s.kind == kind)
             return s;
     }
-    return specs.first();
+    return layouts.first();
 }
 
 class Scanner {
@@ -202,7 +202,7 @@ void prepareWorkTables(QSqlDatabase db)
 
 Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &document, const QString &path)
 {
-    const ListSpec &spec = specOf(kind);
+    const ListLayout &layout = layoutOf(kind);
     if (readArticleRows(m_db, style, document).isEmpty()) {
         m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
         return Outcome::Stopped;
@@ -218,14 +218,14 @@ Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &do
         transaction.commit();
         if (!rows.isEmpty()) {
             const QString name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
-            writeXlsxSheet(path, QString::fromUtf8(spec.title) + name, spec.columns, rows);
+            writeXlsxSheet(path, QString::fromUtf8(layout.title) + name, layout.columns, rows);
         }
     } catch (const std::exception &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;
     }
     if (rows.isEmpty()) {
-        m_prompt.information(QString::fromUtf8(spec.emptyTitle), QString::fromUtf8(spec.emptyText));
+        m_prompt.information(QString::fromUtf8(layout.emptyTitle), QString::fromUtf8(layout.emptyText));
         return Outcome::Stopped;
     }
     m_prompt.information(QStringLiteral("処理完了"), QStringLiteral("処理が完了しました。"));

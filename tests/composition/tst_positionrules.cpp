@@ -11,17 +11,17 @@ Q_DECLARE_METATYPE(QList<PanelRow>)
 
 namespace {
 
-// A row from a compact spec: "項 01", "号 01 02", "項 01 * 2" (結合 2) …
-PanelRow row(const QString &spec)
+// A row from a compact shorthand: "項 01", "号 01 02", "項 01 * 2" (結合 2) …
+PanelRow row(const QString &shorthand)
 {
     static const QHash<QString, Level> levels = {{QStringLiteral("規則"), Level::Document}, {QStringLiteral("前文"), Level::Preamble},
                                                  {QStringLiteral("章"), Level::Chapter},    {QStringLiteral("条"), Level::Article},
                                                  {QStringLiteral("項"), Level::Paragraph}, {QStringLiteral("号"), Level::Item},
                                                  {QStringLiteral("丸"), Level::Maru},      {QStringLiteral("イ"), Level::Iroha}};
-    const QStringList parts = spec.split(u' ');
+    const QStringList parts = shorthand.split(u' ');
     PanelRow r;
     r.level = levels.value(parts[0]);
-    r.text = spec;
+    r.text = shorthand;
     int at = isClauseLevel(r.level) ? 2 : 0; // the 項 panel's codes start at 項Code
     for (qsizetype i = 1; i < parts.size(); ++i) {
         if (parts[i] == u"*") {
