@@ -14,7 +14,12 @@ enum class SegmentColour {
     Head,         // none set: the segments keep the colour of the head
 };
 
+// The output tables leave 結合 empty for a clause of one row; '0', as the
+// composition tables have it, says the same.
+bool isSingleRow(const CompositionRow &row) { return row.join.isEmpty() || row.join == u"0"; }
+
 using LabelOf = QString (*)(const CompositionRow &head, bool showFirstParagraphNumber);
+using ColourOf = Typist::Color (*)(const QString &text);
 
 QString zenbunLabel(const CompositionRow &, bool) { return QStringLiteral("  "); }
 
@@ -34,12 +39,18 @@ QString kouLabel(const CompositionRow &head, bool showFirstParagraphNumber)
 // number keeps the text in line.
 QString gouLabel(const CompositionRow &head, bool)
 {
-    const QString lead = head.join.isEmpty() && head.number >= 10 ? QString() : QStringLiteral(" ");
+    const QString lead = isSingleRow(head) && head.number >= 10 ? QString() : QStringLiteral(" ");
     return lead + u'(' + QString::number(head.number) + u')' + QStringLiteral("  ");
 }
 
 QString maruLabel(const CompositionRow &head, bool) { return QStringLiteral("    ") + maruCharacter(head.number) + QStringLiteral("  "); }
 QString irohaLabel(const CompositionRow &head, bool) { return QStringLiteral("      ") + irohaCharacter(head.number) + QStringLiteral("  "); }
+
+// The preview numbers nothing: ● stands where the number will be.
+QString previewKouLabel(const CompositionRow &, bool) { return QStringLiteral("●  "); }
+QString previewGouLabel(const CompositionRow &, bool) { return QStringLiteral("(●)  "); }
+QString previewMaruLabel(const CompositionRow &, bool) { return QStringLiteral("    ●  "); }
+QString previewIrohaLabel(const CompositionRow &, bool) { return QStringLiteral("      ●  "); }
 
 } // namespace
 
@@ -48,18 +59,33 @@ struct ClauseForm {
     LabelOf label;            // before the first line of the clause
     QString continuation;     // blank prefix of a segment that starts a new line
     bool templates;           // a segment with 改行 and テンプレート is the template line
+    ColourOf marks;           // the colour of a segment by its text
     SegmentColour colour;
     bool breakBeforeLoneLine; // a single row with 改行 first ends the paragraph
 };
 
 namespace {
 
-//                     indent  label       continued line                templates  segment colour               break before a lone line
-const ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, SegmentColour::OwnKept, true};
-const ClauseForm kKou{-1, kouLabel, QStringLiteral("    "), true, SegmentColour::OwnThenBlack, false};
-const ClauseForm kGou{-2, gouLabel, QStringLiteral("      "), true, SegmentColour::OwnThenBlack, false};
-const ClauseForm kMaru{-3, maruLabel, QStringLiteral("        "), false, SegmentColour::Head, false};
-const ClauseForm kIroha{-4, irohaLabel, QStringLiteral("          "), false, SegmentColour::Head, false};
+// The finished document. Every marker left in a segment (★ word, ◆ reference,
+// ☆ setting) shows in blue.
+// Columns: indent, label, continued line, templates, marks, segment colour, break before a lone line.
+const ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, markColor, SegmentColour::OwnKept, true};
+const ClauseForm kDocumentLevels[] = {
+    /* 項 */ {-1, kouLabel, QStringLiteral("    "), true, markColor, SegmentColour::OwnThenBlack, false},
+    /* 号 */ {-2, gouLabel, QStringLiteral("      "), true, markColor, SegmentColour::OwnThenBlack, false},
+    /* ① */ {-3, maruLabel, QStringLiteral("        "), false, markColor, SegmentColour::Head, false},
+    /* イ */ {-4, irohaLabel, QStringLiteral("          "), false, markColor, SegmentColour::Head, false},
+};
+
+// The preview of an article, made to check its words: only their ★ markers show
+// in blue, on every segment, and a template segment is typed as it stands.
+// Columns as above.
+const ClauseForm kPreviewLevels[] = {
+    /* 項 */ {-1, previewKouLabel, QStringLiteral("    "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* 号 */ {-2, previewGouLabel, QStringLiteral("      "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* ① */ {-3, previewMaruLabel, QStringLiteral("        "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* イ */ {-4, previewIrohaLabel, QStringLiteral("          "), false, wordMarkColor, SegmentColour::OwnKept, false},
+};
 
 bool isTemplateSegment(const ClauseForm &form, const CompositionRow &row)
 {
@@ -68,11 +94,26 @@ bool isTemplateSegment(const ClauseForm &form, const CompositionRow &row)
 
 } // namespace
 
+ClauseWriter::ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber)
+    : ClauseWriter(typist, cursor, showFirstParagraphNumber, kDocumentLevels)
+{
+}
+
+ClauseWriter::ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber, const ClauseForm *levels)
+    : m_typist(typist), m_cursor(cursor), m_showFirstParagraphNumber(showFirstParagraphNumber), m_levels(levels)
+{
+}
+
+ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor)
+{
+    return ClauseWriter(typist, cursor, true, kPreviewLevels);
+}
+
 void ClauseWriter::zenbun() { typeClause(kZenbun); }
-void ClauseWriter::kou() { typeClause(kKou); }
-void ClauseWriter::gou() { typeClause(kGou); }
-void ClauseWriter::maru() { typeClause(kMaru); }
-void ClauseWriter::iroha() { typeClause(kIroha); }
+void ClauseWriter::kou() { typeClause(m_levels[clauseDepth(Level::Paragraph)]); }
+void ClauseWriter::gou() { typeClause(m_levels[clauseDepth(Level::Item)]); }
+void ClauseWriter::maru() { typeClause(m_levels[clauseDepth(Level::Maru)]); }
+void ClauseWriter::iroha() { typeClause(m_levels[clauseDepth(Level::Iroha)]); }
 
 // The head takes the colour that the body loop set for its row.
 void ClauseWriter::typeClause(const ClauseForm &form)
@@ -81,7 +122,7 @@ void ClauseWriter::typeClause(const ClauseForm &form)
     m_typist.setCharacterUnitFirstLineIndent(form.indent);
     const CompositionRow &head = m_cursor.row();
 
-    if (head.join.isEmpty()) {
+    if (isSingleRow(head)) {
         if (isTemplateSegment(form, head)) {
             typeTemplateLine(m_typist, head.templateCode);
         } else if (head.lineBreak) {
@@ -112,7 +153,7 @@ void ClauseWriter::typeSegment(const ClauseForm &form, const CompositionRow &seg
         return;
     }
     if (form.colour != SegmentColour::Head)
-        m_typist.setColor(markColor(segment.text));
+        m_typist.setColor(form.marks(segment.text));
     if (segment.lineBreak) {
         m_typist.typeParagraph();
         m_typist.typeText(form.continuation + segment.text);

@@ -3,37 +3,43 @@
 // chain of segments whose 結合 runs '1', '2', '3' …; a segment with 改行 starts a
 // new line with the level's blank prefix, one without runs on in the same sentence.
 //
-// The five methods are one routine; what differs between the levels (indent,
-// label, prefix of a continued line, templates, colour of the segments) is the
-// table in ClauseWriter.cpp.
+// The methods are one routine; what differs between the levels (indent, label,
+// prefix of a continued line, templates, colour of the segments) is a table in
+// ClauseWriter.cpp. There are two tables: the finished document's, and the
+// preview's of a single article, which numbers nothing (● stands for every number)
+// and colours by the words' markers alone.
 
 #include "export/RowCursor.h"
 #include "export/Typist.h"
 
 namespace normaris {
 
-// What sets one level's clauses apart; the table of them is in ClauseWriter.cpp.
+// What sets one level's clauses apart; the tables of them are in ClauseWriter.cpp.
 struct ClauseForm;
 
 class ClauseWriter {
 public:
-    ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber)
-        : m_typist(typist), m_cursor(cursor), m_showFirstParagraphNumber(showFirstParagraphNumber) {}
+    // The finished document. showFirstParagraphNumber is the option 第１項の数字表示.
+    ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber);
+    // The preview of one article (Wordで確認).
+    static ClauseWriter preview(Typist &typist, RowCursor &cursor);
 
     // Each types the clause at the cursor and leaves the cursor on its last segment.
-    void zenbun();
+    void zenbun(); // the finished document only: a preview shows an article
     void kou();
     void gou();
     void maru();
     void iroha();
 
 private:
+    ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber, const ClauseForm *levels);
     void typeClause(const ClauseForm &form);
     void typeSegment(const ClauseForm &form, const CompositionRow &segment);
 
     Typist &m_typist;
     RowCursor &m_cursor;
     bool m_showFirstParagraphNumber;
+    const ClauseForm *m_levels; // the forms of 項, 号, ① and イ, in that order
 };
 
 } // namespace normaris

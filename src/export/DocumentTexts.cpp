@@ -10,6 +10,11 @@ Typist::Color markColor(const QString &text)
     return marked ? Typist::Color::Blue : Typist::Color::Black;
 }
 
+Typist::Color wordMarkColor(const QString &text)
+{
+    return text.contains(u'★') ? Typist::Color::Blue : Typist::Color::Black;
+}
+
 void typeTemplateLine(Typist &typist, const QString &templateCode)
 {
     typist.setAlignment(Typist::Alignment::Left);

@@ -10,6 +10,8 @@ namespace normaris {
 // Blue while a marker (★ word, ◆ reference, ☆ setting) is left in the text: the
 // user must still deal with it. Black otherwise.
 Typist::Color markColor(const QString &text);
+// The same for the words alone (★): the preview of an article is there to check them.
+Typist::Color wordMarkColor(const QString &text);
 
 // The red line that stands where the user must insert a template by hand:
 // alignment left, red, the line, black again.

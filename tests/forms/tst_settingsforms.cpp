@@ -1,7 +1,9 @@
 // The settings, dates and words dialogs offscreen, driven by their control names.
 
+#include "DocxContent.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
+#include "export/WorkDataBuild.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/Database.h"
 #include "rulebase/forms/frmKihon.h"
@@ -11,6 +13,8 @@
 #include "words/forms/frmGokusentakuSub.h"
 #include "words/forms/frmGokusentaku_01.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -114,9 +118,7 @@ private slots:
     void wordsFormSavesAndEmptiesToTheMarker()
     {
         AppState &state = AppState::instance();
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
-        state.CurShoCode = place.section(u' ', 0, 0);
-        state.CurJoCode = place.section(u' ', 1, 1);
+        chooseArticleWithWords();
         state.WordsPreviewAllowed = false;
         frmGokusentaku_01 form;
         QVERIFY(form.findChild<QPushButton *>(QStringLiteral("Command4"))->isHidden());
@@ -134,20 +136,53 @@ private slots:
 
     void previewNeedsTheWorkData()
     {
-        AppState &state = AppState::instance();
-        state.CurShoCode = QStringLiteral("01");
-        state.CurJoCode = QStringLiteral("0001");
-        state.WordsPreviewAllowed = true;
+        chooseArticleWithWords();
+        AppState::instance().WordsPreviewAllowed = true;
         frmGokusentaku_01 form;
         auto *preview = form.findChild<QPushButton *>(QStringLiteral("Command4"));
-        if (preview->isHidden()) {
-            // An article without words has no preview at all.
-            QCOMPARE(form.findChild<QLabel *>(QStringLiteral("Label2_0"))->text(), QStringLiteral("埋込語句はありません。"));
-            QCOMPARE(form.findChild<QPushButton *>(QStringLiteral("Command3"))->text(), QStringLiteral("閉じる(&C)"));
-            return;
-        }
+        QVERIFY(!preview->isHidden());
         preview->click();
         QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
+        QVERIFY(form.lastPreview().isEmpty());
+    }
+
+    void articleWithoutWordsHasNoPreview()
+    {
+        AppState &state = AppState::instance();
+        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || Code FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 選択フラグ = 1 "
+                                                                    "AND NOT EXISTS (SELECT 1 FROM 変数テーブル語句 w WHERE w.規程Code = 条.規程Code AND w.章Code = 条.章Code "
+                                                                    "AND w.条Code = 条.Code AND w.選択フラグ = 1) LIMIT 1")).toString();
+        QVERIFY(!place.isEmpty());
+        state.CurShoCode = place.section(u' ', 0, 0);
+        state.CurJoCode = place.section(u' ', 1, 1);
+        state.WordsPreviewAllowed = true;
+        frmGokusentaku_01 form;
+        QVERIFY(form.findChild<QPushButton *>(QStringLiteral("Command4"))->isHidden());
+        QCOMPARE(form.findChild<QLabel *>(QStringLiteral("Label2_0"))->text(), QStringLiteral("埋込語句はありません。"));
+        QCOMPARE(form.findChild<QPushButton *>(QStringLiteral("Command3"))->text(), QStringLiteral("閉じる(&C)"));
+    }
+
+    // After データ作成 the article is written to a .docx and opened, with no message.
+    void previewWritesTheArticle()
+    {
+        ScriptedPrompt building;
+        QCOMPARE(WorkDataBuild(AppState::cn(), building).build(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
+        AppState &state = AppState::instance();
+        chooseArticleWithWords();
+        state.WordsPreviewAllowed = true;
+        const QString title = scalar(AppState::cn(), QStringLiteral("SELECT 文章 FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01' "
+                                                                    "AND 章Code = ? AND 条Code = ? AND 種別 = '3'"),
+                                     {state.CurShoCode, state.CurJoCode}).toString();
+        frmGokusentaku_01 form;
+        form.findChild<QPushButton *>(QStringLiteral("Command4"))->click();
+        QVERIFY(m_prompt.lines().isEmpty());
+        const QString path = form.lastPreview();
+        QVERIFY(QFileInfo(path).size() > 0);
+        const DocxBody body = readBody(zipEntries(path).value(QStringLiteral("word/document.xml")));
+        QFile::remove(path);
+        QVERIFY2(body.error.isEmpty(), qPrintable(body.error));
+        QVERIFY(body.paragraphs.size() > 2);
+        QCOMPARE(body.paragraphs.first().text(), QStringLiteral("第●条（") + title + QStringLiteral("）"));
     }
 
     void tantoushaBlockOnlyForTwoAgreements()
@@ -161,6 +196,17 @@ private slots:
     }
 
 private:
+    // The first article of document 01 that holds a selected word, as CurShoCode / CurJoCode.
+    void chooseArticleWithWords()
+    {
+        AppState &state = AppState::instance();
+        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
+                                                                    "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER), CAST(条Code AS INTEGER) LIMIT 1")).toString();
+        QVERIFY(!place.isEmpty());
+        state.CurShoCode = place.section(u' ', 0, 0);
+        state.CurJoCode = place.section(u' ', 1, 1);
+    }
+
     std::unique_ptr<TestRoot> m_root;
     ScriptedPrompt m_prompt;
 };

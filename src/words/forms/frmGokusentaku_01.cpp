@@ -1,7 +1,9 @@
 #include "words/forms/frmGokusentaku_01.h"
 
+#include "export/ArticlePreview.h"
 #include "rulebase/Database.h"
 #include "shell/AppState.h"
+#include "shell/Failure.h"
 #include "shell/forms/FormHelpers.h"
 #include "words/EmbeddedWords.h"
 
@@ -168,7 +170,13 @@ void frmGokusentaku_01::preview()
         uiPrompt().error(QStringLiteral("データ未作成"), QStringLiteral("まだ「データ作成」を実行していないため表示できません。"));
         return;
     }
-    uiPrompt().information(QStringLiteral("Wordで確認"), QStringLiteral("この版では、条の確認表示はまだ使えません。"));
+    try {
+        m_lastPreview = ArticlePreview(AppState::cn(), state.CurBunshoKeishikiCode, state.CurKiteiCode).write(state.CurShoCode, state.CurJoCode);
+        if (!m_lastPreview.isEmpty() && !openWithDesktop(m_lastPreview))
+            uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(m_lastPreview));
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
 }
 
 } // namespace normaris

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QList>
+#include <QString>
 
 class QLabel;
 class QLineEdit;
@@ -15,6 +16,8 @@ public:
     // The article is CurShoCode / CurJoCode of CurKiteiCode in CurBunshoKeishikiCode.
     explicit frmGokusentaku_01(QWidget *parent = nullptr);
     static constexpr int kRows = 15;
+    // The file of the last preview (Wordで確認), in the temporary folder.
+    QString lastPreview() const { return m_lastPreview; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -27,6 +30,7 @@ private:
     QList<QLineEdit *> m_words;
     int m_shown = 0;
     bool m_checking = false;
+    QString m_lastPreview;
 };
 
 } // namespace normaris
