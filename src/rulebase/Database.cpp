@@ -141,7 +141,7 @@ bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void(
     } catch (const std::exception &e) {
         // The user sees the fixed text; the cause goes to the terminal for whoever looks.
         qWarning("transaction rolled back: %s", e.what());
-        prompt.plain(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
+        prompt.information(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
         return false;
     }
 }

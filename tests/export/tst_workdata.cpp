@@ -110,6 +110,7 @@ private slots:
         prompt.clear();
         QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules), Outcome::Failed);
         QCOMPARE(prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
+        QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Information);
         QCOMPARE(tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules), before);
         QCOMPARE(tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules), frozenBefore);
     }
