@@ -7,14 +7,29 @@
 
 namespace normaris {
 
-QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
+namespace {
+
+QList<CodeAndName> codesAndNames(QSqlQuery q)
 {
     QList<CodeAndName> list;
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
-                          {style, selected ? 1 : 0});
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;
+}
+
+} // namespace
+
+QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
+{
+    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
+                                 {style, selected ? 1 : 0}));
+}
+
+QList<CodeAndName> DocumentList::selectedOfKind(const QString &style, const QString &kind)
+{
+    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
+                                                      "ORDER BY CAST(Code AS INTEGER)"),
+                                 {style, kind}));
 }
 
 bool DocumentList::isOnList(const QString &style, const QString &document)

@@ -17,6 +17,8 @@ public:
 
     // The documents of a style on the list (selected) or not, in code order.
     QList<CodeAndName> documents(const QString &style, bool selected);
+    // The documents of a style on the list that are of one kind (文章種別: 1 規則・規程, 2 協約・協定).
+    QList<CodeAndName> selectedOfKind(const QString &style, const QString &kind);
     bool isOnList(const QString &style, const QString &document);
     bool exists(const QString &style, const QString &document);
 

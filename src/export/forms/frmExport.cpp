@@ -4,7 +4,6 @@
 #include "export/DocumentExport.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
-#include "rulebase/Database.h"
 #include "rulebase/forms/frmKakusyusettei.h"
 #include "shell/AppState.h"
 #include "shell/Failure.h"
@@ -155,12 +154,9 @@ void frmExport::reloadLists()
     const QString kind = m_kind->checkedId() == AgreementKind ? QStringLiteral("2") : QStringLiteral("1");
     for (int i = 0; i < 2; ++i) {
         m_lists[i]->clear();
-        QSqlQuery q = execSql(AppState::cn(), QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
-                                                             "ORDER BY CAST(Code AS INTEGER)"),
-                              {QString::number(i + 1), kind});
-        while (q.next()) {
-            auto *item = new QListWidgetItem(q.value(1).toString(), m_lists[i]);
-            item->setData(Qt::UserRole, q.value(0).toString());
+        for (const CodeAndName &d : DocumentList(AppState::cn()).selectedOfKind(QString::number(i + 1), kind)) {
+            auto *item = new QListWidgetItem(d.name, m_lists[i]);
+            item->setData(Qt::UserRole, d.code);
         }
     }
 }
