@@ -1,6 +1,6 @@
 #include "words/forms/frmGokusentakuSub.h"
 
-#include "rulebase/Database.h"
+#include "composition/Panels.h"
 #include "shell/AppState.h"
 #include "shell/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
@@ -27,8 +27,6 @@ EmbeddedWords currentWords()
     return EmbeddedWords(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
 }
 
-QString nameOf(const QString &sql, const QVariantList &keys) { return scalar(AppState::cn(), sql, keys).toString(); }
-
 } // namespace
 
 frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
@@ -40,12 +38,10 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     auto *label11 = new QLabel(QStringLiteral("「章」と「条」を指定してください"), this);
     label11->setObjectName(QStringLiteral("Label11"));
     outer->addWidget(label11);
-    const QString documentName = nameOf(QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                                        {state.CurBunshoKeishikiCode, state.CurKiteiCode});
+    const PlaceNames place = placeNames(AppState::cn(), state.CurBunshoKeishikiCode, state.CurKiteiCode);
+    const QString documentName = place.document;
     auto *names = new QGridLayout;
-    const std::pair<QString, QString> heads[] = {
-        {QStringLiteral("文章形式:"), nameOf(QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode})},
-        {QStringLiteral("規則・規程:"), documentName}};
+    const std::pair<QString, QString> heads[] = {{QStringLiteral("文章形式:"), place.style}, {QStringLiteral("規則・規程:"), documentName}};
     for (int i = 0; i < 2; ++i) {
         auto *value = new QLabel(heads[i].second, this);
         value->setObjectName(QStringLiteral("Label10_%1").arg(i));

@@ -1,5 +1,6 @@
 #include "words/forms/frmGokusentaku_01.h"
 
+#include "composition/Panels.h"
 #include "export/ArticlePreview.h"
 #include "rulebase/Database.h"
 #include "shell/AppState.h"
@@ -37,14 +38,12 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
     QSqlDatabase db = AppState::cn();
     auto *outer = new QVBoxLayout(this);
 
+    const PlaceNames place = placeNames(db, state.CurBunshoKeishikiCode, state.CurKiteiCode, state.CurShoCode, state.CurJoCode);
     const std::pair<QString, QString> names[] = {
-        {QStringLiteral("文章形式:"), scalar(db, QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode}).toString()},
-        {QStringLiteral("規則・規程:"), scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                                         {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString()},
-        {QStringLiteral("章:"), scalar(db, QStringLiteral("SELECT 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
-                                      {state.CurBunshoKeishikiCode, state.CurKiteiCode, state.CurShoCode}).toString()},
-        {QStringLiteral("条:"), scalar(db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
-                                      {state.CurBunshoKeishikiCode, state.CurKiteiCode, state.CurShoCode, state.CurJoCode}).toString()},
+        {QStringLiteral("文章形式:"), place.style},
+        {QStringLiteral("規則・規程:"), place.document},
+        {QStringLiteral("章:"), place.chapter},
+        {QStringLiteral("条:"), place.article},
     };
     auto *head = new QGridLayout;
     for (int i = 0; i < 4; ++i) {
