@@ -111,14 +111,7 @@ void FilingForms::typeNotification(bool isChange)
     else
         typeStruck(QStringLiteral("（変更）"));
     m_typist.typeText(QStringLiteral("届"));
-    m_typist.setFontSize(12);
-    typeParagraphs(2);
-
-    m_typist.setAlignment(Typist::Alignment::Right);
-    m_typist.typeText(blankDateLine());
-    typeParagraphs(2);
-
-    m_typist.setAlignment(Typist::Alignment::Left);
+    typeDateUnderHeading();
     typeSettingLine(QStringLiteral("{管轄の労基署}労働基準監督署長　殿"));
     typeParagraphs(3);
 
@@ -168,19 +161,23 @@ void FilingForms::typeNotification(bool isChange)
     m_typist.insertPageBreak();
 }
 
+// Under the heading of either page: the body size, and the date the company fills in by hand.
+void FilingForms::typeDateUnderHeading()
+{
+    m_typist.setFontSize(12);
+    typeParagraphs(2);
+    m_typist.setAlignment(Typist::Alignment::Right);
+    m_typist.typeText(blankDateLine());
+    typeParagraphs(2);
+    m_typist.setAlignment(Typist::Alignment::Left);
+}
+
 void FilingForms::typeOpinion()
 {
     m_typist.setAlignment(Typist::Alignment::Center);
     m_typist.setFontSize(20);
     m_typist.typeText(QStringLiteral("意見書"));
-    m_typist.setFontSize(12);
-    typeParagraphs(2);
-
-    m_typist.setAlignment(Typist::Alignment::Right);
-    m_typist.typeText(blankDateLine());
-    typeParagraphs(2);
-
-    m_typist.setAlignment(Typist::Alignment::Left);
+    typeDateUnderHeading();
     typeSettingLine(QStringLiteral("{事業所名}"));
     m_typist.typeParagraph();
     typeSettingLine(QStringLiteral("{使用者職名}　{使用者氏名}　殿"));

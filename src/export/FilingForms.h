@@ -26,6 +26,7 @@ public:
 private:
     void typeNotification(bool isChange);
     void typeOpinion();
+    void typeDateUnderHeading();
 
     enum class Digits { AsStored, FullWidth };
     // pattern: the line with the settings in braces, "{使用者職名}　{使用者氏名}　印".

@@ -3,6 +3,7 @@
 // panel rebuilt from the tables after every step.
 
 #include "ScriptedPrompt.h"
+#include "FormSession.h"
 #include "TestRoot.h"
 #include "composition/Panels.h"
 #include "composition/forms/CompositionFlow.h"
@@ -128,21 +129,8 @@ int play(const std::function<void()> &start, const QList<Step> &steps)
 class CompositionFormsTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_root = std::make_unique<TestRoot>();
-        m_root->openCompany(QStringLiteral("甲"));
-        setUiPrompt(&m_prompt);
-        m_prompt.clear();
-        AppState &state = AppState::instance();
-        state.CurBunshoKeishikiCode = QStringLiteral("1");
-        state.CurKiteiCode = QStringLiteral("01");
-    }
-    void cleanup()
-    {
-        setUiPrompt(nullptr);
-        m_root.reset();
-    }
+    void init() { m_session = std::make_unique<FormSession>(); }
+    void cleanup() { m_session.reset(); }
 
     void entryPutsADocumentOnTheListAndTakesItOff()
     {
@@ -168,7 +156,7 @@ private slots:
         auto *other = find<QListWidget>(&entry, QStringLiteral("DataList2"));
         other->setCurrentRow(0);
         click(&entry, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), QStringList(2, QStringLiteral("データ指定の確認: 処理するデータを指定してください。")));
+        QCOMPARE(m_session->prompt.lines(), QStringList(2, QStringLiteral("データ指定の確認: 処理するデータを指定してください。")));
 
         find<QRadioButton>(&entry, QStringLiteral("Option2_1"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストに追加する規則・規程・協定を指定してください"));
@@ -186,19 +174,19 @@ private slots:
         QVERIFY(!names().contains(QStringLiteral("ハラスメント防止規程")));
         // A document of the dictionary's own loses its rows with it.
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '05'")).toInt(), 0);
-        QCOMPARE(m_prompt.lines().size(), 2);
+        QCOMPARE(m_session->prompt.lines().size(), 2);
     }
 
     void listButtonWritesTheWorkbook()
     {
-        qputenv("TMPDIR", m_root->path().toUtf8());
+        qputenv("TMPDIR", m_session->root.path().toUtf8());
         frmMakesentaku entry;
         auto *list = find<QListWidget>(&entry, QStringLiteral("DataList1"));
         list->setCurrentRow(0);
         click(&entry, QStringLiteral("Command5"));
         qunsetenv("TMPDIR");
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("処理完了: 処理が完了しました。")});
-        QCOMPARE(QDir(m_root->path()).entryList({QStringLiteral("normaris-list2-*.xlsx")}).size(), 1);
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("処理完了: 処理が完了しました。")});
+        QCOMPARE(QDir(m_session->root.path()).entryList({QStringLiteral("normaris-list2-*.xlsx")}).size(), 1);
     }
 
     // From the entry to the 条 panel; a stock 条 added below another, seen on the
@@ -211,7 +199,7 @@ private slots:
         QStringList before;
         const auto toRelease = [&](QWidget *panel) {
             chooseAction(panel, at + 1, QStringLiteral("2"));
-            m_prompt.answer({true});
+            m_session->prompt.answer({true});
             click(panel, QStringLiteral("Command1"));
         };
         const QList<Step> steps = {
@@ -224,7 +212,7 @@ private slots:
                  at = rowOf(panel, QStringLiteral("条"), QStringLiteral("0013"));
                  QVERIFY(at > 0);
                  chooseAction(panel, at, QStringLiteral("4"));
-                 m_prompt.answer({true});
+                 m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
             {QStringLiteral("frmMakesentaku_tsuika"), [&](QWidget *add) {
@@ -260,7 +248,7 @@ private slots:
              }},
         };
         QCOMPARE(play([&] { click(&entry, QStringLiteral("Command1")); }, steps), steps.size());
-        QCOMPARE(m_prompt.lines(), (QStringList{
+        QCOMPARE(m_session->prompt.lines(), (QStringList{
                                        QStringLiteral("追加の確認: 出向及び転籍\nの下に条を追加しますか？\n\n項以下のデータがある場合は、それらも一緒に追加します。"),
                                        QStringLiteral("未指定: 「条」を指定してください"),
                                        QStringLiteral("確認: 処理を終了しました。"),
@@ -292,7 +280,7 @@ private slots:
                  QCOMPARE(before.size(), 3);
                  QCOMPARE(before.at(1), QStringLiteral("項|02|") + second);
                  chooseAction(panel, 1, QStringLiteral("2"));
-                 m_prompt.answer({true});
+                 m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
             {QStringLiteral("frmMakesentaku_kaijo"), [&](QWidget *release) {
@@ -302,7 +290,7 @@ private slots:
             {QStringLiteral("frmMakesentakuSub2"), [&](QWidget *panel) {
                  QCOMPARE(panelLines(panel), (QStringList{before.at(0), before.at(2)}));
                  chooseAction(panel, 0, QStringLiteral("4"));
-                 m_prompt.answer({true});
+                 m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
             {QStringLiteral("frmMakesentaku_tsuika"), [&](QWidget *add) {
@@ -320,7 +308,7 @@ private slots:
         };
         CompositionFlow::handOver(CompositionFlow::Form::ArticlePanel);
         QCOMPARE(play([] { CompositionFlow::run(nullptr); }, steps), steps.size());
-        QCOMPARE(m_prompt.lines(), (QStringList{
+        QCOMPARE(m_session->prompt.lines(), (QStringList{
                                        QStringLiteral("選択解除の確認: ") + second + QStringLiteral("\nの選択を解除しますか？\n\n号以下のデータがある場合は、それらも一緒に選択解除します。"),
                                        QStringLiteral("確認: 処理を終了しました。"),
                                        QStringLiteral("追加の確認: この規則は、労働基準法第８９条の規定に基づき、会社の従業員の労働条件、服務規律その他就業に関する事項を定め、職場の秩序を維持するとともに、業務の円滑な運営を図ることを目的とする。"
@@ -362,9 +350,9 @@ private slots:
         chooseAction(&panel, rowOf(&panel, QStringLiteral("条"), QStringLiteral("0001")), QStringLiteral("3"));
         click(&panel, QStringLiteral("Command1"));
         chooseAction(&panel, rowOf(&panel, QStringLiteral("章"), QStringLiteral("01")), QStringLiteral("2"));
-        m_prompt.answer({false});
+        m_session->prompt.answer({false});
         click(&panel, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("処理方法の指定: 処理方法を指定してください。"),
+        QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("処理方法の指定: 処理方法を指定してください。"),
                                                 QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。"),
                                                 QStringLiteral("選択解除の確認: 総則\nの選択を解除しますか？\n\n条以下のデータがある場合は、それらも一緒に選択解除します。")}));
         QVERIFY(panel.isVisible());
@@ -392,7 +380,7 @@ private slots:
         panel.show();
         chooseAction(&panel, 0, QStringLiteral("2"));
         click(&panel, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("選択解除不可: 項は最低１つ必要です。\n先に他の項を追加してください。")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("選択解除不可: 項は最低１つ必要です。\n先に他の項を追加してください。")});
         QVERIFY(panel.isVisible());
     }
 
@@ -410,7 +398,7 @@ private slots:
         click(&add, QStringLiteral("Command1"));
         find<QRadioButton>(&add, QStringLiteral("Option1_2"))->click();
         QVERIFY(!find<QPushButton>(&add, QStringLiteral("Command1"))->isEnabled());
-        QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("使用中: この章は既に使用しています"),
+        QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("使用中: この章は既に使用しています"),
                                                 QStringLiteral("ストックデータなし: 追加する章がありません。")}));
         // Closing goes back to the 条 panel, which is to be rebuilt.
         AppState::instance().ArticlePanelActive = false;
@@ -457,8 +445,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<TestRoot> m_root;
-    ScriptedPrompt m_prompt;
+    std::unique_ptr<FormSession> m_session;
 };
 
 QTEST_MAIN(CompositionFormsTest)

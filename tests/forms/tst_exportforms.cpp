@@ -2,6 +2,7 @@
 // the chain from データ作成 to the finished document.
 
 #include "ScriptedPrompt.h"
+#include "FormSession.h"
 #include "TestRoot.h"
 #include "export/forms/frmExport.h"
 #include "rulebase/BasicSettings.h"
@@ -43,8 +44,7 @@ void choose(QListWidget *list, const QString &code)
 class ExportFormsTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<TestRoot> m_root;
-    ScriptedPrompt m_prompt;
+    std::unique_ptr<FormSession> m_session;
 
     template<typename T>
     static T *child(QWidget &form, const QString &name)
@@ -57,18 +57,8 @@ class ExportFormsTest : public QObject {
     static void click(QWidget &form, const QString &name) { child<QAbstractButton>(form, name)->click(); }
 
 private slots:
-    void init()
-    {
-        m_root = std::make_unique<TestRoot>();
-        m_root->openCompany(QStringLiteral("甲"));
-        setUiPrompt(&m_prompt);
-        m_prompt.clear();
-    }
-    void cleanup()
-    {
-        setUiPrompt(nullptr);
-        m_root.reset();
-    }
+    void init() { m_session = std::make_unique<FormSession>(); }
+    void cleanup() { m_session.reset(); }
 
     void listsFollowStyleAndKind()
     {
@@ -105,9 +95,9 @@ private slots:
         frmExport form;
         form.show();
         for (const char *step : {"Command5", "Command6", "Command4", "Command1", "Command7"}) {
-            m_prompt.clear();
+            m_session->prompt.clear();
             click(form, QString::fromLatin1(step));
-            QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 処理するデータを指定してください。")});
+            QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 処理するデータを指定してください。")});
         }
     }
 
@@ -117,23 +107,23 @@ private slots:
         form.show();
         choose(child<QListWidget>(form, QStringLiteral("DataList1")), QStringLiteral("02"));
         click(form, QStringLiteral("Command4"));
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データの確認: 日付のデータがありません。")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データの確認: 日付のデータがありません。")});
 
-        m_prompt.clear();
+        m_session->prompt.clear();
         click(form, QStringLiteral("Command5"));
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("処理完了: データ作成が完了しました。")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("処理完了: データ作成が完了しました。")});
         QCOMPARE(AppState::instance().CurKiteiCode, QStringLiteral("02"));
 
-        m_prompt.clear();
+        m_session->prompt.clear();
         EffectiveDates(AppState::cn(), QStringLiteral("02")).add(QStringLiteral("1"), QDate(2026, 4, 1));
         click(form, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データの確認: 基本設定のデータがありません。")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データの確認: 基本設定のデータがありません。")});
         QVERIFY(form.lastDocument().isEmpty());
 
-        m_prompt.clear();
+        m_session->prompt.clear();
         BasicSettings(AppState::cn()).load(); // makes the company's row
         click(form, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), QStringList());
+        QCOMPARE(m_session->prompt.lines(), QStringList());
         QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
         QFile::remove(form.lastDocument());
     }
@@ -146,7 +136,7 @@ private slots:
         click(form, QStringLiteral("Option4_2"));
         click(form, QStringLiteral("Option5_1"));
         click(form, QStringLiteral("Command1"));
-        QCOMPARE(m_prompt.lines(), QStringList());
+        QCOMPARE(m_session->prompt.lines(), QStringList());
         QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
         QFile::remove(form.lastDocument());
     }

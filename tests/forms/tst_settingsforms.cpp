@@ -2,6 +2,7 @@
 
 #include "DocxContent.h"
 #include "ScriptedPrompt.h"
+#include "FormSession.h"
 #include "TestRoot.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/CompanyFiles.h"
@@ -27,21 +28,8 @@ using namespace normaris::test;
 class SettingsFormsTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_root = std::make_unique<TestRoot>();
-        m_root->openCompany(QStringLiteral("甲"));
-        setUiPrompt(&m_prompt);
-        m_prompt.clear();
-        AppState &state = AppState::instance();
-        state.CurBunshoKeishikiCode = QStringLiteral("1");
-        state.CurKiteiCode = QStringLiteral("01");
-    }
-    void cleanup()
-    {
-        setUiPrompt(nullptr);
-        m_root.reset();
-    }
+    void init() { m_session = std::make_unique<FormSession>(); }
+    void cleanup() { m_session.reset(); }
 
     void kihonFiltersKeysAndChecksOnEnter()
     {
@@ -59,7 +47,7 @@ private slots:
         workers->clear();
         QTest::keyClicks(workers, QStringLiteral("0"));
         QTest::keyClick(workers, Qt::Key_Return);
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数")});
         QCoreApplication::processEvents();
         QVERIFY(workers->hasFocus());
     }
@@ -68,17 +56,17 @@ private slots:
     {
         for (const bool fromConsole : {false, true}) {
             AppState::instance().KihonFromExport = fromConsole;
-            m_prompt.clear();
+            m_session->prompt.clear();
             frmKihon form;
             form.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->setText(QStringLiteral("株式会社テスト"));
             form.findChild<QLineEdit *>(QStringLiteral("Text1_2"))->clear();
-            m_prompt.answer({true});
+            m_session->prompt.answer({true});
             form.findChild<QPushButton *>(QStringLiteral("Command1"))->click();
             QStringList expected = {QStringLiteral("更新の確認: 内容を変更します。\nよろしいですか。")};
             if (fromConsole)
                 expected << QStringLiteral("データ変更: データエクスポート処理の過程で基本設定を変更した場合は、\n"
                                            "もう一度データエクスポートフォームの「新規作成」をクリックしてください。");
-            QCOMPARE(m_prompt.lines(), expected);
+            QCOMPARE(m_session->prompt.lines(), expected);
             QVERIFY(!AppState::instance().KihonFromExport);
             QCOMPARE(form.result(), int(QDialog::Accepted));
         }
@@ -98,7 +86,7 @@ private slots:
         QVERIFY(!button("cmdClose")->isEnabled());
         date->setText(QStringLiteral("2009/2/30"));
         button("cmdUpdate")->click();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")});
         date->setText(QStringLiteral("令和8年4月1日"));
         button("cmdUpdate")->click();
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日")).toString(),
@@ -106,10 +94,10 @@ private slots:
         QVERIFY(!button("cmdEdit")->isHidden());
         QCOMPARE(form.findChild<QLabel *>(QStringLiteral("lblStatus"))->text(), QStringLiteral("Record: 1"));
 
-        m_prompt.clear();
-        m_prompt.answer({true});
+        m_session->prompt.clear();
+        m_session->prompt.answer({true});
         button("cmdDelete")->click();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("削除の確認: 2026/04/01 を削除しますか？")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("削除の確認: 2026/04/01 を削除しますか？")});
         // With the last date gone only 追加 and 閉じる are left.
         QVERIFY(button("cmdEdit")->isHidden() && button("cmdDelete")->isHidden() && button("cmdFirst")->isHidden());
         QVERIFY(button("cmdAdd")->isEnabled() && button("cmdClose")->isEnabled());
@@ -125,9 +113,9 @@ private slots:
         auto *first = form.findChild<QLineEdit *>(QStringLiteral("Text1_0"));
         const QString code = form.findChild<QLabel *>(QStringLiteral("Label3_0"))->text();
         first->clear();
-        m_prompt.answer({false});
+        m_session->prompt.answer({false});
         form.findChild<QPushButton *>(QStringLiteral("Command2"))->click();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")});
         QCOMPARE(first->text(), u'★' + code + u'★');
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND 章Code = ? AND 条Code = ? AND Code = ?"),
                         {state.CurShoCode, state.CurJoCode, code}).toString(),
@@ -142,7 +130,7 @@ private slots:
         auto *preview = form.findChild<QPushButton *>(QStringLiteral("Command4"));
         QVERIFY(!preview->isHidden());
         preview->click();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
         QVERIFY(form.lastPreview().isEmpty());
     }
 
@@ -175,7 +163,7 @@ private slots:
                                      {state.CurShoCode, state.CurJoCode}).toString();
         frmGokusentaku_01 form;
         form.findChild<QPushButton *>(QStringLiteral("Command4"))->click();
-        QVERIFY(m_prompt.lines().isEmpty());
+        QVERIFY(m_session->prompt.lines().isEmpty());
         const QString path = form.lastPreview();
         QVERIFY(QFileInfo(path).size() > 0);
         const DocxBody body = readBody(zipEntries(path).value(QStringLiteral("word/document.xml")));
@@ -207,8 +195,7 @@ private:
         state.CurJoCode = place.section(u' ', 1, 1);
     }
 
-    std::unique_ptr<TestRoot> m_root;
-    ScriptedPrompt m_prompt;
+    std::unique_ptr<FormSession> m_session;
 };
 
 QTEST_MAIN(SettingsFormsTest)
