@@ -173,9 +173,7 @@ QByteArray documentXml(const QList<Paragraph> &paragraphs)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
-    startPart(xml);
-    xml.writeNamespace(kWordNs, QStringLiteral("w"));
-    xml.writeStartElement(kWordNs, QStringLiteral("document"));
+    startWordPart(xml, QStringLiteral("document"));
     xml.writeStartElement(kWordNs, QStringLiteral("body"));
     for (const Paragraph &paragraph : paragraphs) {
         xml.writeStartElement(kWordNs, QStringLiteral("p"));

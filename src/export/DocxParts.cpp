@@ -82,9 +82,7 @@ QByteArray stylesXml()
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
-    startPart(xml);
-    xml.writeNamespace(kWordNs, QStringLiteral("w"));
-    xml.writeStartElement(kWordNs, QStringLiteral("styles"));
+    startWordPart(xml, QStringLiteral("styles"));
 
     xml.writeStartElement(kWordNs, QStringLiteral("docDefaults"));
     xml.writeStartElement(kWordNs, QStringLiteral("rPrDefault"));
@@ -144,9 +142,7 @@ QByteArray settingsXml()
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
-    startPart(xml);
-    xml.writeNamespace(kWordNs, QStringLiteral("w"));
-    xml.writeStartElement(kWordNs, QStringLiteral("settings"));
+    startWordPart(xml, QStringLiteral("settings"));
     writeVal(xml, QStringLiteral("defaultTabStop"), QString::number(4 * kTwipsPerCharacter));
     writeVal(xml, QStringLiteral("characterSpacingControl"), QStringLiteral("compressPunctuation"));
     xml.writeStartElement(kWordNs, QStringLiteral("compat"));

@@ -24,4 +24,12 @@ inline void startPart(QXmlStreamWriter &xml)
     xml.writeStartDocument(QStringLiteral("1.0"), true);
 }
 
+// A WordprocessingML part: the declaration, then its root element in the w namespace.
+inline void startWordPart(QXmlStreamWriter &xml, const QString &root)
+{
+    startPart(xml);
+    xml.writeNamespace(kWordNs, QStringLiteral("w"));
+    xml.writeStartElement(kWordNs, root);
+}
+
 } // namespace normaris::docx
