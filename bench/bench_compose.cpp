@@ -9,10 +9,10 @@
 #include "composition/DocumentList.h"
 #include "composition/Panels.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/DataLayout.h"
-#include "rulebase/Database.h"
+#include "base/DataLayout.h"
+#include "base/Database.h"
 #include "rulebase/Schema.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/ProgramFolder.h"
 
 #include <QCoreApplication>

@@ -10,10 +10,10 @@
 #include "export/WorkDataBuild.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/Schema.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/ProgramFolder.h"
 
 #include <QCoreApplication>

@@ -5,9 +5,9 @@
 // The program folder (AppPath) is the executable's folder unless --root names another;
 // a root without data is first laid out from the program's own seed file and help pages.
 
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
-#include "shell/Failure.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
+#include "base/Failure.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SingleInstance.h"
 #include "shell/forms/FormHelpers.h"

@@ -2,9 +2,9 @@
 
 #include "cli/TerminalPrompt.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
-#include "shell/Failure.h"
+#include "base/Database.h"
+#include "base/AppState.h"
+#include "base/Failure.h"
 #include "shell/ProgramFolder.h"
 
 #include <QDir>

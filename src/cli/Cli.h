@@ -3,8 +3,8 @@
 //
 // Exit status: 0 done, 1 stopped by a check or answered no, 2 bad usage or a failure.
 
-#include "rulebase/DataLayout.h"
-#include "shell/Prompt.h"
+#include "base/DataLayout.h"
+#include "base/Prompt.h"
 
 #include <QHash>
 #include <QSet>

@@ -7,7 +7,7 @@
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
 #include "composition/Panels.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 namespace normaris::cli {
 

@@ -4,8 +4,8 @@
 #include "export/DocumentExport.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 
 namespace normaris::cli {
 

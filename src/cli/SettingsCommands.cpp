@@ -3,10 +3,10 @@
 #include "cli/Cli.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "words/EmbeddedWords.h"
 
 namespace normaris::cli {

@@ -2,7 +2,7 @@
 // The CLI's Prompt: every box is one line "title: text" on stderr, and every
 // question is answered yes only when the command line said --yes.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <cstdio>
 

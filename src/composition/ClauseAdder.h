@@ -6,8 +6,8 @@
 // The twenty adds (Tuika + selected level + added level) are one algorithm; they
 // differ in where the base number comes from, as the table in ClauseAdder.cpp says.
 
-#include "rulebase/Levels.h"
-#include "shell/Prompt.h"
+#include "base/Levels.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 #include <QStringList>

@@ -3,7 +3,7 @@
 #include "composition/CompositionRow.h"
 #include "composition/DictionaryWalk.h"
 #include "composition/RowsetScope.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 namespace normaris {
 

@@ -4,8 +4,8 @@
 // and the clause (only that clause) and the words of its subtree go back to stock.
 // The seven releases (Kaijo + level) are one algorithm.
 
-#include "rulebase/Levels.h"
-#include "shell/Prompt.h"
+#include "base/Levels.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "composition/CompositionRow.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/Schema.h"
 
 #include <QSqlError>

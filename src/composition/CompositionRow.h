@@ -2,7 +2,7 @@
 // One row of the working tables 作成データ補助～条 (規程, 前文, 章, 条) and
 // 作成データ補助項～ (項 and below), the 19 columns they share.
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QList>
 #include <QSqlDatabase>

@@ -1,6 +1,6 @@
 #include "composition/DictionaryWalk.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 

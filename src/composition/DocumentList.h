@@ -4,7 +4,7 @@
 // taking a standard document (code below 70) off the list drops its composition,
 // while a document of the user's own keeps it for when it comes back.
 
-#include "composition/CodeAndName.h"
+#include "base/CodeAndName.h"
 
 #include <QList>
 #include <QSqlDatabase>

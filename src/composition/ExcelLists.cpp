@@ -1,9 +1,9 @@
 #include "composition/ExcelLists.h"
 
 #include "composition/CompositionRow.h"
-#include "composition/XlsxSheet.h"
-#include "rulebase/Database.h"
-#include "shell/BusyCursor.h"
+#include "fileformats/XlsxSheet.h"
+#include "base/Database.h"
+#include "base/BusyCursor.h"
 
 #include <QSqlQuery>
 

@@ -4,7 +4,7 @@
 // words, the references and the templates. Each is a scan of the working tables into
 // its work table in the data file, then a one-sheet workbook.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 

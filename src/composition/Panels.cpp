@@ -2,7 +2,7 @@
 
 #include "composition/CompositionRow.h"
 #include "composition/DictionaryWalk.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 
@@ -105,21 +105,16 @@ PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &docu
 
 QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)
 {
-    QString codes;
-    switch (rowLevel) {
-    case Level::Document: codes = QStringLiteral("'3','4'"); break;
-    case Level::Preamble:
-    case Level::Chapter: codes = QStringLiteral("'2','3'"); break;
-    case Level::Article:
-    case Level::Paragraph:
-    case Level::Item: codes = QStringLiteral("'2','3','4','5'"); break;
-    case Level::Maru:
-    case Level::Iroha: codes = QStringLiteral("'2','3','4','5','6'"); break;
-    default: return {};
-    }
+    const QStringList codes = QString::fromUtf16(levelInfo(rowLevel).panelActions).split(u',', Qt::SkipEmptyParts);
+    if (codes.isEmpty())
+        return {};
+    QStringList marks(codes.size(), QStringLiteral("?"));
+    QVariantList binds{levelCode(rowLevel)};
+    for (const QString &code : codes)
+        binds << code;
     QList<CodeAndName> actions;
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)").arg(codes),
-                          {levelCode(rowLevel)});
+    QSqlQuery q = execSql(db, QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)").arg(marks.join(u',')),
+                          binds);
     while (q.next())
         actions << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return actions;
@@ -130,15 +125,6 @@ bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &
 {
     return scalar(db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
                   {style, document, chapter, article}).toInt() > 0;
-}
-
-QString panelCaption(Level level)
-{
-    switch (level) {
-    case Level::Document: return QStringLiteral("規則");
-    case Level::Preamble: return QStringLiteral("前文");
-    default: return levelCaption(level);
-    }
 }
 
 QString panelCode(const PanelRow &row)

@@ -3,7 +3,7 @@
 // dictionary (so that a renamed clause shows its new name at once), the actions
 // offered on a row, and the stock a clause can be added from.
 
-#include "composition/CodeAndName.h"
+#include "base/CodeAndName.h"
 #include "composition/PositionRules.h"
 
 #include <QSqlDatabase>
@@ -32,8 +32,6 @@ QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel);
 bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
                           const QString &article);
 
-// The caption of a row's level on the panels (規則, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ).
-QString panelCaption(Level level);
 // The code a row shows: its own code, '01' for the 前文, nothing for the 規則 row.
 QString panelCode(const PanelRow &row);
 

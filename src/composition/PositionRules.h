@@ -3,7 +3,7 @@
 // is asked before it does: pure functions of the panel's rows, the selected row and
 // the action code of 作成データ選択肢.
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QList>
 #include <QStringList>

@@ -1,7 +1,7 @@
 #include "composition/RowsetScope.h"
 
 #include "composition/CompositionRow.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 namespace normaris {
 

@@ -2,7 +2,7 @@
 // Set-based steps on one rowset of a working table: the rows of a document in
 // 作成データ補助～条, or of one 条 in 作成データ補助項～. Shared by adding and releasing.
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QSqlDatabase>
 #include <QStringList>

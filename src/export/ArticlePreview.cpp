@@ -4,9 +4,9 @@
 #include "export/ClauseWriter.h"
 #include "export/DocumentExport.h"
 #include "export/DocumentTexts.h"
-#include "export/DocxTypist.h"
-#include "shell/BusyCursor.h"
-#include "shell/Failure.h"
+#include "fileformats/DocxTypist.h"
+#include "base/BusyCursor.h"
+#include "base/Failure.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #include "export/CrossReferences.h"
 
 #include "export/Numerals.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 namespace normaris {
 

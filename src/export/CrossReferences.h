@@ -17,7 +17,7 @@
 #include "composition/CompositionRow.h"
 #include "export/NumberIndex.h"
 #include "export/ReferenceRows.h"
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QHash>
 #include <optional>

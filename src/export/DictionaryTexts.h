@@ -3,7 +3,7 @@
 // one query per level, for the work data build: a clause row is looked up by its
 // place codes and its segment number (結合).
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QHash>
 #include <QSqlDatabase>

@@ -1,10 +1,10 @@
 #include "export/DocumentExport.h"
 
-#include "export/DocxTypist.h"
+#include "fileformats/DocxTypist.h"
 #include "export/TextTypist.h"
 #include "export/TypistPair.h"
-#include "shell/BusyCursor.h"
-#include "shell/Failure.h"
+#include "base/BusyCursor.h"
+#include "base/Failure.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -7,7 +7,7 @@
 #include "export/SettingValues.h"
 #include "export/Typist.h"
 #include "rulebase/BasicSettings.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
 

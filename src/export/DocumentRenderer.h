@@ -7,7 +7,7 @@
 // nothing to the data file. What it types goes to a Typist; a failure half way
 // leaves there what was typed so far.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "export/NumberIndex.h"
 
 #include "composition/CompositionRow.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 

@@ -3,7 +3,7 @@
 // place, as references need them: the number by which a clause is called in the
 // current selection. A document's rows are read once, at the first look-up.
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QHash>
 #include <QSet>

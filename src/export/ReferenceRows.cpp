@@ -1,6 +1,6 @@
 #include "export/ReferenceRows.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 

@@ -3,10 +3,10 @@
 #include "export/CrossReferences.h"
 #include "export/NumberIndex.h"
 #include "export/ReferenceRows.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
-#include "shell/BusyCursor.h"
+#include "base/BusyCursor.h"
 
 #include <QHash>
 #include <QSqlQuery>

@@ -9,7 +9,7 @@
 // running again after filling it in replaces it then.
 
 #include "composition/CompositionRow.h"
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 

@@ -1,7 +1,7 @@
 #include "export/SettingValues.h"
 
 #include "rulebase/BasicSettings.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 

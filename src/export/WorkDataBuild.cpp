@@ -2,8 +2,8 @@
 
 #include "composition/CompositionRow.h"
 #include "export/DictionaryTexts.h"
-#include "rulebase/Database.h"
-#include "shell/BusyCursor.h"
+#include "base/Database.h"
+#include "base/BusyCursor.h"
 
 #include <QHash>
 

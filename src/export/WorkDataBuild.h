@@ -8,7 +8,7 @@
 // same code exist, the user is asked whether to drop them (and take that style's
 // document off the list). Everything happens in one transaction.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 

@@ -1,8 +1,8 @@
 #include "rulebase/BasicSettings.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/Schema.h"
-#include "shell/FieldChecks.h"
+#include "base/FieldChecks.h"
 
 #include <QSqlQuery>
 

@@ -5,7 +5,7 @@
 // A setting left empty keeps its marker (☆0001☆ …), so that the gap shows in the
 // finished document; 郵便番号, 所在地2 and 労働保険番号 have no marker and stay empty.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QList>
 #include <QSqlDatabase>

@@ -1,10 +1,11 @@
 #include "rulebase/CompanyFiles.h"
 
-#include "rulebase/Database.h"
-#include "rulebase/FileOps.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
-#include "shell/FieldChecks.h"
+#include "base/Database.h"
+#include "rulebase/CompanyDatabase.h"
+#include "base/FileOps.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
+#include "base/FieldChecks.h"
 
 #include <QDir>
 #include <QDirIterator>

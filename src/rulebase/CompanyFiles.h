@@ -4,8 +4,8 @@
 // another company, choose the one to work on, delete. Each step asks and reports
 // through the Prompt, in the order the user sees it.
 
-#include "rulebase/DataLayout.h"
-#include "shell/Prompt.h"
+#include "base/DataLayout.h"
+#include "base/Prompt.h"
 
 namespace normaris {
 

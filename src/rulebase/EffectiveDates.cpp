@@ -1,6 +1,6 @@
 #include "rulebase/EffectiveDates.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/JapaneseDate.h"
 #include "rulebase/Schema.h"
 

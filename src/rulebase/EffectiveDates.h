@@ -3,7 +3,7 @@
 // of making and the later ones the days of revision; for 協約・協定 the newest is
 // the start of the term. Both prose styles of a document read one list.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QDate>
 #include <QList>

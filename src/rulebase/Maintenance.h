@@ -3,8 +3,8 @@
 // folder, and the optimisation that compacts its data file through a work file.
 // Both may close the open company first, after asking.
 
-#include "rulebase/DataLayout.h"
-#include "shell/Prompt.h"
+#include "base/DataLayout.h"
+#include "base/Prompt.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "rulebase/Schema.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QSqlQuery>
 

@@ -1,8 +1,8 @@
 #include "shell/ProgramFolder.h"
 
-#include "rulebase/DataLayout.h"
-#include "rulebase/FileOps.h"
-#include "shell/Failure.h"
+#include "base/DataLayout.h"
+#include "base/FileOps.h"
+#include "base/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #include "words/EmbeddedWords.h"
 
-#include "rulebase/Database.h"
-#include "shell/FieldChecks.h"
+#include "base/Database.h"
+#include "base/FieldChecks.h"
 
 #include <QSqlQuery>
 

@@ -3,8 +3,8 @@
 // per place in 変数テーブル語句; an emptied word goes back to its marker, so that the
 // gap stays visible in the finished document.
 
-#include "composition/CodeAndName.h"
-#include "shell/Prompt.h"
+#include "base/CodeAndName.h"
+#include "base/Prompt.h"
 
 #include <QList>
 #include <QSqlDatabase>

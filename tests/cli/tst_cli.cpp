@@ -2,7 +2,7 @@
 
 #include "TestRoot.h"
 #include "cli/Cli.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QDir>
 #include <QFile>

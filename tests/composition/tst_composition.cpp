@@ -10,8 +10,8 @@
 #include "composition/CompositionRow.h"
 #include "composition/Panels.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 
 #include <QRandomGenerator>
 #include <QTest>

@@ -6,8 +6,8 @@
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 
 #include <QProcess>
 #include <QRegularExpression>

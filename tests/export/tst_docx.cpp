@@ -5,8 +5,8 @@
 
 #include "DocxContent.h"
 #include "OfficeRender.h"
-#include "export/DocxTypist.h"
-#include "shell/Failure.h"
+#include "fileformats/DocxTypist.h"
+#include "base/Failure.h"
 
 #include <QDir>
 #include <QFile>

@@ -7,9 +7,9 @@
 #include "composition/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/Schema.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QTest>
 

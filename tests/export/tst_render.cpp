@@ -10,10 +10,10 @@
 #include "export/TextTypist.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/JapaneseDate.h"
 #include "rulebase/Schema.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QTest>
 

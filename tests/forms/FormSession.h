@@ -5,7 +5,7 @@
 
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 namespace normaris::test {

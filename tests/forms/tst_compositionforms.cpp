@@ -13,8 +13,8 @@
 #include "composition/forms/frmMakesentakuSub2.h"
 #include "composition/forms/frmMakesentaku_tsuika.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/frmMain01.h"
 

@@ -8,7 +8,7 @@
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/EffectiveDates.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QFileInfo>

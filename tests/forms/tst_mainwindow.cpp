@@ -2,7 +2,7 @@
 
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/HelpContext.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/frmMain01.h"

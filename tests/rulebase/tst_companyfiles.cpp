@@ -3,8 +3,8 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 
 #include <QDir>
 #include <QFile>

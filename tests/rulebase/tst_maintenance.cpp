@@ -4,9 +4,10 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
+#include "rulebase/CompanyDatabase.h"
 #include "rulebase/Maintenance.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,7 +2,8 @@
 
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
+#include "rulebase/CompanyDatabase.h"
 #include "rulebase/Schema.h"
 
 #include <QSqlQuery>

@@ -3,10 +3,11 @@
 
 #include "SeedChecks.h"
 #include "TestRoot.h"
-#include "rulebase/Database.h"
-#include "rulebase/seed/SeedParser.h"
-#include "rulebase/seed/SeedValidator.h"
-#include "rulebase/seed/SeedWriter.h"
+#include "base/Database.h"
+#include "rulebase/CompanyDatabase.h"
+#include "seed/SeedParser.h"
+#include "seed/SeedValidator.h"
+#include "seed/SeedWriter.h"
 
 #include <QSqlQuery>
 #include <QTemporaryDir>

@@ -4,10 +4,10 @@
 #include "TestRoot.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QTest>
 

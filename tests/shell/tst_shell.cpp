@@ -2,8 +2,8 @@
 // the company name check, the single-instance lock and the busy pointer.
 
 #include "ScriptedPrompt.h"
-#include "shell/BusyCursor.h"
-#include "shell/FieldChecks.h"
+#include "base/BusyCursor.h"
+#include "base/FieldChecks.h"
 #include "shell/SingleInstance.h"
 
 #include <QTemporaryDir>

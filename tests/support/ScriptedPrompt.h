@@ -3,7 +3,7 @@
 // a script. A question that the script did not expect is answered no and recorded,
 // so that the test sees it.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QList>
 #include <QStringList>

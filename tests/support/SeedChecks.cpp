@@ -1,6 +1,6 @@
 #include "SeedChecks.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 #include <QRegularExpression>
 #include <QSqlQuery>

@@ -2,8 +2,8 @@
 
 #include "ScriptedPrompt.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 #include "shell/ProgramFolder.h"
 
 #include <QTest>

@@ -2,7 +2,7 @@
 // A program folder of its own for one test: Data/ with the generated seed file,
 // and help/. It is set as AppPath and the application state starts afresh.
 
-#include "rulebase/DataLayout.h"
+#include "base/DataLayout.h"
 
 #include <QSqlDatabase>
 #include <QTemporaryDir>

@@ -4,8 +4,8 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "rulebase/CompanyFiles.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
+#include "base/Database.h"
+#include "base/AppState.h"
 #include "words/EmbeddedWords.h"
 
 #include <QTest>

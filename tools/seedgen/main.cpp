@@ -2,8 +2,8 @@
 // Checks the dictionary sources and writes the seed file. Every problem is printed
 // as file:line: message, and any problem fails the build.
 
-#include "rulebase/seed/SeedWriter.h"
-#include "shell/Failure.h"
+#include "seed/SeedWriter.h"
+#include "base/Failure.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "composition/forms/frmMakesentakuSub2.h"
 #include "composition/forms/frmMakesentaku_kaijo.h"
 #include "composition/forms/frmMakesentaku_tsuika.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <memory>
 

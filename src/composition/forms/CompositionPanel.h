@@ -3,7 +3,7 @@
 // level caption in the level's colour, its code and its text, and the list of
 // actions on the selected row only.
 
-#include "composition/CodeAndName.h"
+#include "base/CodeAndName.h"
 #include "composition/PositionRules.h"
 
 #include <QAbstractTableModel>

@@ -2,7 +2,7 @@
 
 #include "composition/Panels.h"
 #include "composition/forms/CompositionPanel.h"
-#include "shell/BusyCursor.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QGridLayout>

@@ -7,7 +7,7 @@
 
 #include "composition/PositionRules.h"
 #include "composition/forms/CompositionFlow.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
 #include <QDialog>
 

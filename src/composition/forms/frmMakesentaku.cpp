@@ -3,7 +3,7 @@
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
 #include "composition/forms/CompositionFlow.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QDateTime>

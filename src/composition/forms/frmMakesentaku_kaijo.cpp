@@ -1,8 +1,8 @@
 #include "composition/forms/frmMakesentaku_kaijo.h"
 
 #include "composition/forms/CompositionFlow.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QHBoxLayout>

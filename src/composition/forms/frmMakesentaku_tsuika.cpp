@@ -2,8 +2,8 @@
 
 #include "composition/Panels.h"
 #include "composition/forms/CompositionFlow.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>

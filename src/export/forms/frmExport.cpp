@@ -5,8 +5,8 @@
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/forms/frmKakusyusettei.h"
-#include "shell/AppState.h"
-#include "shell/Failure.h"
+#include "base/AppState.h"
+#include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
 #include "words/forms/frmGokusentakuSub.h"
 

@@ -1,6 +1,6 @@
 #include "rulebase/forms/CompanyWizard.h"
 
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QApplication>

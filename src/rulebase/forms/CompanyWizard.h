@@ -2,7 +2,7 @@
 // The frame of the company dialogs: two instruction lines, the content between two
 // rules, and the buttons 戻る (always off), the action, キャンセル and ヘルプ.
 
-#include "rulebase/DataLayout.h"
+#include "base/DataLayout.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 #include "rulebase/forms/frmBackup.h"
 
 #include "rulebase/Maintenance.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>

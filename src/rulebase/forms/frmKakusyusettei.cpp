@@ -2,7 +2,7 @@
 
 #include "rulebase/forms/frmKihon.h"
 #include "rulebase/forms/frmSekoubi.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QEvent>

@@ -1,7 +1,7 @@
 #include "rulebase/forms/frmKihon.h"
 
 #include "rulebase/BasicSettings.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QApplication>

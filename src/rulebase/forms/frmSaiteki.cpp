@@ -1,7 +1,7 @@
 #include "rulebase/forms/frmSaiteki.h"
 
 #include "rulebase/Maintenance.h"
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QApplication>

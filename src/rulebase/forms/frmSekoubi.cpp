@@ -1,9 +1,9 @@
 #include "rulebase/forms/frmSekoubi.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 #include "rulebase/JapaneseDate.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "shell/forms/FormHelpers.h"
 
-#include "shell/AppState.h"
+#include "base/AppState.h"
 #include "shell/HelpContext.h"
 #include "shell/forms/MessageBoxPrompt.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // Helpers that every dialog of the desktop program uses.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 class QDialog;
 class QLineEdit;

@@ -2,7 +2,7 @@
 // The desktop program's Prompt: a message box per message, with the pointer
 // shown normally while the box waits for the user.
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 namespace normaris {
 

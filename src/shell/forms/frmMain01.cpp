@@ -8,8 +8,8 @@
 #include "rulebase/forms/frmKihon.h"
 #include "rulebase/forms/frmBackup.h"
 #include "rulebase/forms/frmSaiteki.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/frmAbout.h"
 

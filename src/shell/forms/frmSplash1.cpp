@@ -1,6 +1,6 @@
 #include "shell/forms/frmSplash1.h"
 
-#include "shell/BusyCursor.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "words/forms/frmGokusentakuSub.h"
 
 #include "composition/Panels.h"
-#include "shell/AppState.h"
-#include "shell/BusyCursor.h"
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 #include "words/EmbeddedWords.h"
 #include "words/forms/frmGokusentaku_01.h"

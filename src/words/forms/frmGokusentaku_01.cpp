@@ -2,9 +2,9 @@
 
 #include "composition/Panels.h"
 #include "export/ArticlePreview.h"
-#include "rulebase/Database.h"
-#include "shell/AppState.h"
-#include "shell/Failure.h"
+#include "base/Database.h"
+#include "base/AppState.h"
+#include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
 #include "words/EmbeddedWords.h"
 

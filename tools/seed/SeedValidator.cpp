@@ -1,6 +1,6 @@
-#include "rulebase/seed/SeedValidator.h"
+#include "seed/SeedValidator.h"
 
-#include "shell/FieldChecks.h"
+#include "base/FieldChecks.h"
 
 #include <QHash>
 #include <QRegularExpression>

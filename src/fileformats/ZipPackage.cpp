@@ -1,6 +1,6 @@
-#include "export/ZipPackage.h"
+#include "fileformats/ZipPackage.h"
 
-#include "shell/Failure.h"
+#include "base/Failure.h"
 
 #include <QDir>
 #include <QSaveFile>

@@ -1,6 +1,6 @@
-#include "rulebase/FileOps.h"
+#include "base/FileOps.h"
 
-#include "shell/Failure.h"
+#include "base/Failure.h"
 
 #include <QDir>
 #include <QDirIterator>

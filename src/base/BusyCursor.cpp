@@ -1,4 +1,4 @@
-#include "shell/BusyCursor.h"
+#include "base/BusyCursor.h"
 
 namespace normaris {
 

@@ -1,6 +1,6 @@
-#include "shell/FieldChecks.h"
+#include "base/FieldChecks.h"
 
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QStringEncoder>
 #include <array>

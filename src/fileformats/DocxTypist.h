@@ -7,7 +7,7 @@
 // cursor goes on in a new paragraph on the next page with the same settings.
 // Typed line ends ("\n", "\r\n", "\r") end the paragraph in the same way.
 
-#include "export/DocxModel.h"
+#include "fileformats/DocxModel.h"
 #include "export/Typist.h"
 
 namespace normaris {

@@ -1,6 +1,6 @@
-#include "export/DocxBody.h"
+#include "fileformats/DocxBody.h"
 
-#include "export/DocxXml.h"
+#include "fileformats/DocxXml.h"
 
 #include <QXmlStreamWriter>
 

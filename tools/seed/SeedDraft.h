@@ -7,7 +7,7 @@
 // clause below 章 is selected unless it is stock (標準外), so that adding it later
 // brings its usual paragraphs and items along.
 
-#include "rulebase/seed/SeedSource.h"
+#include "seed/SeedSource.h"
 
 #include <QSqlDatabase>
 

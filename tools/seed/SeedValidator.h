@@ -4,7 +4,7 @@
 // in the standard range and unique, segments fit their column, and the two prose
 // styles of a document have the same structure and the same codes in the same places.
 
-#include "rulebase/seed/SeedSource.h"
+#include "seed/SeedSource.h"
 
 namespace normaris::seed {
 

@@ -1,7 +1,7 @@
 #pragma once
 // Writes a checked dictionary into a new seed file.
 
-#include "rulebase/seed/SeedSource.h"
+#include "seed/SeedSource.h"
 
 namespace normaris::seed {
 

@@ -1,9 +1,9 @@
-#include "rulebase/seed/SeedDraft.h"
+#include "seed/SeedDraft.h"
 
 #include "composition/ClauseAdder.h"
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
-#include "shell/Failure.h"
+#include "base/Failure.h"
 
 namespace normaris::seed {
 

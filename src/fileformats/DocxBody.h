@@ -2,7 +2,7 @@
 // The main part of a .docx, word/document.xml: the paragraphs with their runs,
 // then the page set-up (A4, the margins a Japanese word processor starts with).
 
-#include "export/DocxModel.h"
+#include "fileformats/DocxModel.h"
 
 #include <QByteArray>
 

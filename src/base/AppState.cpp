@@ -1,6 +1,6 @@
-#include "shell/AppState.h"
+#include "base/AppState.h"
 
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
 namespace normaris {
 

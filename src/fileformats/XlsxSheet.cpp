@@ -1,6 +1,6 @@
-#include "composition/XlsxSheet.h"
+#include "fileformats/XlsxSheet.h"
 
-#include "shell/Failure.h"
+#include "base/Failure.h"
 
 #include <QFile>
 #include <xlsxwriter.h>

@@ -1,4 +1,4 @@
-#include "rulebase/seed/SeedParser.h"
+#include "seed/SeedParser.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,7 +3,7 @@
 // document and prose style, read into these plain structures, checked, and then
 // written into the seed file.
 
-#include "rulebase/Levels.h"
+#include "base/Levels.h"
 
 #include <QList>
 #include <QString>

@@ -26,7 +26,7 @@
 // A table file (tables/*.tsv) holds the rows of a fixed table: the first line names the
 // table, the second its columns, each further line one row, fields separated by tabs.
 
-#include "rulebase/seed/SeedSource.h"
+#include "seed/SeedSource.h"
 
 namespace normaris::seed {
 

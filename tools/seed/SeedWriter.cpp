@@ -1,11 +1,11 @@
-#include "rulebase/seed/SeedWriter.h"
+#include "seed/SeedWriter.h"
 
-#include "rulebase/Database.h"
-#include "rulebase/FileOps.h"
+#include "base/Database.h"
+#include "base/FileOps.h"
 #include "rulebase/Schema.h"
-#include "rulebase/seed/SeedDraft.h"
-#include "rulebase/seed/SeedParser.h"
-#include "rulebase/seed/SeedValidator.h"
+#include "seed/SeedDraft.h"
+#include "seed/SeedParser.h"
+#include "seed/SeedValidator.h"
 
 #include <QFile>
 #include <QRegularExpression>

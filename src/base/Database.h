@@ -2,7 +2,7 @@
 // SQLite through Qt SQL: named connections, statements with bound parameters
 // only, and the transaction guard for every step that changes several rows.
 
-#include "shell/Failure.h"
+#include "base/Failure.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -24,9 +24,6 @@ enum class OpenMode { ReadWrite, ReadOnly };
 // Opens path under the connection name. Throws DbError when the file can't be opened.
 QSqlDatabase openDatabase(const QString &path, const QString &connectionName,
                           OpenMode mode = OpenMode::ReadWrite);
-// As openDatabase, and refuses a file that is not a company file of this schema.
-QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName,
-                                 OpenMode mode = OpenMode::ReadWrite);
 // Closes and forgets the connection; nothing happens when it is not there.
 void closeDatabase(const QString &connectionName);
 

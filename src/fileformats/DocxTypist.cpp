@@ -1,8 +1,8 @@
-#include "export/DocxTypist.h"
+#include "fileformats/DocxTypist.h"
 
-#include "export/DocxBody.h"
-#include "export/DocxParts.h"
-#include "export/ZipPackage.h"
+#include "fileformats/DocxBody.h"
+#include "fileformats/DocxParts.h"
+#include "fileformats/ZipPackage.h"
 
 namespace normaris {
 

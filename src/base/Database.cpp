@@ -1,7 +1,6 @@
-#include "rulebase/Database.h"
+#include "base/Database.h"
 
-#include "rulebase/Schema.h"
-#include "shell/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -25,23 +24,6 @@ QSqlDatabase openDatabase(const QString &path, const QString &connectionName, Op
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(connectionName);
         throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
-    }
-    return db;
-}
-
-QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName, OpenMode mode)
-{
-    QSqlDatabase db = openDatabase(path, connectionName, mode);
-    QString mismatch;
-    try {
-        mismatch = schemaMismatch(db);
-    } catch (const DbError &) {
-        mismatch = QStringLiteral("データベースとして読めません。");
-    }
-    if (!mismatch.isEmpty()) {
-        db = QSqlDatabase();
-        closeDatabase(connectionName);
-        throw DbError(QStringLiteral("「%1」は本システムの会社データではありません。（%2）").arg(path, mismatch));
     }
     return db;
 }

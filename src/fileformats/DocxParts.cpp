@@ -1,7 +1,7 @@
-#include "export/DocxParts.h"
+#include "fileformats/DocxParts.h"
 
-#include "export/DocxBody.h"
-#include "export/DocxXml.h"
+#include "fileformats/DocxBody.h"
+#include "fileformats/DocxXml.h"
 
 #include <QXmlStreamWriter>
 

@@ -1,4 +1,4 @@
-#include "rulebase/DataLayout.h"
+#include "base/DataLayout.h"
 
 #include <QCollator>
 #include <QDir>

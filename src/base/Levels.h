@@ -1,0 +1,86 @@
+#pragma once
+// The eight levels of a document, by their level code 種別, and everything that
+// varies by level: one row of the level table each. A routine that behaves
+// differently by level reads the row; it does not switch over the level.
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+
+namespace normaris {
+
+enum class Level { Document = 1, Chapter = 2, Article = 3, Paragraph = 4, Item = 5, Maru = 6, Iroha = 7, Preamble = 10, Closing = 11 };
+
+struct LevelInfo {
+    Level level;
+    const char16_t *table;        // the dictionary table ("" for the closing row)
+    const char16_t *textColumn;   // its text (or name) column
+    int placeDepth;               // place columns a row fills: 章 1, 条 2, 項 3 … イロハ 6
+    const char16_t *caption;      // in the add, release and dictionary messages
+    const char16_t *panelCaption; // on the row panels
+    const char16_t *sourceName;   // in the seed sources and their messages
+    int codeWidth;                // digits of the level's own Code
+    int firstUserCode;            // the user's own codes run from here to the width's last
+    bool segmented;               // text kept as a chain of segments (結合, 改行, 結合種別)
+    const char16_t *panelActions; // the 作成データ選択肢 codes the row panels offer at a row of the level
+};
+
+// In document order: 規程, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ, then the closing row.
+inline constexpr std::array<LevelInfo, 9> kLevels = {{
+    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4"},
+    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3"},
+    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3"},
+    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5"},
+    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5"},
+    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5"},
+    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6"},
+    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6"},
+    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u""},
+}};
+
+// The row of a level. Every Level value has one.
+inline const LevelInfo &levelInfo(Level level)
+{
+    for (const LevelInfo &info : kLevels)
+        if (info.level == level)
+            return info;
+    return kLevels.back();
+}
+
+inline QString levelCode(Level level) { return QString::number(int(level)); }
+inline Level levelOf(const QString &code) { return Level(code.toInt()); }
+
+// The clause levels below 条, in order; depth 0 is 項.
+inline bool isClauseLevel(Level level) { return level >= Level::Paragraph && level <= Level::Iroha; }
+inline int clauseDepth(Level level) { return int(level) - int(Level::Paragraph); }
+
+// The dictionary table of a level (its text column has the same name for the clause levels).
+inline QString dictionaryTable(Level level) { return QString::fromUtf16(levelInfo(level).table); }
+inline QString textColumn(Level level) { return QString::fromUtf16(levelInfo(level).textColumn); }
+
+// The place columns of the composition tables, 章Code to 号の細分イロハCode.
+inline const QStringList &placeColumns()
+{
+    static const QStringList columns = {QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("項Code"),
+                                        QStringLiteral("号Code"), QStringLiteral("号の細分丸Code"), QStringLiteral("号の細分イロハCode")};
+    return columns;
+}
+// How many place columns a row of the level fills: 章 1, 条 2, 項 3 … イロハ 6.
+inline int placeDepth(Level level) { return levelInfo(level).placeDepth; }
+
+// The name of a level in the add and release messages.
+inline QString levelCaption(Level level) { return QString::fromUtf16(levelInfo(level).caption); }
+// The name of a level in the first column of the row panels.
+inline QString panelCaption(Level level) { return QString::fromUtf16(levelInfo(level).panelCaption); }
+
+// Whether code is one of the user's own at the level: of the level's width, from its first user code up.
+inline bool isUserCode(Level level, const QString &code)
+{
+    const LevelInfo &info = levelInfo(level);
+    bool ok = false;
+    const int n = code.toInt(&ok);
+    return ok && code.size() == info.codeWidth && n >= info.firstUserCode;
+}
+
+} // namespace normaris
