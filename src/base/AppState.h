@@ -43,6 +43,8 @@ public:
     QString CurMaruCode;
     QString CurIrohaCode;
     QString CurShubetsu;
+    // The document chosen in the dictionary navigator, for the pickers below it.
+    QString DicKiteiCode;
 
     // True while 基本設定 is open from the export console: its update then warns that
     // the work data must be made again.

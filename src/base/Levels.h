@@ -24,19 +24,21 @@ struct LevelInfo {
     int firstUserCode;            // the user's own codes run from here to the width's last
     bool segmented;               // text kept as a chain of segments (結合, 改行, 結合種別)
     const char16_t *panelActions; // the 作成データ選択肢 codes the row panels offer at a row of the level
+    const char16_t *pickerLabel;  // beside the level's picker in the dictionary navigator
+    const char16_t *pickerHint;   // the navigator's instruction when the level is chosen
 };
 
 // In document order: 規程, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ, then the closing row.
 inline constexpr std::array<LevelInfo, 9> kLevels = {{
-    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4"},
-    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3"},
-    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3"},
-    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5"},
-    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5"},
-    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5"},
-    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u""},
+    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4", u"規則・規程:", u"規則・規程・労使協定は、そのまま「次へ」をクリックしてください"},
+    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3", u"", u""},
+    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3", u"章:", u"「規則・規程・労使協定」を指定してください"},
+    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5", u"条:", u"「規則・規程・労使協定」と「章」を指定してください"},
+    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5", u"項:", u"「規則・規程・労使協定」～「条」を指定してください"},
+    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5", u"号:", u"「規則・規程・労使協定」～「項」を指定してください"},
+    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6", u"①～⑳:", u"「規則・規程・労使協定」～「号」を指定してください"},
+    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6", u"", u"「規則・規程・労使協定」～「①～⑳」を指定してください"},
+    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u"", u"", u""},
 }};
 
 // The row of a level. Every Level value has one.
