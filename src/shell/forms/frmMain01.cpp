@@ -1,6 +1,7 @@
 #include "shell/forms/frmMain01.h"
 
 #include "composition/forms/frmMakesentaku.h"
+#include "dictionary/forms/frmDicsentaku.h"
 #include "export/forms/frmExport.h"
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
@@ -109,6 +110,7 @@ void frmMain01::buildCommands()
     m_factories[0] = [](QWidget *parent) -> QDialog * { return new frmKihon(parent); };
     m_factories[1] = [](QWidget *parent) -> QDialog * { return new frmMakesentaku(parent); };
     m_factories[2] = [](QWidget *parent) -> QDialog * { return new frmExport(parent); };
+    m_factories[3] = [](QWidget *parent) -> QDialog * { return new frmDicsentaku(parent); };
 }
 
 void frmMain01::buildStatusBar()
