@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -279,6 +280,16 @@ void frmDic01::beginEdit(bool adding)
 
 bool frmDic01::eventFilter(QObject *watched, QEvent *event)
 {
+    // Moving on by the keyboard checks the field left; a refused value keeps the focus.
+    // (A click on ｷｬﾝｾﾙ must still get through, so the mouse does not check here; 更新 does.)
+    if (editing() && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        auto *field = qobject_cast<QLineEdit *>(watched);
+        if (field && (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) && !checkField(field)) {
+            field->setFocus();
+            return true;
+        }
+    }
     if (editing() && event->type() == QEvent::FocusIn && watched == m_fields[2] && m_fields[2]->text().isEmpty()
         && !m_fields[1]->text().isEmpty())
         m_fields[2]->setText(m_fields[1]->text());
