@@ -141,7 +141,7 @@ frmDic01::frmDic01(QWidget *parent)
     layout->addLayout(buttons);
     connect(m_add, &QPushButton::clicked, this, [this] { beginEdit(true); });
     connect(m_edit, &QPushButton::clicked, this, [this] { beginEdit(false); });
-    connect(m_update, &QPushButton::clicked, this, &frmDic01::update);
+    connect(m_update, &QPushButton::clicked, this, &frmDic01::save);
     connect(m_cancel, &QPushButton::clicked, this, &frmDic01::cancel);
     connect(m_delete, &QPushButton::clicked, this, &frmDic01::remove);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
@@ -241,7 +241,7 @@ void frmDic01::keyPressEvent(QKeyEvent *event)
             QDialog::keyPressEvent(event);
         return;
     }
-    const bool ctrl = event->modifiers() & Qt::ControlModifier;
+    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
     switch (event->key()) {
     case Qt::Key_Escape: accept(); return;
     case Qt::Key_End: moveTo(int(m_rows.size()) - 1); return;
@@ -322,7 +322,7 @@ DocumentRecord frmDic01::entered() const
     return r;
 }
 
-void frmDic01::update()
+void frmDic01::save()
 {
     const DocumentRecord r = entered();
     Outcome outcome;

@@ -36,7 +36,7 @@ private:
     void beginEdit(bool adding);
     bool checkField(QLineEdit *field);
     dictionary::DocumentRecord entered() const;
-    void update();
+    void save();
     void cancel();
     void remove();
     void editPreamble();

@@ -82,7 +82,7 @@ frmDic02::frmDic02(QWidget *parent)
         buttons->addWidget(b);
     }
     layout->addLayout(buttons);
-    connect(update, &QPushButton::clicked, this, &frmDic02::update);
+    connect(update, &QPushButton::clicked, this, &frmDic02::save);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
     installTextBoxBehaviour(this);
@@ -120,7 +120,7 @@ bool frmDic02::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-void frmDic02::update()
+void frmDic02::save()
 {
     for (int k = 0; k < InlineSegmentEditor::kSegments; ++k) {
         if (!CheckOptionalField(uiPrompt(), m_texts[k]->text(), dictionary::kSegmentTextLimit, true, dictionary::kSegmentTextLabel)) {

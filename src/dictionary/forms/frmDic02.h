@@ -21,7 +21,7 @@ protected:
 
 private:
     void fill();
-    void update();
+    void save();
 
     dictionary::InlineSegmentEditor m_editor;
     std::array<QLineEdit *, dictionary::InlineSegmentEditor::kSegments> m_texts {};

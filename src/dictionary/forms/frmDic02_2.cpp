@@ -118,8 +118,8 @@ frmDic02_2::frmDic02_2(QWidget *parent)
         buttons->addWidget(b);
     }
     layout->addLayout(buttons);
-    connect(update, &QPushButton::clicked, this, &frmDic02_2::update);
-    connect(cancel, &QPushButton::clicked, this, &frmDic02_2::close);
+    connect(update, &QPushButton::clicked, this, &frmDic02_2::save);
+    connect(cancel, &QPushButton::clicked, this, &frmDic02_2::closeForm);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
     installTextBoxBehaviour(this);
 
@@ -224,7 +224,7 @@ bool frmDic02_2::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-void frmDic02_2::update()
+void frmDic02_2::save()
 {
     for (const Row &r : m_rows) {
         if (r.box->isVisible()
@@ -243,10 +243,10 @@ void frmDic02_2::update()
     if (outcome != Outcome::Failed)
         showAll();
     if (outcome == Outcome::Done && uiPrompt().question(dictionary::kUpdateDoneTitle, dictionary::kUpdateDoneText))
-        close();
+        closeForm();
 }
 
-void frmDic02_2::close()
+void frmDic02_2::closeForm()
 {
     SegmentNumber.clear();
     SegmentCode.clear();

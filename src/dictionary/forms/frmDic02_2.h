@@ -42,8 +42,8 @@ private:
     void kindClicked(int k, const QString &kind);
     void setValue(int k);
     void comeBack();
-    void update();
-    void close();
+    void save();
+    void closeForm();
 
     dictionary::SegmentEditor m_editor;
     std::array<Row, kSegments> m_rows {};

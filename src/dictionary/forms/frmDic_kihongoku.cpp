@@ -43,13 +43,13 @@ frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmen
     buttons->addWidget(update);
     buttons->addWidget(close);
     layout->addLayout(buttons);
-    connect(update, &QPushButton::clicked, this, &frmDic_kihongoku::update);
+    connect(update, &QPushButton::clicked, this, &frmDic_kihongoku::save);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
     placeOverMainWindow(this);
 }
 
-void frmDic_kihongoku::update()
+void frmDic_kihongoku::save()
 {
     Outcome outcome;
     {

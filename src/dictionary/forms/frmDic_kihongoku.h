@@ -14,7 +14,7 @@ public:
     frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent = nullptr);
 
 private:
-    void update();
+    void save();
 
     QString m_segmentNumber;
     QString &m_segmentCode;
