@@ -20,31 +20,10 @@ const QString kDocs = QStringLiteral("docs");
 
 QString styleOf(Context &c) { return c.args.option(QStringLiteral("--style")); }
 
-bool checkStyle(Context &c)
-{
-    const QString style = styleOf(c);
-    if (style == u"1" || style == u"2")
-        return true;
-    c.prompt.error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
-    return false;
-}
-
-// --kind and --changed take the values the form's options and box can hold.
-bool optionIn(Context &c, const QString &name, const QString &current, QString &value)
-{
-    value = c.args.options.value(name, current);
-    if (value == u"1" || value == u"2" || (name == u"--changed" && value == u"0"))
-        return true;
-    c.prompt.failure(QStringLiteral("%1 の値「%2」は使えません。").arg(name, value));
-    return false;
-}
-
 QString flagText(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
 
 int docsList(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     for (const DocumentRecord &d : DocumentMaster(AppState::cn(), styleOf(c)).documents())
         c.out << d.code << '\t' << d.name << '\t' << flagText(d.changed) << '\t' << d.formalName << '\t' << flagText(d.selected) << '\t'
               << d.kind << '\n';
@@ -53,23 +32,18 @@ int docsList(Context &c)
 
 int docsAdd(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     DocumentRecord entered;
     entered.code = c.args.option(QStringLiteral("--code"));
     entered.name = c.args.option(QStringLiteral("--name"));
     // As the form: an empty formal name takes the display name.
     entered.formalName = c.args.options.value(QStringLiteral("--formal"), entered.name);
-    if (!optionIn(c, QStringLiteral("--kind"), QStringLiteral("1"), entered.kind))
-        return ExitFailure;
+    entered.kind = c.args.options.value(QStringLiteral("--kind"), QStringLiteral("1"));
     DocumentMaster master(AppState::cn(), styleOf(c));
     return exitCodeOf(master.update(c.prompt, DocumentMaster::Mode::Add, DocumentRecord(), entered));
 }
 
 int docsEdit(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     DocumentMaster master(AppState::cn(), styleOf(c));
     const std::optional<DocumentRecord> saved = master.document(c.args.option(QStringLiteral("--code")));
     if (!saved) {
@@ -80,18 +54,13 @@ int docsEdit(Context &c)
     entered.code = c.args.options.value(QStringLiteral("--new-code"), saved->code);
     entered.name = c.args.options.value(QStringLiteral("--name"), saved->name);
     entered.formalName = c.args.options.value(QStringLiteral("--formal"), saved->formalName);
-    QString changed;
-    if (!optionIn(c, QStringLiteral("--kind"), saved->kind, entered.kind)
-        || !optionIn(c, QStringLiteral("--changed"), saved->changed ? QStringLiteral("1") : QStringLiteral("0"), changed))
-        return ExitFailure;
-    entered.changed = changed == u"1";
+    entered.kind = c.args.options.value(QStringLiteral("--kind"), saved->kind);
+    entered.changed = c.args.has(QStringLiteral("--changed")) ? c.args.option(QStringLiteral("--changed")) == u"1" : saved->changed;
     return exitCodeOf(master.update(c.prompt, DocumentMaster::Mode::Edit, *saved, entered));
 }
 
 int docsDelete(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     DocumentMaster master(AppState::cn(), styleOf(c));
     const QString code = c.args.option(QStringLiteral("--code"));
     if (code.toInt() >= 70 && !master.document(code)) {
@@ -103,8 +72,6 @@ int docsDelete(Context &c)
 
 int dictGet(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     const QString text = preambleText(AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")));
     if (text.isEmpty()) {
         c.prompt.plain(QStringLiteral("データ指定の確認"), QStringLiteral("この文章形式に規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc"))));
@@ -162,8 +129,6 @@ std::optional<ClauseSource> readPreambleSource(Context &c, const QString &path)
 
 int dictPut(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     const std::optional<ClauseSource> source = readPreambleSource(c, c.args.words.value(0));
     if (!source)
         return ExitStopped;
@@ -174,15 +139,21 @@ int dictPut(Context &c)
 
 void addDictCommands(QList<Command> &commands)
 {
-    commands << companyCommand({kDict, kDocs, QStringLiteral("list")}, QStringLiteral("--style S"), 0, 0, docsList, false);
+    const Option code = required(QStringLiteral("--code"), QStringLiteral("NN"));
+    const Option name = optional(QStringLiteral("--name"), QStringLiteral("NAME"));
+    const Option formal = optional(QStringLiteral("--formal"), QStringLiteral("NAME"));
+    const Option kind = optional(QStringLiteral("--kind"), QStringLiteral("KIND"), {QStringLiteral("1"), QStringLiteral("2")});
+    commands << companyCommand({kDict, kDocs, QStringLiteral("list")}, {requiredStyle()}, {}, 0, 0, docsList, false);
     commands << companyCommand({kDict, kDocs, QStringLiteral("add")},
-                               QStringLiteral("--style S --code NN --name NAME [--formal NAME] [--kind 1|2]"), 0, 0, docsAdd, false);
+                               {requiredStyle(), code, required(QStringLiteral("--name"), QStringLiteral("NAME")), formal, kind}, {}, 0, 0, docsAdd,
+                               false);
     commands << companyCommand({kDict, kDocs, QStringLiteral("edit")},
-                               QStringLiteral("--style S --code NN [--new-code MM] [--name NAME] [--formal NAME] [--kind 1|2] [--changed 0|1]"),
-                               0, 0, docsEdit, false);
-    commands << companyCommand({kDict, kDocs, QStringLiteral("delete")}, QStringLiteral("--style S --code NN"), 0, 0, docsDelete, false);
-    commands << companyCommand({kDict, QStringLiteral("get")}, QStringLiteral("--style S --doc NN"), 0, 0, dictGet, true);
-    commands << companyCommand({kDict, QStringLiteral("put")}, QStringLiteral("--style S --doc NN FILE"), 1, 1, dictPut, true);
+                               {requiredStyle(), code, optional(QStringLiteral("--new-code"), QStringLiteral("MM")), name, formal, kind,
+                                optional(QStringLiteral("--changed"), QStringLiteral("FLAG"), {QStringLiteral("0"), QStringLiteral("1")})},
+                               {}, 0, 0, docsEdit, false);
+    commands << companyCommand({kDict, kDocs, QStringLiteral("delete")}, {requiredStyle(), code}, {}, 0, 0, docsDelete, false);
+    commands << companyCommand({kDict, QStringLiteral("get")}, {requiredStyle()}, {}, 0, 0, dictGet, true);
+    commands << companyCommand({kDict, QStringLiteral("put")}, {requiredStyle()}, QStringLiteral("FILE"), 1, 1, dictPut, true);
 }
 
 } // namespace normaris::cli

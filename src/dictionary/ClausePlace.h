@@ -18,10 +18,10 @@ struct ClausePlace {
     QString document; // 規程Code
     QStringList codes; // the place codes under the document, the clause's own Code last
 
-    // The 前文 of a document: its own Code is always "01".
+    // The 前文 of a document: the one row of its level, with the level's fixed Code.
     static ClausePlace preamble(const QString &style, const QString &document)
     {
-        return {Level::Preamble, style, document, {QStringLiteral("01")}};
+        return {Level::Preamble, style, document, {QString::fromUtf16(levelInfo(Level::Preamble).fixedCode)}};
     }
 
     QString table() const { return dictionaryTable(level); }
