@@ -4,6 +4,7 @@
 #include "dictionary/DictionaryMessages.h"
 #include "dictionary/SegmentRecord.h"
 
+#include <QRegularExpression>
 #include <QSqlQuery>
 
 namespace normaris::dictionary {
@@ -12,6 +13,18 @@ namespace {
 
 const QChar kStar = u'★';
 const QChar kWhiteStar = u'☆';
+
+// A segment that is exactly one marker stands for a word (語句) or a setting (基本語句).
+QString segmentKindOf(const QString &text)
+{
+    static const QRegularExpression word(QStringLiteral("^★[0-9]{4}★$"));
+    static const QRegularExpression basic(QStringLiteral("^☆[0-9]{4}☆$"));
+    if (word.match(text).hasMatch())
+        return SegmentKind::Word;
+    if (basic.match(text).hasMatch())
+        return SegmentKind::BasicWord;
+    return SegmentKind::Text;
+}
 
 } // namespace
 
@@ -24,7 +37,8 @@ void InlineSegmentEditor::open()
 {
     texts = Texts();
     breaks = Breaks();
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 選択フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+    m_loadedChanged = {};
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                     .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                           m_place.whereValues());
     m_rowCount = 0;
@@ -36,6 +50,7 @@ void InlineSegmentEditor::open()
         if (k > 0)
             breaks[k - 1] = q.value(0).toBool();
         m_loadedSelectFlag = q.value(2).toBool();
+        m_loadedChanged[k] = q.value(3).toBool();
     }
     remember();
 }
@@ -71,9 +86,9 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
             changed = changed || texts[k] != m_loadedValue[k];
         const QStringList keys = m_place.keyColumns();
         QStringList marks;
-        for (qsizetype i = 0; i < keys.size() + 6; ++i)
+        for (qsizetype i = 0; i < keys.size() + 7; ++i)
             marks << QStringLiteral("?");
-        const QString insert = QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ) VALUES (%4)")
+        const QString insert = QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
                                    .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", ")));
         int counter = 0;
         bool earlierFilled = false;
@@ -85,9 +100,11 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
             const QString join = count > 1 ? QString::number(counter) : QStringLiteral("0");
             const bool lineBreak = k > 0 && earlierFilled && breaks[k - 1];
             earlierFilled = true;
+            // An unchanged clause keeps the flag of the row at the place; the kind is read
+            // off the text as the dictionary's text sources have it.
             execSql(m_db, insert,
-                    m_place.whereValues() + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar), changed,
-                                                         m_loadedSelectFlag});
+                    m_place.whereValues() + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar),
+                                                         changed || m_loadedChanged[counter - 1], m_loadedSelectFlag, segmentKindOf(text)});
             // While in use, no marker may appear in, or vanish from, a segment.
             if (inUse
                 && (text.contains(kStar) != m_loadedStar[k] || text.contains(kWhiteStar) != m_loadedWhiteStar[k])) {

@@ -43,6 +43,7 @@ private:
     Texts m_loadedValue;
     std::array<bool, kSegments> m_loadedStar {};
     std::array<bool, kSegments> m_loadedWhiteStar {};
+    std::array<bool, kSegments> m_loadedChanged {}; // 変更フラグ of each row as read
     bool m_loadedSelectFlag = false;
     int m_rowCount = 0;
 };

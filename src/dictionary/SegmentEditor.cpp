@@ -50,19 +50,21 @@ bool SegmentEditor::open(Prompt &prompt)
 void SegmentEditor::load(bool fillWorkTables)
 {
     m_segments = Segments();
-    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                        .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     m_rowCount = 0;
     QList<QVariantList> read;
     while (rows.next())
-        read << QVariantList{rows.value(0), rows.value(1), rows.value(2), rows.value(3)};
+        read << QVariantList{rows.value(0), rows.value(1), rows.value(2), rows.value(3), rows.value(4)};
     m_rowCount = int(read.size());
+    m_loadedChanged = {};
     for (int k = 0; k < kSegments && k < m_rowCount; ++k) {
         const QVariantList &row = read[k];
         SegmentRecord &s = m_segments[k];
         // The stepping stops on the last row shown: its 選択フラグ is kept for the chain.
         m_loadedSelectFlag = row[3].toBool();
+        m_loadedChanged[k] = row[4].toBool();
         if (k > 0)
             s.lineBreak = row[0].toBool();
         const QString stored = row[1].toString();
@@ -243,7 +245,8 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
         marks << QStringLiteral("?");
     execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
                       .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
-            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text, changed, m_loadedSelectFlag, s.kind});
+            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text,
+                                                 changed || m_loadedChanged[joinCounter - 1], m_loadedSelectFlag, s.kind});
     if (s.kind != SegmentKind::Word)
         return;
     QSqlQuery after = execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),

@@ -60,15 +60,17 @@ class DictCliTest : public QObject {
         f.write(text.toUtf8());
         return path;
     }
-    int rowsOf76()
+    // The rows of a document, table by table.
+    QString rowsOf(const QString &code)
     {
         const QString file = m_root + QStringLiteral("/Data/甲/甲.sqlite");
-        int rows = 0;
+        QStringList counts;
         for (const char *table : {"規程", "前文", "施行日", "変数テーブル語句", "作成データ補助～条", "作成データ補助項～"}) {
             const QString column = QString::fromUtf8(table) == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
-            rows += test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '76'").arg(QString::fromUtf8(table), column)).toInt();
+            counts << QString::fromUtf8(table) + u'='
+                    + test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code)).toString();
         }
-        return rows;
+        return counts.join(u' ');
     }
 
 private slots:
@@ -108,9 +110,12 @@ private slots:
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("編集制限: 使用中のデータがあるため、分割の数を変更できません。\n"));
 
+        const QString composed = rowsOf(QStringLiteral("75"));
+        QVERIFY2(composed.startsWith(QStringLiteral("規程=1 前文=2 施行日=1 変数テーブル語句=0 作成データ補助～条=")), qPrintable(composed));
         r = dict(QStringList{"dict", "docs", "edit"} + company + QStringList{"--code", "75", "--new-code", "76"});
         QCOMPARE(r.status, 0);
-        QCOMPARE(rowsOf76(), 1 + 2 + 1 + 0 + 2 + 0);
+        QCOMPARE(rowsOf(QStringLiteral("76")), composed);
+        QCOMPARE(rowsOf(QStringLiteral("75")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
 
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
         QCOMPARE(r.status, 1);
@@ -118,7 +123,7 @@ private slots:
         QCOMPARE(dict(QStringList{"docs", "remove"} + company + QStringList{"--doc", "76"}).status, 0);
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
         QCOMPARE(r.status, 0);
-        QCOMPARE(rowsOf76(), 0);
+        QCOMPARE(rowsOf(QStringLiteral("76")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
 
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "01"});
         QCOMPARE(r.status, 1);
@@ -136,7 +141,7 @@ private slots:
         QTest::newRow("duplicate") << QStringList{"dict", "docs", "add", "--code", "80", "--name", "x"} << "入力エラー: Codeが重複しています。\n";
         QTest::newRow("too long") << QStringList{"dict", "docs", "add", "--code", "81", "--name", QString(41, u'規')}
                                   << "入力のエラー: 項目の長さ(82)が制限(80)を越えています。 ･･･表示名称\n";
-        QTest::newRow("no name") << QStringList{"dict", "docs", "add", "--code", "81"} << "入力エラー: 未入力は許されません。･･･表示名称\n";
+        QTest::newRow("no name") << QStringList{"dict", "docs", "add", "--code", "81", "--name", ""} << "入力エラー: 未入力は許されません。･･･表示名称\n";
         QTest::newRow("standard renumbered") << QStringList{"dict", "docs", "edit", "--code", "01", "--new-code", "02"}
                                              << "入力エラー: 01～69は変更できません。･･･Code\n";
     }

@@ -297,6 +297,7 @@ private slots:
     {
         addParagraph(m_db, kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("本文"));
         insertRow(m_db, QStringLiteral("施行日"), {kStyle, QStringLiteral("75"), QStringLiteral("2026-04-01")});
+        addComposition(m_db, QStringLiteral("作成データ補助項～"), kStyle, QStringLiteral("75"), QStringLiteral("4"));
         // The last table of the cascade refuses: everything before it must come back.
         execSql(m_db, QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'no'); END"));
         m_prompt.answer({true});
@@ -334,7 +335,7 @@ private slots:
         QCOMPARE(editor.update(m_prompt), Outcome::Done);
         QCOMPARE(preambleRows(QStringLiteral("75")), rows);
         // The editor shows what it wrote.
-        QCOMPARE(editor.rowCount(), rows.size());
+        QCOMPARE(editor.rowCount(), int(rows.size()));
     }
 
     void segmentProtections_data()
