@@ -23,7 +23,7 @@
 
 namespace normaris {
 
-using dictionary::SegmentKind;
+namespace SegmentKind = dictionary::SegmentKind;
 using dictionary::SegmentRecord;
 
 frmDic02_2::frmDic02_2(QWidget *parent)
