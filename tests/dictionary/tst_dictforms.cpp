@@ -40,24 +40,30 @@ struct Step {
 };
 
 // Runs start, which opens the first modal form, and plays each step on the modal form
-// that comes up next, in order. A form out of turn ends the flow.
+// that comes up next, in order. A step runs from a timer of its own, so that a step
+// that opens a further modal form leaves the watch free to play the next one. A form
+// out of turn, or one left open for twenty seconds, ends the flow.
 int play(const std::function<void()> &start, const QList<Step> &steps)
 {
     int played = 0;
     QPointer<QWidget> last;
+    QElapsedTimer clock;
+    clock.start();
     QTimer timer;
     timer.setInterval(5);
     QObject::connect(&timer, &QTimer::timeout, [&] {
         auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || form == last)
+        if (!form || (form == last && clock.elapsed() < 20000))
             return;
-        if (played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
+        if (form == last || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
             qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
             form->done(QDialog::Rejected);
             return;
         }
         last = form;
-        steps[played++].act(form);
+        clock.restart();
+        const auto act = steps[played++].act;
+        QTimer::singleShot(0, form, [act, form] { act(form); });
     });
     timer.start();
     start();

@@ -194,7 +194,7 @@ private slots:
     void codeChangeCarriesEverything()
     {
         addDocument(kOther, QStringLiteral("75"));
-        addParagraph(m_db, kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("期間は★0012★とし◆0952◆による"));
+        addParagraph(m_db, kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("期間は★0012★とし◆0001◆に従う"));
         addParagraph(m_db, kOther, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("期間は★0013★です"));
         addWord(m_db, QStringLiteral("0012"), QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("4"));
         addWord(m_db, QStringLiteral("0013"), QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("4"));
