@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -63,6 +64,9 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     names->addWidget(m_article, 3, 1);
     names->addWidget(m_articleCode, 3, 2);
     outer->addLayout(names);
+    // Chapter and article titles of up to 80 bytes show whole.
+    showBytes(m_chapter, 80);
+    showBytes(m_article, 80);
     m_chapter->installEventFilter(this);
     m_article->installEventFilter(this);
     connect(m_chapter, &QComboBox::currentIndexChanged, this, [this] {
@@ -142,7 +146,14 @@ bool frmGokusentakuSub::fillArticles()
 
 bool frmGokusentakuSub::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn) {
+    // A list is filled when the user (or a message sending the user) moves to it; the
+    // focus that comes back when its own list closes, or with the window after a box,
+    // keeps the choice just made.
+    const auto userMove = [event] {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+    };
+    if (event->type() == QEvent::FocusIn && userMove()) {
         if (watched == m_chapter)
             fillChapters();
         else if (watched == m_article)
