@@ -6,6 +6,7 @@
 #include "FormSession.h"
 #include "composition/forms/frmMakesentaku.h"
 #include "composition/forms/frmMakesentakuSub.h"
+#include "composition/forms/frmMakesentakuSub2.h"
 #include "export/forms/frmExport.h"
 #include "rulebase/forms/frmBackup.h"
 #include "rulebase/forms/frmDBSakujyo.h"
@@ -45,7 +46,7 @@ namespace {
 using Factory = std::function<QDialog *()>;
 
 // The dialogs with a help page, made as their callers make them.
-const QList<std::pair<QString, Factory>> &dialogs()
+const QList<std::pair<QString, Factory>> &dialogTable()
 {
     static const QList<std::pair<QString, Factory>> list = {
         {QStringLiteral("会社指定"), [] { return new frmDBSentaku; }},
@@ -137,8 +138,8 @@ private slots:
     void dialogs_data()
     {
         QTest::addColumn<int>("index");
-        for (int i = 0; i < dialogs().size(); ++i)
-            QTest::newRow(qPrintable(dialogs()[i].first)) << i;
+        for (int i = 0; i < dialogTable().size(); ++i)
+            QTest::newRow(qPrintable(dialogTable()[i].first)) << i;
     }
 
     // Each dialog: its own title, F1 opens its help page, and every mnemonic of its
@@ -146,7 +147,7 @@ private slots:
     void dialogs()
     {
         QFETCH(int, index);
-        const auto &[title, make] = ::dialogs()[index];
+        const auto &[title, make] = dialogTable()[index];
         std::unique_ptr<QDialog> dialog(make());
         dialog->show();
         QCOMPARE(dialog->windowTitle(), title);
@@ -270,7 +271,9 @@ private slots:
         QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則"));
 
         m_session->prompt.answer({true});
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+        const QPoint first = list->visualItemRect(list->item(0)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, first);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, first);
         QCOMPARE(scalar(AppState::cn(), rowsOf01).toInt(), 0);
         QVERIFY(list->findItems(QStringLiteral("就業規則"), Qt::MatchExactly).isEmpty());
     }
@@ -342,6 +345,32 @@ private slots:
         find<QPushButton>(&dates, QStringLiteral("cmdUpdate"))->click();
         QVERIFY(!find<QPushButton>(&dates, QStringLiteral("cmdEdit"))->isHidden());
         QCOMPARE(dates.sizeHint().width(), width);
+    }
+
+    // NORMARIS_SCREENSHOT_DIR=DIR: each dialog at its own size and maximised, as PNG files
+    // for a person to look at.
+    void screenshots()
+    {
+        const QString folder = qEnvironmentVariable("NORMARIS_SCREENSHOT_DIR");
+        if (folder.isEmpty())
+            QSKIP("NORMARIS_SCREENSHOT_DIR is not set");
+        QList<std::pair<QString, Factory>> all = dialogTable();
+        all << std::pair{QStringLiteral("項以下の設定"), Factory([] {
+                   AppState &state = AppState::instance();
+                   state.ParagraphPanelActive = true;
+                   state.CurShoCode = QStringLiteral("03");
+                   state.CurJoCode = QStringLiteral("0011");
+                   return static_cast<QDialog *>(new frmMakesentakuSub2);
+               })};
+        for (int i = 0; i < all.size(); ++i) {
+            std::unique_ptr<QDialog> dialog(all[i].second());
+            dialog->show();
+            QTest::qWait(50);
+            dialog->grab().save(QStringLiteral("%1/%2-%3.png").arg(folder).arg(i, 2, 10, QChar(u'0')).arg(dialog->objectName()));
+            dialog->showMaximized();
+            QTest::qWait(50);
+            dialog->grab().save(QStringLiteral("%1/%2-%3-max.png").arg(folder).arg(i, 2, 10, QChar(u'0')).arg(dialog->objectName()));
+        }
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <QWidget>
 
 namespace normaris {
 

@@ -146,18 +146,24 @@ bool frmGokusentakuSub::fillArticles()
 
 bool frmGokusentakuSub::eventFilter(QObject *watched, QEvent *event)
 {
-    // A list is filled when the user (or a message sending the user) moves to it; the
-    // focus that comes back when its own list closes, or with the window after a box,
-    // keeps the choice just made.
-    const auto userMove = [event] {
-        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
-    };
-    if (event->type() == QEvent::FocusIn && userMove()) {
+    if (event->type() != QEvent::FocusIn)
+        return QDialog::eventFilter(watched, event);
+    // A list is filled when the user (or a message sending the user) moves to it. The focus
+    // that comes back as the list closes, or with the window after a box or another program,
+    // keeps the choice just made; only the window's first focus fills the empty 章 list.
+    switch (static_cast<QFocusEvent *>(event)->reason()) {
+    case Qt::PopupFocusReason:
+        break;
+    case Qt::ActiveWindowFocusReason:
+        if (watched == m_chapter && m_chapter->count() == 0)
+            fillChapters();
+        break;
+    default:
         if (watched == m_chapter)
             fillChapters();
         else if (watched == m_article)
             fillArticles();
+        break;
     }
     return QDialog::eventFilter(watched, event);
 }
