@@ -11,6 +11,8 @@ packages=(
   fonts-ipafont-mincho fonts-ipafont-gothic
   # the tests read produced documents back: .docx to PDF, PDF to text and images
   libreoffice-writer-nogui poppler-utils
+  # Qt's own texts (text box menus, file dialogs) in Japanese
+  qt6-translations-l10n
 )
 
 missing=()

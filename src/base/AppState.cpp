@@ -43,6 +43,7 @@ void AppState::reset()
     AppPath.clear();
     KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = ArticlePanelActive = ParagraphPanelActive = false;
     CurRowIndex = 0;
+    ArticlePanelRow = ParagraphPanelRow = -1;
     m_companyPanel = NoCompanyPrompt;
     m_commandVisible.fill(false);
     emit changed();

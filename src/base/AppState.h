@@ -61,6 +61,10 @@ public:
     // The selected panel row (from 0) and the level to add, handed to the add and release forms.
     int CurRowIndex = 0;
     QString AddShubetsu;
+    // The row each panel was left from for an add, a release or the panel below (-1: none):
+    // the rebuilt panel comes back at that row rather than at its top.
+    int ArticlePanelRow = -1;
+    int ParagraphPanelRow = -1;
 
     QString companyPanel() const { return m_companyPanel; }
     bool isCompanyOpen() const { return m_companyPanel != NoCompanyPrompt; }

@@ -44,10 +44,9 @@ int docsChange(Context &c, bool add)
         c.prompt.error(QStringLiteral("データ指定の確認"), QStringLiteral("処理するデータを指定してください。"));
         return ExitStopped;
     }
-    if (add)
-        list.addToList(styleOf(c), document);
-    else
-        list.removeFromList(styleOf(c), document);
+    if (!add)
+        return exitCodeOf(list.takeOffList(styleOf(c), document, c.prompt));
+    list.addToList(styleOf(c), document);
     return ExitDone;
 }
 

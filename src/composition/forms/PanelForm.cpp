@@ -17,6 +17,8 @@ PanelForm::PanelForm(const PanelFormKind &kind, QWidget *parent) : QDialog(paren
 {
     setObjectName(QString::fromUtf8(kind.objectName));
     setWindowTitle(QString::fromUtf8(kind.caption));
+    // The panel grows with the window, so the window may be maximised.
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
     auto *outer = new QVBoxLayout(this);
     m_headings = new QGridLayout;
     m_headings->setColumnStretch(1, 1);
@@ -50,11 +52,18 @@ void PanelForm::load()
         fillHeadings();
         build(readRows());
         state.CurRowIndex = 0;
+        // Back from an add, a release or the panel below: at the row the user acted on.
+        if (m_panel && state.*m_kind.actedRow >= 0) {
+            m_panel->bringBack(state.*m_kind.actedRow);
+            state.CurRowIndex = m_panel->selectedRow();
+        }
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));
     }
     adjustSize();
     placeOverMainWindow(this);
+    if (m_panel)
+        m_panel->setFocus();
 }
 
 void PanelForm::addHeading(const QString &objectName, const QString &caption, const QString &value)
@@ -124,12 +133,15 @@ void PanelForm::handOver(const PanelRow &row, const PanelDecision &d)
     for (int k = 0; k < 6; ++k)
         *codes[k] = row.codes.value(k);
     state.CurRowIndex = m_panel->selectedRow();
+    state.*m_kind.actedRow = m_panel->selectedRow();
     state.CurShubetsu = levelCode(d.current);
     state.AddShubetsu = d.release || d.kind != PanelDecision::Kind::Confirm ? QString()
                         : d.firstParagraph                                   ? QStringLiteral("0")
                                                                              : levelCode(d.added);
     using CompositionFlow::Form;
     const Form next = d.kind == PanelDecision::Kind::OpenParagraphs ? Form::ParagraphPanel : d.release ? Form::Release : Form::Add;
+    if (next == Form::ParagraphPanel)
+        state.ParagraphPanelRow = -1; // the 項 of another 条 start at their top
     state.*m_kind.flag = false;
     CompositionFlow::handOver(next);
     accept();

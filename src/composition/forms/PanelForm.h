@@ -24,7 +24,8 @@ struct PanelFormKind {
     const char *objectName;
     const char *caption;
     bool AppState::*flag;              // builds at load only when set
-    int visibleRows;                   // rows on view before the scroll bar appears
+    int AppState::*actedRow;           // the row to come back to when rebuilt
+    int visibleRows;                   // rows on view at the form's own size
     bool paragraphLevels;              // the levels of the 項 panel
     const char *emptyLabel;            // objectName of "※データがありません"
     CompositionFlow::Form closesTo;    // shown again by 閉じる

@@ -5,7 +5,7 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kArticlePanel = {"frmMakesentakuSub", "条までの設定", &AppState::ArticlePanelActive, 20, false,
+const PanelFormKind kArticlePanel = {"frmMakesentakuSub", "条までの設定", &AppState::ArticlePanelActive, &AppState::ArticlePanelRow, 20, false,
                                      "Label4", CompositionFlow::Form::None};
 }
 

@@ -8,7 +8,7 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, 19, true,
+const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, &AppState::ParagraphPanelRow, 19, true,
                                        "Label4_1", CompositionFlow::Form::ArticlePanel};
 }
 

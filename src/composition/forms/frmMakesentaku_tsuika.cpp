@@ -109,6 +109,8 @@ frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent) : QDialog(parent),
         buttons->addWidget(b);
     }
     outer->addLayout(buttons);
+    // Enter on the chosen stock adds it.
+    m_add->setDefault(true);
     connect(m_add, &QPushButton::clicked, this, &frmMakesentaku_tsuika::add);
     connect(close, &QPushButton::clicked, this, &frmMakesentaku_tsuika::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
