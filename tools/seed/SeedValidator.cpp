@@ -86,7 +86,7 @@ QList<Marker> markersIn(const QString &text)
 // agreement; its dates come from the effective date (☆0030☆) or from a blank word instead.
 const QRegularExpression &calendarDatePattern()
 {
-    static const QRegularExpression p(QStringLiteral("(令和|平成|昭和)[0-9０-９元]+年|[0-9０-９]+年[0-9０-９]+月[0-9０-９]+日|同年[0-9０-９]+月[0-9０-９]+日"));
+    static const QRegularExpression p(QStringLiteral("(令和|平成|昭和)?[0-9０-９元]+年[0-9０-９]+月[0-9０-９]+日|同年[0-9０-９]+月[0-9０-９]+日|(令和|平成|昭和)[0-9０-９元]+年"));
     return p;
 }
 
