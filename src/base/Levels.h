@@ -24,19 +24,26 @@ struct LevelInfo {
     int firstUserCode;            // the user's own codes run from here to the width's last
     bool segmented;               // text kept as a chain of segments (結合, 改行, 結合種別)
     const char16_t *panelActions; // the 作成データ選択肢 codes the row panels offer at a row of the level
+    const char16_t *keyColumn;    // the column that holds the level's code in the rows below it ("" if none)
+    const char16_t *duplicateName; // the import's duplicate-code message names the level so on its second line
+    const char16_t *holderKind;   // the 種別 of a word or reference row that the import looks for in this table
+    bool unselectedOnImport;      // an imported row starts with 選択フラグ off
 };
 
 // In document order: 規程, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ, then the closing row.
+// Two import columns keep the program's long-standing wording and behaviour: the
+// duplicate message of 章 and 条 names 項 on its second line, and イ～ネ looks for
+// holders of 種別 6, so that a word row of 種別 7 is never counted as used.
 inline constexpr std::array<LevelInfo, 9> kLevels = {{
-    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4"},
-    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3"},
-    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3"},
-    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5"},
-    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5"},
-    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5"},
-    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u""},
+    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4", u"規程Code", u"規則・規程・労使協定", u"", true},
+    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3", u"", u"前文", u"", false},
+    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3", u"章Code", u"項", u"", false},
+    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5", u"条Code", u"項", u"", false},
+    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5", u"項Code", u"項", u"4", false},
+    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5", u"号Code", u"号", u"5", false},
+    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6", u"号の細分丸Code", u"①～⑳", u"6", false},
+    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6", u"号の細分イロハCode", u"イ～ネ", u"6", false},
+    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u"", u"", u"", u"", false},
 }};
 
 // The row of a level. Every Level value has one.
