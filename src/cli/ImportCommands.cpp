@@ -23,10 +23,6 @@ const std::array<QString, kImportLevels.size()> kLevelOptions = {
 bool placeFromOptions(Context &c, ImportPlace &place)
 {
     place.style = c.args.option(QStringLiteral("--style"));
-    if (place.style != QStringLiteral("1") && place.style != QStringLiteral("2")) {
-        c.prompt.error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
-        return false;
-    }
     const auto deepest = std::find_if(kLevelOptions.rbegin(), kLevelOptions.rend(), [&c](const QString &o) { return c.args.has(o); });
     const int depth = int(kLevelOptions.rend() - deepest) - 1;
     for (int i = 0; i <= depth; ++i) {
@@ -65,10 +61,6 @@ int importCommand(Context &c)
     ImportPlace place;
     if (!placeFromOptions(c, place))
         return ExitStopped;
-    if (!c.args.has(QStringLiteral("--from"))) {
-        c.prompt.plain(QStringLiteral("会社指定の確認"), QStringLiteral("処理する会社を指定してください。"));
-        return ExitStopped;
-    }
     const Outcome opened = SourceCompany::open(c.prompt, c.layout, c.args.option(QStringLiteral("--from")));
     if (opened != Outcome::Done)
         return exitCodeOf(opened);
@@ -84,10 +76,15 @@ int importCommand(Context &c)
 
 void addImportCommands(QList<Command> &commands)
 {
-    commands << companyCommand({QStringLiteral("import")},
-                               QStringLiteral("--from SOURCE --style S --doc NN [--chapter C [--article A [--paragraph P "
-                                              "[--item I [--maru M [--iroha R]]]]]]"),
-                               0, 0, importCommand, false);
+    // The deepest place given is the level; every place above it must be given too.
+    QList<Option> options = {required(QStringLiteral("--from"), QStringLiteral("SOURCE")), requiredStyle(),
+                             required(kLevelOptions[0], QStringLiteral("NN"))};
+    const QString values[] = {QStringLiteral("C"), QStringLiteral("A"), QStringLiteral("P"), QStringLiteral("I"),
+                              QStringLiteral("M"), QStringLiteral("R")};
+    for (size_t i = 1; i < kLevelOptions.size(); ++i)
+        options << optional(kLevelOptions[i], values[i - 1]);
+    // Not needsDocument: the document is the source's, and the current company may lack it.
+    commands << companyCommand({QStringLiteral("import")}, options, {}, 0, 0, importCommand, false);
 }
 
 } // namespace normaris::cli
