@@ -190,6 +190,7 @@ QList<Command> allCommands()
     addComposeCommands(commands);
     addExportCommands(commands);
     addDictCommands(commands);
+    addImportCommands(commands);
     return commands;
 }
 

@@ -3,6 +3,7 @@
 #include "composition/forms/frmMakesentaku.h"
 #include "dictionary/forms/frmDicsentaku.h"
 #include "export/forms/frmExport.h"
+#include "import/forms/frmCopy01.h"
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
 #include "rulebase/forms/frmDBSentaku.h"
@@ -111,6 +112,7 @@ void frmMain01::buildCommands()
     m_factories[1] = [](QWidget *parent) -> QDialog * { return new frmMakesentaku(parent); };
     m_factories[2] = [](QWidget *parent) -> QDialog * { return new frmExport(parent); };
     m_factories[3] = [](QWidget *parent) -> QDialog * { return new frmDicsentaku(parent); };
+    m_factories[4] = [](QWidget *parent) -> QDialog * { return new frmCopy01(parent); };
 }
 
 void frmMain01::buildStatusBar()
