@@ -84,6 +84,7 @@ QList<Command> allCommands()
     addSettingsCommands(commands);
     addComposeCommands(commands);
     addExportCommands(commands);
+    addVersionCommands(commands);
     return commands;
 }
 

@@ -54,6 +54,7 @@ void addCompanyCommands(QList<Command> &commands);
 void addSettingsCommands(QList<Command> &commands);
 void addComposeCommands(QList<Command> &commands);
 void addExportCommands(QList<Command> &commands);
+void addVersionCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output goes to out, boxes to err.
 int run(const QStringList &args, const QString &programDir, std::FILE *out, std::FILE *err);
