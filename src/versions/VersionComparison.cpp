@@ -1,6 +1,7 @@
 #include "versions/VersionComparison.h"
 
 #include <QHash>
+#include <QRegularExpression>
 
 namespace normaris {
 
@@ -38,6 +39,29 @@ QString clauseKey(const PrintedRow &row) { return levelCode(row.level) + u':' + 
 
 bool continuesChain(const PrintedRow &row) { return !row.segment.isEmpty() && row.segment != u"1"; }
 
+// The numbers of the articles and chapters that moved: old label → new label.
+using Moves = QHash<QString, QString>;
+
+// The old text with every citation of a moved article or chapter read under its
+// new number: a clause whose text differs only so has not changed. A number
+// after 法 or 令 cites a law, not this document, and stays.
+QString withMovedCitations(const QString &text, const Moves &moves)
+{
+    if (moves.isEmpty() || !text.contains(u'第'))
+        return text;
+    static const QRegularExpression citation(QStringLiteral("第[０-９0-9]+[条章]"));
+    QString out;
+    qsizetype from = 0;
+    for (const QRegularExpressionMatch &m : citation.globalMatch(text)) {
+        const qsizetype at = m.capturedStart();
+        const bool law = at > 0 && (text[at - 1] == u'法' || text[at - 1] == u'令');
+        out += text.mid(from, at - from);
+        out += law ? m.captured() : moves.value(m.captured(), m.captured());
+        from = m.capturedEnd();
+    }
+    return out + text.mid(from);
+}
+
 QList<Unit> unitsOf(const PrintedRows &rows)
 {
     QList<Unit> units;
@@ -70,14 +94,19 @@ QList<Unit> unitsOf(const PrintedRows &rows)
     return units;
 }
 
-bool sameText(const Unit &a, const Unit &b)
+bool sameClauseText(const QString &newer, const QString &older, const Moves &moves)
 {
-    if (a.heading.has_value() != b.heading.has_value() || (a.heading && a.heading->text != b.heading->text))
+    return newer == older || newer == withMovedCitations(older, moves);
+}
+
+bool sameText(const Unit &newer, const Unit &older, const Moves &moves)
+{
+    if (newer.heading.has_value() != older.heading.has_value() || (newer.heading && newer.heading->text != older.heading->text))
         return false;
-    if (a.clauses.size() != b.clauses.size())
+    if (newer.clauses.size() != older.clauses.size())
         return false;
-    for (qsizetype i = 0; i < a.clauses.size(); ++i)
-        if (a.clauses[i].key != b.clauses[i].key || a.clauses[i].text != b.clauses[i].text)
+    for (qsizetype i = 0; i < newer.clauses.size(); ++i)
+        if (newer.clauses[i].key != older.clauses[i].key || !sameClauseText(newer.clauses[i].text, older.clauses[i].text, moves))
             return false;
     return true;
 }
@@ -122,7 +151,7 @@ ComparisonEntry removedEntry(const Unit &unit)
 
 // Both sides of a changed unit: the heading always, then the clauses that
 // changed, came or went, each side in its own order.
-ComparisonEntry changedEntry(const Unit &newer, const Unit &older)
+ComparisonEntry changedEntry(const Unit &newer, const Unit &older, const Moves &moves)
 {
     ComparisonEntry entry;
     if (newer.heading && older.heading) {
@@ -139,14 +168,14 @@ ComparisonEntry changedEntry(const Unit &newer, const Unit &older)
         const auto other = older.clauseAt.constFind(c.key);
         if (other == older.clauseAt.cend())
             entry.newer.lines << wholeLine(c, true);
-        else if (older.clauses[*other].text != c.text)
+        else if (!sameClauseText(c.text, older.clauses[*other].text, moves))
             entry.newer.lines << diffLines(c, older.clauses[*other]).first;
     }
     for (const Clause &c : older.clauses) {
         const auto other = newer.clauseAt.constFind(c.key);
         if (other == newer.clauseAt.cend())
             entry.older.lines << wholeLine(c, true);
-        else if (newer.clauses[*other].text != c.text)
+        else if (!sameClauseText(newer.clauses[*other].text, c.text, moves))
             entry.older.lines << diffLines(newer.clauses[*other], c).second;
     }
     return entry;
@@ -174,8 +203,13 @@ ComparisonTable compareVersions(const Version &older, const Version &newer)
     for (qsizetype i = 0; i < oldUnits.size(); ++i)
         oldAt.insert(oldUnits[i].key, i);
     QSet<QString> newKeys;
-    for (const Unit &u : newUnits)
+    Moves moves;
+    for (const Unit &u : newUnits) {
         newKeys.insert(u.key);
+        const auto found = oldAt.constFind(u.key);
+        if (found != oldAt.cend() && u.heading && oldUnits[*found].heading && u.heading->label != oldUnits[*found].heading->label)
+            moves.insert(oldUnits[*found].heading->label, u.heading->label);
+    }
 
     // A removed unit stands where it stood: before the first kept unit that came after it.
     qsizetype swept = 0;
@@ -193,8 +227,8 @@ ComparisonTable compareVersions(const Version &older, const Version &newer)
         sweepRemovedUpTo(*found);
         swept = qMax(swept, *found + 1);
         const Unit &before = oldUnits[*found];
-        if (!sameText(unit, before))
-            table.entries << changedEntry(unit, before);
+        if (!sameText(unit, before, moves))
+            table.entries << changedEntry(unit, before, moves);
         else if (unit.heading && before.heading && unit.heading->label != before.heading->label)
             table.renumbered << Renumbering{before.heading->label, unit.heading->label, unit.heading->text};
     }
