@@ -75,7 +75,7 @@ QByteArray documentRelationsXml(bool withFooter)
 {
     QList<Relation> relations{{"styles", "styles.xml"}, {"settings", "settings.xml"}};
     if (withFooter)
-        relations.append({"footer", "footer1.xml"});
+        relations.append(Relation{"footer", "footer1.xml"});
     return relationsXml(relations);
 }
 

@@ -77,6 +77,27 @@ void markEdits(QStringView a, QStringView b, bool *aChanged, bool *bChanged)
     }
 }
 
+// A run of changes with the same character just before it as at its end can be
+// read one place earlier: "休[日及び休]暇" is "[休日及び]休暇". Runs are moved as far
+// to the front as they go, where a reader expects an inserted phrase to begin.
+void slideToFront(QStringView text, QList<bool> &mask)
+{
+    for (qsizetype end = 0; end < mask.size();) {
+        if (!mask[end]) {
+            ++end;
+            continue;
+        }
+        qsizetype start = end;
+        while (end < mask.size() && mask[end])
+            ++end;
+        while (start > 0 && !mask[start - 1] && text[start - 1] == text[end - 1]) {
+            mask[--start] = true;
+            mask[--end] = false;
+        }
+        ++end;
+    }
+}
+
 } // namespace
 
 CharacterDiff CharacterDiff::of(const QString &oldText, const QString &newText)
@@ -88,6 +109,8 @@ CharacterDiff CharacterDiff::of(const QString &oldText, const QString &newText)
     const QStringView a = QStringView(oldText).mid(w.prefix, oldText.size() - w.prefix - w.suffix);
     const QStringView b = QStringView(newText).mid(w.prefix, newText.size() - w.prefix - w.suffix);
     markEdits(a, b, diff.oldChanged.data() + w.prefix, diff.newChanged.data() + w.prefix);
+    slideToFront(oldText, diff.oldChanged);
+    slideToFront(newText, diff.newChanged);
     return diff;
 }
 
