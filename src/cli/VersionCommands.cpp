@@ -13,15 +13,6 @@ namespace {
 
 const QString kVersions = QStringLiteral("versions");
 
-bool checkStyle(Context &c)
-{
-    const QString style = c.args.option(QStringLiteral("--style"));
-    if (style == u"1" || style == u"2")
-        return true;
-    c.prompt.error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
-    return false;
-}
-
 // A version number given as --name N; nothing when the option is absent. False
 // after a message when it is not a number.
 bool versionOption(Context &c, const QString &name, std::optional<qint64> &value)
@@ -41,8 +32,6 @@ bool versionOption(Context &c, const QString &name, std::optional<qint64> &value
 // One line a version: number, moment of printing, latest effective date.
 int versionsList(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     const QList<VersionHeader> versions =
         VersionStore(AppState::cn()).list(c.args.option(QStringLiteral("--style")), c.args.option(QStringLiteral("--doc")));
     for (const VersionHeader &v : versions)
@@ -54,12 +43,8 @@ int versionsList(Context &c)
 int versionsDelete(Context &c)
 {
     std::optional<qint64> id;
-    if (!checkStyle(c) || !versionOption(c, QStringLiteral("--version"), id))
+    if (!versionOption(c, QStringLiteral("--version"), id) || !id)
         return ExitStopped;
-    if (!id) {
-        c.prompt.error(ComparisonExport::kTitle, QStringLiteral("--version で削除する版を指定してください。"));
-        return ExitStopped;
-    }
     VersionStore store(AppState::cn());
     const std::optional<VersionHeader> found = store.header(*id);
     if (!found || found->style != c.args.option(QStringLiteral("--style")) || found->document != c.args.option(QStringLiteral("--doc"))) {
@@ -77,14 +62,9 @@ int versionsDelete(Context &c)
 int compare(Context &c)
 {
     ComparisonRequest request;
-    if (!checkStyle(c) || !versionOption(c, QStringLiteral("--old"), request.older)
-        || !versionOption(c, QStringLiteral("--new"), request.newer))
+    if (!versionOption(c, QStringLiteral("--old"), request.older) || !versionOption(c, QStringLiteral("--new"), request.newer))
         return ExitStopped;
     const QString out = c.args.option(QStringLiteral("--out"));
-    if (out.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルを指定してください。"));
-        return ExitFailure;
-    }
     request.style = c.args.option(QStringLiteral("--style"));
     request.document = c.args.option(QStringLiteral("--doc"));
     request.company = c.args.option(QStringLiteral("--company"));
@@ -95,12 +75,13 @@ int compare(Context &c)
 
 void addVersionCommands(QList<Command> &commands)
 {
-    commands << companyCommand({kVersions, QStringLiteral("list")}, QStringLiteral("--style S --doc CODE"), 0, 0, versionsList, true);
-    commands << companyCommand({kVersions, QStringLiteral("delete")}, QStringLiteral("--style S --doc CODE --version V"), 0, 0,
-                               versionsDelete, true);
+    commands << companyCommand({kVersions, QStringLiteral("list")}, {requiredStyle()}, {}, 0, 0, versionsList, true);
+    commands << companyCommand({kVersions, QStringLiteral("delete")}, {requiredStyle(), required(QStringLiteral("--version"), QStringLiteral("V"))},
+                               {}, 0, 0, versionsDelete, true);
     commands << companyCommand({QStringLiteral("compare")},
-                               QStringLiteral("--style S --doc CODE [--old V] [--new V] --out FILE.docx [--text FILE.txt]"), 0, 0,
-                               compare, true);
+                               {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
+                                required(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+                               {}, 0, 0, compare, true);
 }
 
 } // namespace normaris::cli
