@@ -191,6 +191,7 @@ QList<Command> allCommands()
     addExportCommands(commands);
     addDictCommands(commands);
     addImportCommands(commands);
+    addVersionCommands(commands);
     return commands;
 }
 
