@@ -7,6 +7,7 @@
 // company" compares with it. The data connection `cn` is open exactly when a
 // company is.
 
+#include "base/Levels.h"
 #include <QObject>
 #include <QSqlDatabase>
 #include <QString>
@@ -42,7 +43,7 @@ public:
     QString CurGouCode;
     QString CurMaruCode;
     QString CurIrohaCode;
-    QString CurShubetsu;
+    Level CurShubetsu = Level::Document; // the level of the selected panel row
 
     // True while 基本設定 is open from the export console: its update then warns that
     // the work data must be made again.
@@ -56,9 +57,11 @@ public:
     // every form that hands over to a panel sets it first.
     bool ArticlePanelActive = false;
     bool ParagraphPanelActive = false;
-    // The selected panel row (from 0) and the level to add, handed to the add and release forms.
+    // The selected panel row (from 0) and the level to add (a new first 項 apart),
+    // handed to the add and release forms.
     int CurRowIndex = 0;
-    QString AddShubetsu;
+    Level AddShubetsu = Level::Document;
+    bool AddFirstParagraph = false;
 
     QString companyPanel() const { return m_companyPanel; }
     bool isCompanyOpen() const { return m_companyPanel != NoCompanyPrompt; }
