@@ -11,7 +11,7 @@
 #include <QObject>
 #include <QSqlDatabase>
 #include <QString>
-#include <array>
+#include <optional>
 
 namespace normaris {
 
@@ -24,11 +24,11 @@ class AppState : public QObject {
 public:
     static AppState &instance();
 
-    // Which of the five main commands stay on view when a step closes the company.
-    enum class CommandsOnClose {
-        HideAll,        // the main window's own close
-        HideFirstFour,  // backup and optimisation leave 他社データ取込 on view
-        LeaveAsTheyAre, // creating from the open company closes it and touches nothing else
+    // Why a step closed the open company: the main window decides from it what to show.
+    enum class ClosedBy {
+        MainWindow,  // the main window's own close, or the opening of another company
+        Maintenance, // a backup or an optimisation of the open company
+        Copying,     // a new company made from the open one
     };
 
     QString AppPath;
@@ -70,14 +70,14 @@ public:
     // The connection to the open company (invalid when none is open).
     static QSqlDatabase cn();
 
-    // Record the company whose connection has just been opened, and show the commands.
+    // Record the company whose connection has just been opened.
     void markCompanyOpen(const QString &name);
-    // Close `cn`, record that no company is open, and hide commands as told.
-    void closeCompany(CommandsOnClose commands);
+    // Close `cn`, and record that no company is open and why.
+    void closeCompany(ClosedBy why);
+    // Why the company was last closed; nothing while one is open, at start and after reset.
+    std::optional<ClosedBy> lastClose() const { return m_lastClose; }
 
-    bool commandVisible(int index) const { return m_commandVisible.at(index); }
-
-    // Back to the state at start: no company, commands hidden. Closes `cn`.
+    // Back to the state at start: no company. Closes `cn`.
     void reset();
 
 signals:
@@ -86,7 +86,7 @@ signals:
 private:
     AppState() = default;
     QString m_companyPanel = NoCompanyPrompt;
-    std::array<bool, 5> m_commandVisible {};
+    std::optional<ClosedBy> m_lastClose;
 };
 
 } // namespace normaris
