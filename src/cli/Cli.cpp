@@ -190,6 +190,8 @@ QList<Command> allCommands()
     addComposeCommands(commands);
     addExportCommands(commands);
     addDictCommands(commands);
+    addImportCommands(commands);
+    addVersionCommands(commands);
     return commands;
 }
 

@@ -121,7 +121,7 @@ int frmDicsentakuSub::chosenLevel() const
 void frmDicsentakuSub::showLevel()
 {
     const int level = chosenLevel();
-    AppState::instance().CurShubetsu = QString::number(level + 1);
+    AppState::instance().CurShubetsu = Level(level + 1);
     // Level i shows the pickers of the levels above it; they keep their text.
     for (int i = 0; i < kPickers; ++i) {
         m_pickers[i]->setVisible(i < level);
