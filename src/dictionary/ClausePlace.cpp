@@ -41,7 +41,8 @@ bool ClausePlace::isComposed(QSqlDatabase db) const
         values << codes.value(i);
     }
     return scalar(db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(table, where.join(QStringLiteral(" AND "))), values)
-               .toInt() > 0;
+               .toInt()
+           > 0;
 }
 
 QVariantList ClausePlace::whereValues() const

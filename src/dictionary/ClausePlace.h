@@ -14,8 +14,8 @@ namespace normaris::dictionary {
 
 struct ClausePlace {
     Level level = Level::Preamble;
-    QString style;    // 文章形式Code
-    QString document; // 規程Code
+    QString style;     // 文章形式Code
+    QString document;  // 規程Code
     QStringList codes; // the place codes under the document, the clause's own Code last
 
     // The 前文 of a document: the one row of its level, with the level's fixed Code.

@@ -169,8 +169,7 @@ QString preambleText(QSqlDatabase db, const QString &style, const QString &docum
     out += QStringLiteral("正式名称 ") + doc->formalName + u'\n';
     out += QStringLiteral("文章種別 ") + doc->kind + u'\n';
     out += QStringLiteral("前文\n");
-    QSqlQuery rows = execSql(db, QStringLiteral("SELECT 改行, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                                     .arg(place.textColumn(), place.table(), place.whereSql()),
+    QSqlQuery rows = execSql(db, QStringLiteral("SELECT 改行, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(place.textColumn(), place.table(), place.whereSql()),
                              place.whereValues());
     QString clauseText;
     while (rows.next()) {
@@ -186,7 +185,7 @@ QString preambleText(QSqlDatabase db, const QString &style, const QString &docum
             continue;
         const QString caption = words.value(1).toString();
         out += QStringLiteral("語句 ") + code + u' ' + (caption.isEmpty() ? kNoCaption : caption) + QStringLiteral(" = ")
-            + words.value(2).toString() + u'\n';
+               + words.value(2).toString() + u'\n';
     }
     return out;
 }

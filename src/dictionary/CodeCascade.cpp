@@ -18,8 +18,8 @@ struct VariableTable {
     int levelOrdinal; // 種別
 };
 
-constexpr VariableTable kWords {u"変数テーブル語句", u'★', 3, 11};
-constexpr VariableTable kReferences {u"変数テーブル番号", u'◆', 2, 10};
+constexpr VariableTable kWords{u"変数テーブル語句", u'★', 3, 11};
+constexpr VariableTable kReferences{u"変数テーブル番号", u'◆', 2, 10};
 // Where the target of a reference stands in 変数テーブル番号: 変換参照■規程Code and on,
 // and its level (変換参照■種別).
 constexpr int kTargetOrdinal = 11;
@@ -64,8 +64,7 @@ bool clauseHolds(QSqlDatabase db, const QString &style, const QSqlRecord &row, i
         where << (i == depth - 1 ? QStringLiteral("Code") : placeColumns()[i]) + QStringLiteral(" = ?");
         values << row.value(placeOrdinal + 1 + i).toString();
     }
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)")
-                                  .arg(textColumn(level), dictionaryTable(level), where.join(QStringLiteral(" AND "))),
+    QSqlQuery q = execSql(db, QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(textColumn(level), dictionaryTable(level), where.join(QStringLiteral(" AND "))),
                           values);
     // Every row of the clause's chain is its text.
     while (q.next()) {

@@ -63,7 +63,9 @@ std::optional<DocumentRecord> DocumentMaster::document(const QString &code) cons
 bool DocumentMaster::hasPreamble(const QString &code) const
 {
     return scalar(m_db, QStringLiteral("SELECT count(*) FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"),
-                  {m_style, code}).toInt() > 0;
+                  {m_style, code})
+               .toInt()
+           > 0;
 }
 
 bool DocumentMaster::hasRows() const
@@ -118,7 +120,7 @@ bool DocumentMaster::checkName(Prompt &prompt, const QString &name)
 bool DocumentMaster::checkFormalName(Prompt &prompt, const QString &formalName)
 {
     return checkNoControl(prompt, formalName, kFormalNameLabel)
-        && CheckRequiredField(prompt, formalName, kNameLimit, false, kFormalNameLabel);
+           && CheckRequiredField(prompt, formalName, kNameLimit, false, kFormalNameLabel);
 }
 
 Outcome DocumentMaster::update(Prompt &prompt, Mode mode, const DocumentRecord &saved, const DocumentRecord &entered)
@@ -136,7 +138,7 @@ Outcome DocumentMaster::update(Prompt &prompt, Mode mode, const DocumentRecord &
     DocumentRecord row = entered;
     if (!row.changed) {
         row.changed = saved.name.isEmpty() || saved.name != row.name || saved.formalName.isEmpty()
-            || saved.formalName != row.formalName;
+                      || saved.formalName != row.formalName;
     }
     // The checks read the table that the step writes: they run inside its transaction.
     return runRefusableTransaction(prompt, m_db, [&] {
@@ -171,8 +173,10 @@ Outcome DocumentMaster::remove(Prompt &prompt, const QString &code)
         // A document of the user's own keeps its composition while it is off the list,
         // for when it comes back; only a document on the list counts as in use.
         const bool inUse = doc->selected
-            && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
-                      {m_style, code}).toInt() > 0;
+                           && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
+                                     {m_style, code})
+                                      .toInt()
+                                  > 0;
         if (inUse) {
             prompt.error(kDeleteLimitTitle, QStringLiteral("作成データとして使用中なので削除できません。"));
             return false;

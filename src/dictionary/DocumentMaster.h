@@ -15,16 +15,17 @@ namespace normaris::dictionary {
 
 struct DocumentRecord {
     QString code;
-    QString name;       // 規程 (表示名称)
-    bool changed = false;  // 変更フラグ
-    QString formalName; // 正式名称
-    bool selected = false; // 選択フラグ
+    QString name;                       // 規程 (表示名称)
+    bool changed = false;               // 変更フラグ
+    QString formalName;                 // 正式名称
+    bool selected = false;              // 選択フラグ
     QString kind = QStringLiteral("1"); // 文章種別: 1 規則・規程, 2 協約・協定
 };
 
 class DocumentMaster {
 public:
-    enum class Mode { Add, Edit };
+    enum class Mode { Add,
+                      Edit };
 
     DocumentMaster(QSqlDatabase db, QString style) : m_db(std::move(db)), m_style(std::move(style)) {}
 

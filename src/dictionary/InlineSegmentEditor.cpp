@@ -38,8 +38,7 @@ void InlineSegmentEditor::open()
     texts = Texts();
     breaks = Breaks();
     m_loadedChanged = {};
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                                    .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                           m_place.whereValues());
     m_rowCount = 0;
     while (q.next()) {
@@ -103,8 +102,7 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
             // An unchanged clause keeps the flag of the row at the place; the kind is read
             // off the text as the dictionary's text sources have it.
             execSql(m_db, insert,
-                    m_place.whereValues() + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar),
-                                                         changed || m_loadedChanged[counter - 1], m_loadedSelectFlag, segmentKindOf(text)});
+                    m_place.whereValues() + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar), changed || m_loadedChanged[counter - 1], m_loadedSelectFlag, segmentKindOf(text)});
             // While in use, no marker may appear in, or vanish from, a segment.
             if (inUse
                 && (text.contains(kStar) != m_loadedStar[k] || text.contains(kWhiteStar) != m_loadedWhiteStar[k])) {
@@ -115,8 +113,7 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
         open();
         // Word positions: this editor writes the row's 変数語句 where the segment editor
         // writes its 結合.
-        QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 変数語句, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                                           .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+        QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 変数語句, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                                  m_place.whereValues());
         QList<std::pair<QString, QString>> clause;
         while (rows.next())

@@ -23,7 +23,7 @@ public:
     // Reads the first seven rows of the clause; rows past them are not read.
     void open();
     Texts texts;
-    Breaks breaks {};
+    Breaks breaks{};
     const Texts &loadedTexts() const { return m_loadedValue; }
     bool selectFlag() const { return m_loadedSelectFlag; }
     int rowCount() const { return m_rowCount; }
@@ -41,9 +41,9 @@ private:
     ClausePlace m_place;
     QString m_documentKind;
     Texts m_loadedValue;
-    std::array<bool, kSegments> m_loadedStar {};
-    std::array<bool, kSegments> m_loadedWhiteStar {};
-    std::array<bool, kSegments> m_loadedChanged {}; // 変更フラグ of each row as read
+    std::array<bool, kSegments> m_loadedStar{};
+    std::array<bool, kSegments> m_loadedWhiteStar{};
+    std::array<bool, kSegments> m_loadedChanged{}; // 変更フラグ of each row as read
     bool m_loadedSelectFlag = false;
     int m_rowCount = 0;
 };

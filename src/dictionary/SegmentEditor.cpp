@@ -50,8 +50,7 @@ bool SegmentEditor::open(Prompt &prompt)
 void SegmentEditor::load(bool fillWorkTables)
 {
     m_segments = Segments();
-    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                                       .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     m_rowCount = 0;
     QList<QVariantList> read;
@@ -84,8 +83,7 @@ void SegmentEditor::load(bool fillWorkTables)
             if (found.size() == 1) {
                 if (fillWorkTables) {
                     for (const QString &table : {kWordsBefore, kWordsAfter})
-                        execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 選択フラグ) SELECT %2, 0 FROM 変数テーブル語句 WHERE ID = ?")
-                                          .arg(table, kWordColumns),
+                        execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 選択フラグ) SELECT %2, 0 FROM 変数テーブル語句 WHERE ID = ?").arg(table, kWordColumns),
                                 {found[0].first});
                 }
                 s.word = found[0].second;
@@ -243,10 +241,8 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
     QStringList marks;
     for (qsizetype i = 0; i < keys.size() + 7; ++i)
         marks << QStringLiteral("?");
-    execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
-                      .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
-            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text,
-                                                 changed || m_loadedChanged[joinCounter - 1], m_loadedSelectFlag, s.kind});
+    execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)").arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
+            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text, changed || m_loadedChanged[joinCounter - 1], m_loadedSelectFlag, s.kind});
     if (s.kind != SegmentKind::Word)
         return;
     QSqlQuery after = execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
@@ -265,8 +261,7 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
 
 void SegmentEditor::setWordPositions()
 {
-    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                                       .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     QList<std::pair<QString, QString>> clause;
     while (rows.next())

@@ -65,8 +65,8 @@ private:
     std::array<QString, kSegments> m_loadedKind;
     std::array<QString, kSegments> m_loadedValue;
     std::array<QString, kSegments> m_loadedWord;
-    std::array<bool, kSegments> m_loadedBreak {};
-    std::array<bool, kSegments> m_loadedChanged {}; // 変更フラグ of each row as last read
+    std::array<bool, kSegments> m_loadedBreak{};
+    std::array<bool, kSegments> m_loadedChanged{}; // 変更フラグ of each row as last read
     bool m_loadedSelectFlag = false;
     int m_rowCount = 0;
 };

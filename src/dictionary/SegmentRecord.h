@@ -16,10 +16,10 @@ inline const QString BasicWord = QStringLiteral("3"); // 基本語句
 
 struct SegmentRecord {
     QString kind = SegmentKind::Text;
-    QString text;      // the free text of a 文章 segment (Text1)
-    QString code;      // the code of a 語句 or 基本語句 segment (Label8)
-    QString word;      // the word of a 語句 segment (Label6)
-    bool hasValue = false; // the mark "既" (true) or "未" (false) of a 語句 or 基本語句
+    QString text;           // the free text of a 文章 segment (Text1)
+    QString code;           // the code of a 語句 or 基本語句 segment (Label8)
+    QString word;           // the word of a 語句 segment (Label6)
+    bool hasValue = false;  // the mark "既" (true) or "未" (false) of a 語句 or 基本語句
     bool lineBreak = false; // 改行 before the segment (Check1 of the gap above it)
 
     bool isEmpty() const { return text.isEmpty() && code.isEmpty(); }

@@ -68,7 +68,7 @@ class DictCliTest : public QObject {
         for (const char *table : {"規程", "前文", "施行日", "変数テーブル語句", "作成データ補助～条", "作成データ補助項～"}) {
             const QString column = QString::fromUtf8(table) == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
             counts << QString::fromUtf8(table) + u'='
-                    + test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code)).toString();
+                          + test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code)).toString();
         }
         return counts.join(u' ');
     }
@@ -160,9 +160,12 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("message");
-        QTest::newRow("unknown line") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n何か\n" << "読込エラー: bad.txt:5: ";
-        QTest::newRow("other document") << "文章形式 1\n規程 02 賃金規程\n前文\n= 甲\n" << "読込エラー: bad.txt:2: 規程のCodeが --doc と違います\n";
-        QTest::newRow("a chapter") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n章 01 総則\n" << "読込エラー: bad.txt:5: 書き込めるのは前文一つだけです\n";
+        QTest::newRow("unknown line") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n何か\n"
+                                      << "読込エラー: bad.txt:5: ";
+        QTest::newRow("other document") << "文章形式 1\n規程 02 賃金規程\n前文\n= 甲\n"
+                                        << "読込エラー: bad.txt:2: 規程のCodeが --doc と違います\n";
+        QTest::newRow("a chapter") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n章 01 総則\n"
+                                   << "読込エラー: bad.txt:5: 書き込めるのは前文一つだけです\n";
         QTest::newRow("eight segments") << "文章形式 1\n規程 01 就業規則\n前文\n= 1\n= 2\n= 3\n= 4\n= 5\n= 6\n= 7\n= 8\n"
                                         << "読込エラー: bad.txt:3: この文章の分割は7までです\n";
     }

@@ -23,7 +23,8 @@ using namespace normaris::test;
 
 namespace {
 
-template <class T> T *find(QWidget *form, const QString &name)
+template<class T>
+T *find(QWidget *form, const QString &name)
 {
     auto *w = form->findChild<T *>(name);
     if (!w)

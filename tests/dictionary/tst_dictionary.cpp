@@ -29,14 +29,12 @@ int count(QSqlDatabase db, const QString &sql, const QVariantList &binds = {}) {
 // A clause 項 of one row at 章 01, 条 0001 of a document.
 void addParagraph(QSqlDatabase db, const QString &style, const QString &doc, const QString &code, const QString &text)
 {
-    insertRow(db, QStringLiteral("項"), {style, doc, QStringLiteral("01"), QStringLiteral("0001"), code, text, QStringLiteral("0"), 0,
-                                         QStringLiteral("0"), 0, 0, 0, 0, QStringLiteral("0")});
+    insertRow(db, QStringLiteral("項"), {style, doc, QStringLiteral("01"), QStringLiteral("0001"), code, text, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, 0, QStringLiteral("0")});
 }
 
 void addWord(QSqlDatabase db, const QString &code, const QString &doc, const QString &kou, const QString &level)
 {
-    insertRow(db, QStringLiteral("変数テーブル語句"), {code, QStringLiteral("語") + code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou,
-                                                     QString(), QString(), QString(), QString(), level, QStringLiteral("見出し"), 0});
+    insertRow(db, QStringLiteral("変数テーブル語句"), {code, QStringLiteral("語") + code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou, QString(), QString(), QString(), QString(), level, QStringLiteral("見出し"), 0});
 }
 
 // A reference ◆code◆ standing in 項 kou of doc, pointing at 項 targetKou of target.
@@ -50,8 +48,7 @@ void addReference(QSqlDatabase db, const QString &code, const QString &doc, cons
 
 void addComposition(QSqlDatabase db, const QString &table, const QString &style, const QString &doc, const QString &level)
 {
-    insertRow(db, table, {1, level, doc, 1, QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(),
-                          QString(), QStringLiteral("x"), 0, 0, 0, style, QString()});
+    insertRow(db, table, {1, level, doc, 1, QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(), QStringLiteral("x"), 0, 0, 0, style, QString()});
 }
 
 } // namespace
@@ -93,8 +90,7 @@ class DictionaryTest : public QObject {
                               {style, doc});
         QStringList rows;
         while (q.next())
-            rows << QStringLiteral("%1|%2|%3|%4|%5").arg(q.value(0).toString(), q.value(1).toString(), q.value(2).toString(),
-                                                         q.value(3).toString(), q.value(4).toString());
+            rows << QStringLiteral("%1|%2|%3|%4|%5").arg(q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), q.value(3).toString(), q.value(4).toString());
         return rows;
     }
 
@@ -125,15 +121,29 @@ private slots:
         QTest::newRow("99 passes") << false << QString() << "99" << QString() << "99";
         QTest::newRow("100 refused") << false << QString() << "100" << range << "100";
         QTest::newRow("standard code refused on add") << false << QString() << "01" << range << "01";
-        QTest::newRow("duplicate") << false << QString() << "75" << "入力エラー: Codeが重複しています。" << "75";
-        QTest::newRow("empty with rows") << false << QString() << "" << "入力エラー: 未入力は許されません。･･･Code" << "";
+        QTest::newRow("duplicate") << false << QString() << "75"
+                                   << "入力エラー: Codeが重複しています。"
+                                   << "75";
+        QTest::newRow("empty with rows") << false << QString() << ""
+                                         << "入力エラー: 未入力は許されません。･･･Code"
+                                         << "";
         QTest::newRow("quote") << false << QString() << "7'" << range << "7'";
-        QTest::newRow("standard code kept") << true << "01" << "01" << QString() << "01";
-        QTest::newRow("standard code changed goes back") << true << "01" << "02" << "入力エラー: 01～69は変更できません。･･･Code" << "01";
-        QTest::newRow("own code kept") << true << "75" << "75" << QString() << "75";
-        QTest::newRow("own code to a free one") << true << "75" << "76" << QString() << "76";
-        QTest::newRow("own code below 70") << true << "75" << "69" << range << "69";
-        QTest::newRow("own code onto a taken one") << true << "76" << "75" << "入力エラー: Codeが重複しています。" << "75";
+        QTest::newRow("standard code kept") << true << "01"
+                                            << "01" << QString() << "01";
+        QTest::newRow("standard code changed goes back") << true << "01"
+                                                         << "02"
+                                                         << "入力エラー: 01～69は変更できません。･･･Code"
+                                                         << "01";
+        QTest::newRow("own code kept") << true << "75"
+                                       << "75" << QString() << "75";
+        QTest::newRow("own code to a free one") << true << "75"
+                                                << "76" << QString() << "76";
+        QTest::newRow("own code below 70") << true << "75"
+                                           << "69" << range << "69";
+        QTest::newRow("own code onto a taken one") << true << "76"
+                                                   << "75"
+                                                   << "入力エラー: Codeが重複しています。"
+                                                   << "75";
     }
     void codeCheck()
     {
@@ -407,8 +417,7 @@ private slots:
         QFETCH(QString, result);
         writeTwoSegments();
         addWord(m_db, QStringLiteral("0007"), QStringLiteral("75"), QString(), QStringLiteral("10"));
-        insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("3"), 0,
-                                                 QStringLiteral("★0007★"), 1, 1, 0, QStringLiteral("1")});
+        insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("3"), 0, QStringLiteral("★0007★"), 1, 1, 0, QStringLiteral("1")});
         SegmentEditor editor(m_db, ClausePlace::preamble(kStyle, QStringLiteral("75")), QStringLiteral("1"));
         QVERIFY(editor.open(m_prompt));
         QCOMPARE(editor.segments()[2].word, QStringLiteral("語0007"));
@@ -433,9 +442,7 @@ private slots:
     {
         addWord(m_db, QStringLiteral("0007"), QStringLiteral("75"), QString(), QStringLiteral("10"));
         for (int i = 1; i <= 4; ++i)
-            insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QString::number(i), 0,
-                                                     i == 4 ? QStringLiteral("★0007★") : QStringLiteral("文"), i == 4, 1, 0,
-                                                     i == 4 ? QStringLiteral("1") : QStringLiteral("0")});
+            insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QString::number(i), 0, i == 4 ? QStringLiteral("★0007★") : QStringLiteral("文"), i == 4, 1, 0, i == 4 ? QStringLiteral("1") : QStringLiteral("0")});
         SegmentEditor editor(m_db, ClausePlace::preamble(kStyle, QStringLiteral("75")), QStringLiteral("1"));
         QVERIFY(!editor.open(m_prompt));
         QCOMPARE(m_prompt.shown().size(), 1);

@@ -5,7 +5,6 @@
 
 namespace normaris {
 
-
 struct PreambleHeading {
     QString style;    // 文章形式 of CurBunshoKeishikiCode
     QString document; // the name of CurKiteiCode

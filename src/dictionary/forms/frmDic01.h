@@ -52,14 +52,14 @@ private:
 
     QTableView *m_grid = nullptr;
     QStandardItemModel *m_model = nullptr;
-    std::array<QLineEdit *, 3> m_fields {};
+    std::array<QLineEdit *, 3> m_fields{};
     QCheckBox *m_changed = nullptr;
     QCheckBox *m_selected = nullptr;
-    std::array<QRadioButton *, 2> m_kind {};
+    std::array<QRadioButton *, 2> m_kind{};
     QLabel *m_status = nullptr;
     QLabel *m_preambleMark = nullptr;
     QPushButton *m_add = nullptr, *m_edit = nullptr, *m_update = nullptr, *m_cancel = nullptr, *m_delete = nullptr, *m_close = nullptr;
-    std::array<QPushButton *, 4> m_moves {};
+    std::array<QPushButton *, 4> m_moves{};
     QPushButton *m_preamble = nullptr;
 };
 

@@ -24,8 +24,8 @@ private:
     void save();
 
     dictionary::InlineSegmentEditor m_editor;
-    std::array<QLineEdit *, dictionary::InlineSegmentEditor::kSegments> m_texts {};
-    std::array<QCheckBox *, dictionary::InlineSegmentEditor::kSegments - 1> m_breaks {};
+    std::array<QLineEdit *, dictionary::InlineSegmentEditor::kSegments> m_texts{};
+    std::array<QCheckBox *, dictionary::InlineSegmentEditor::kSegments - 1> m_breaks{};
     QCheckBox *m_changed = nullptr;
     QCheckBox *m_selected = nullptr;
 };

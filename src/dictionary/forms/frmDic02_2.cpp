@@ -144,7 +144,8 @@ void frmDic02_2::showRow(int k)
     r.wordLabel->setVisible(s.kind == SegmentKind::Word);
     r.code->setText(s.code);
     r.wordLabel->setText(s.word);
-    r.mark->setText(text ? QString() : s.hasValue ? QStringLiteral("既") : QStringLiteral("未"));
+    r.mark->setText(text ? QString() : s.hasValue ? QStringLiteral("既")
+                                                  : QStringLiteral("未"));
     r.mark->setStyleSheet(s.hasValue ? QStringLiteral("color: blue") : QStringLiteral("color: red"));
     if (k > 0)
         m_rows[k - 1].lineBreak->setChecked(s.lineBreak);

@@ -46,7 +46,7 @@ private:
     void closeForm();
 
     dictionary::SegmentEditor m_editor;
-    std::array<Row, kSegments> m_rows {};
+    std::array<Row, kSegments> m_rows{};
     bool m_armed = false;
 };
 

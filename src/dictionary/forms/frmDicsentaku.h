@@ -15,7 +15,7 @@ public:
 private:
     void next();
 
-    QRadioButton *m_style[2] {};
+    QRadioButton *m_style[2]{};
 };
 
 } // namespace normaris

@@ -39,10 +39,10 @@ private:
     void clearPosition();
     QString boundCode(int i) const;
 
-    std::array<QRadioButton *, kLevels> m_levels {};
-    std::array<QComboBox *, kPickers> m_pickers {};
-    std::array<QLabel *, kPickers> m_codes {};
-    std::array<QLabel *, kPickers> m_captions {};
+    std::array<QRadioButton *, kLevels> m_levels{};
+    std::array<QComboBox *, kPickers> m_pickers{};
+    std::array<QLabel *, kPickers> m_codes{};
+    std::array<QLabel *, kPickers> m_captions{};
     QLabel *m_codeHeading = nullptr;
     QLabel *m_hint = nullptr;
     QPushButton *m_next = nullptr;
