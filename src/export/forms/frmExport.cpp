@@ -14,6 +14,7 @@
 #include <QButtonGroup>
 #include <QEvent>
 #include <QFile>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -88,14 +89,24 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     options2->addWidget(m_coverFrame);
     options2->addWidget(m_numberFrame);
     left->addLayout(options2);
-    left->addWidget(m_filingFrame);
     m_listLabel = new QLabel(QStringLiteral("指定してください"), this);
     m_listLabel->setObjectName(QStringLiteral("Label1"));
-    left->addWidget(m_listLabel);
+    // The two lists and the filing frame take turns in one place, and what a kind hides
+    // keeps its room, so that the console keeps its layout whatever the kind.
+    auto *lists = new QGridLayout;
+    lists->addWidget(m_listLabel, 0, 0);
     for (int i = 0; i < 2; ++i) {
         m_lists[i] = new QListWidget(this);
         m_lists[i]->setObjectName(QStringLiteral("DataList%1").arg(i + 1));
-        left->addWidget(m_lists[i]);
+        lists->addWidget(m_lists[i], 1, 0);
+    }
+    lists->addWidget(m_filingFrame, 0, 0, 2, 1, Qt::AlignTop);
+    lists->setRowStretch(1, 1);
+    left->addLayout(lists, 1);
+    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]}) {
+        QSizePolicy policy = w->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        w->setSizePolicy(policy);
     }
 
     // The steps from top to bottom, each arrow pointing to the next.
