@@ -3,6 +3,7 @@
 #include "base/Database.h"
 #include "base/FileOps.h"
 #include "rulebase/Schema.h"
+#include "rulebase/SegmentKind.h"
 #include "seed/SeedDraft.h"
 #include "seed/SeedParser.h"
 #include "seed/SeedValidator.h"
@@ -18,18 +19,6 @@ namespace {
 const QString kConnection = QStringLiteral("normaris_seed");
 
 QString segmentJoin(int i, int n) { return n == 1 ? QStringLiteral("0") : QString::number(i + 1); }
-
-// 結合種別: a segment that is exactly one marker holds a word (1) or a basic word (3).
-QString segmentKind(const QString &text)
-{
-    static const QRegularExpression word(QStringLiteral("^★[0-9]{4}★$"));
-    static const QRegularExpression basic(QStringLiteral("^☆[0-9]{4}☆$"));
-    if (word.match(text).hasMatch())
-        return QStringLiteral("1");
-    if (basic.match(text).hasMatch())
-        return QStringLiteral("3");
-    return QStringLiteral("0");
-}
 
 bool holdsWords(const QString &text) { return text.contains(u'★') || text.contains(u'☆'); }
 bool holdsReferences(const QString &text) { return text.contains(u'◆'); }
