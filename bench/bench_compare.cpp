@@ -111,6 +111,10 @@ int main(int argc, char **argv)
         return 1;
     }
     QSqlDatabase db = AppState::cn();
+    BasicSettings settings(db);
+    QStringList values = settings.load();
+    values[0] = QStringLiteral("株式会社ベンチ");
+    settings.save(values, QStringLiteral("2"));
     for (const QString &d : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
         EffectiveDates(db, d).add(kStyle, QDate(2026, 4, 1));
         WorkDataBuild(db, prompt).build(kStyle, d);
@@ -127,9 +131,10 @@ int main(int argc, char **argv)
         outcome = ComparisonExport(db, prompt).write(request, dir.filePath(QStringLiteral("t.docx")), dir.filePath(QStringLiteral("t.txt")));
     });
     const int rows = scalar(db, QStringLiteral("SELECT count(*) FROM 改訂履歴行 WHERE 改訂履歴ID = 2")).toInt();
-    const int entries = ComparisonExport(db, prompt).table(request)->entries.size();
+    const std::optional<ComparisonTable> table = ComparisonExport(db, prompt).table(request);
+    const long long entries = table ? static_cast<long long>(table->entries.size()) : 0;
     std::printf("新旧対照表 (times of one run)\n");
-    std::printf("seed work rules (01)  %5d printed rows  %2d rows in the table  whole step %7.1f ms%s\n", rows, entries, whole,
+    std::printf("seed work rules (01)  %5d printed rows  %2lld rows in the table  whole step %7.1f ms%s\n", rows, entries, whole,
                 outcome == Outcome::Done ? "" : qUtf8Printable(QStringLiteral("  (") + prompt.m_last + u')'));
     for (const int articles : {1000, 10000, 100000}) {
         const Version older = synthetic(articles, false);

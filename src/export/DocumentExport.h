@@ -11,7 +11,8 @@ public:
     DocumentExport(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
 
     // Renders the document into docxPath, and its text record into textPath when one
-    // is given. Stopped after a check's message, with nothing written. Failed after the
+    // is given. A whole set of rules or agreement is then kept as a version of the
+    // document (VersionStore), unless it is the same as the last one. Stopped after a check's message, with nothing written. Failed after the
     // failure's own text; what was typed up to then is written all the same.
     Outcome write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
                   const QString &textPath = {});

@@ -148,6 +148,7 @@ private slots:
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("規則・規程・協定を指定してください"));
         QCOMPARE(find<QPushButton>(&entry, QStringLiteral("Command1"))->text(), QStringLiteral("次へ(&N)"));
         QCOMPARE(names(), (QStringList{QStringLiteral("就業規則"), QStringLiteral("賃金規程"), QStringLiteral("育児・介護休業規程"),
+                                      QStringLiteral("パートタイム・有期雇用労働者就業規則"), QStringLiteral("ハラスメント防止規程"),
                                       QStringLiteral("時間外労働及び休日労働に関する協定")}));
         QVERIFY(find<QListWidget>(&entry, QStringLiteral("DataList2"))->isHidden());
 
@@ -161,22 +162,22 @@ private slots:
         find<QRadioButton>(&entry, QStringLiteral("Option2_1"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストに追加する規則・規程・協定を指定してください"));
         QCOMPARE(find<QPushButton>(&entry, QStringLiteral("Command1"))->text(), QStringLiteral("更新(&U)"));
-        pick(QStringLiteral("ハラスメント防止規程"));
+        pick(QStringLiteral("賃金控除に関する協定"));
         click(&entry, QStringLiteral("Command1"));
-        QVERIFY(!names().contains(QStringLiteral("ハラスメント防止規程")));
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '05'")).toString(),
-                 QStringLiteral("1 ハラスメント防止規程"));
+        QVERIFY(!names().contains(QStringLiteral("賃金控除に関する協定")));
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '32'")).toString(),
+                 QStringLiteral("1 賃金控除に関する協定"));
 
         find<QRadioButton>(&entry, QStringLiteral("Option2_2"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストから外す規則・規程・協定を指定してください"));
-        pick(QStringLiteral("ハラスメント防止規程"));
+        pick(QStringLiteral("賃金控除に関する協定"));
         m_session->prompt.answer({true});
         click(&entry, QStringLiteral("Command1"));
-        QVERIFY(!names().contains(QStringLiteral("ハラスメント防止規程")));
+        QVERIFY(!names().contains(QStringLiteral("賃金控除に関する協定")));
         // A document of the dictionary's own loses its rows with it.
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '05'")).toInt(), 0);
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '32'")).toInt(), 0);
         QCOMPARE(m_session->prompt.lines().size(), 3);
-        QVERIFY(m_session->prompt.lines().last().startsWith(QStringLiteral("リストから外す確認: 『ハラスメント防止規程』をリストから外します。")));
+        QVERIFY(m_session->prompt.lines().last().startsWith(QStringLiteral("リストから外す確認: 『賃金控除に関する協定』をリストから外します。")));
     }
 
     void listButtonWritesTheWorkbook()
