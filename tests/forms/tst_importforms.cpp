@@ -5,6 +5,7 @@
 #include "UserEntries.h"
 #include "import/SourceCompany.h"
 #include "import/forms/frmCopy01.h"
+#include "shell/forms/frmMain01.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -89,12 +90,14 @@ private slots:
     {
         ScriptedPrompt &prompt = m_session->prompt;
         prompt.answer({true});
-        frmCopy01 first;
-        auto *list = first.findChild<QListWidget *>(QStringLiteral("List1"));
-        const int played = play([&] { first.exec(); },
+        frmMain01 main;
+        main.show();
+        QVERIFY(main.command(4)->isVisible());
+        const int played = play([&] { main.command(4)->click(); },
             {
                 {QStringLiteral("frmCopy01"), [&](QWidget *form) {
                      // By the keyboard: the list, then Enter on the default 次へ.
+                     auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
                      list->setFocus();
                      list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
                      QTest::keyClick(form, Qt::Key_Return);
