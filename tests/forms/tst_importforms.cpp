@@ -46,7 +46,8 @@ int play(const std::function<void()> &start, const QList<Step> &steps)
             return;
         }
         last = form;
-        steps[played++].act(form);
+        // Acted on after this tick, so that the form a step opens is watched in turn.
+        QTimer::singleShot(0, form, [form, act = steps[played++].act] { act(form); });
     });
     timer.start();
     start();
