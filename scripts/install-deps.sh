@@ -4,13 +4,15 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config clang-format
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite
   libsqlite3-dev sqlite3 libzip-dev libxlsxwriter-dev
   xvfb xauth unzip
   fonts-ipafont-mincho fonts-ipafont-gothic
   # the tests read produced documents back: .docx to PDF, PDF to text and images
   libreoffice-writer-nogui poppler-utils
+  # Qt's own texts (text box menus, file dialogs) in Japanese
+  qt6-translations-l10n
 )
 
 missing=()

@@ -82,7 +82,7 @@ private:
                 insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak, s.text,
                                                         holdsWords(s.text), 0, selectedInSeed(doc, c), segmentKind(s.text)});
             } else {
-                writeClauseRow(doc, c, s, join, i == 0);
+                writeClauseRow(doc, c, s, join);
             }
             writeMarkerRows(c, s.text, join);
         }
@@ -100,7 +100,7 @@ private:
         insertRow(m_db, dictionaryTable(Level::Article), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
     }
 
-    void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join, bool first)
+    void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join)
     {
         const Place &p = c.place;
         QVariantList values = {doc.style, p.kitei, p.sho, p.jo};
@@ -108,7 +108,7 @@ private:
         const int depth = int(c.level) - int(Level::Paragraph);
         for (int d = 0; d <= depth; ++d)
             values << codes[d];
-        values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
+        values << s.text << join << s.lineBreak << s.templateCode
                << holdsWords(s.text) << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
         insertRow(m_db, dictionaryTable(c.level), values);
     }

@@ -96,7 +96,7 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
 void frmCopy03::chooseLevel(int depth)
 {
     m_level = depth;
-    AppState::instance().CurShubetsu = levelCode(kImportLevels[depth]);
+    AppState::instance().CurShubetsu = kImportLevels[depth];
     for (int i = 0; i < kDepths; ++i) {
         m_captions[i]->setVisible(i <= depth);
         m_lists[i]->setVisible(i <= depth);
