@@ -5,6 +5,7 @@
 #include "UserEntries.h"
 #include "import/SourceCompany.h"
 #include "import/forms/frmCopy01.h"
+#include "shell/forms/frmMain01.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -45,7 +46,8 @@ int play(const std::function<void()> &start, const QList<Step> &steps)
             return;
         }
         last = form;
-        steps[played++].act(form);
+        // Acted on after this tick, so that the form a step opens is watched in turn.
+        QTimer::singleShot(0, form, [form, act = steps[played++].act] { act(form); });
     });
     timer.start();
     start();
@@ -89,12 +91,14 @@ private slots:
     {
         ScriptedPrompt &prompt = m_session->prompt;
         prompt.answer({true});
-        frmCopy01 first;
-        auto *list = first.findChild<QListWidget *>(QStringLiteral("List1"));
-        const int played = play([&] { first.exec(); },
+        frmMain01 main;
+        main.show();
+        QVERIFY(main.command(4)->isVisible());
+        const int played = play([&] { main.command(4)->click(); },
             {
                 {QStringLiteral("frmCopy01"), [&](QWidget *form) {
                      // By the keyboard: the list, then Enter on the default 次へ.
+                     auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
                      list->setFocus();
                      list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
                      QTest::keyClick(form, Qt::Key_Return);
