@@ -4,8 +4,12 @@
 #include "export/DocumentExport.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
+#include "pdf/PdfOutput.h"
 #include "base/Database.h"
 #include "base/AppState.h"
+
+#include <QGuiApplication>
+#include <optional>
 
 namespace normaris::cli {
 
@@ -80,8 +84,15 @@ int exportDocument(Context &c)
         return ExitFailure;
     options.showFirstParagraphNumber = numberFirst;
     const QString out = c.args.option(QStringLiteral("--out"));
-    if (out.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルを指定してください。"));
+    const QString pdf = c.args.option(QStringLiteral("--pdf"));
+    if (out.isEmpty() && pdf.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
+        return ExitFailure;
+    }
+    // The PDF is laid out with the platform's fonts: main() starts the GUI's
+    // application object (on the offscreen platform) when --pdf is given.
+    if (!pdf.isEmpty() && !qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
+        c.prompt.failure(QStringLiteral("PDF を作るにはフォントの設定が必要です。normaris-cli から --pdf を指定してください。"));
         return ExitFailure;
     }
     const bool filing = options.kind == ExportKind::Filing;
@@ -93,9 +104,12 @@ int exportDocument(Context &c)
         && scalar(AppState::cn(), QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
                   {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString() == u"2")
         options.kind = ExportKind::Agreement;
+    std::optional<PdfOutput> pdfOutput;
+    if (!pdf.isEmpty())
+        pdfOutput.emplace(pdf);
     return exitCodeOf(DocumentExport(AppState::cn(), c.prompt)
                           .write(filing ? QString() : state.CurBunshoKeishikiCode, filing ? QString() : state.CurKiteiCode, options, out,
-                                 c.args.option(QStringLiteral("--text"))));
+                                 c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr));
 }
 
 } // namespace
@@ -107,7 +121,7 @@ void addExportCommands(QList<Command> &commands)
     commands << companyCommand({QStringLiteral("substitute")}, chosen, 0, 0, runStep<SettingSubstitution>, true);
     commands << companyCommand({QStringLiteral("export")},
                                QStringLiteral("[--style S --doc CODE] [--kind rules|agreement|filing] [--cover both|cover|toc|none] "
-                                              "[--number-first show|hide] [--filing new|change] --out FILE.docx [--text FILE.txt]"),
+                                              "[--number-first show|hide] [--filing new|change] [--out FILE.docx] [--pdf FILE.pdf] [--text FILE.txt]"),
                                0, 0, exportDocument, false);
 }
 

@@ -29,6 +29,7 @@ void DocumentBody::typeRow(const CompositionRow &row)
 {
     switch (row.level) {
     case Level::Document:
+        m_typist.setParagraphStyle(Typist::ParagraphStyle::DocumentName);
         m_typist.setAlignment(Typist::Alignment::Center);
         m_typist.setBold(true);
         m_typist.setFontSize(14);
@@ -40,6 +41,7 @@ void DocumentBody::typeRow(const CompositionRow &row)
         if (isChapterless(row))
             break;
         m_typist.typeParagraph();
+        m_typist.setParagraphStyle(Typist::ParagraphStyle::Chapter);
         m_typist.setAlignment(Typist::Alignment::Center);
         m_typist.setBold(true);
         m_typist.typeText(chapterHeading(row));
@@ -47,6 +49,7 @@ void DocumentBody::typeRow(const CompositionRow &row)
         break;
     case Level::Article:
         m_typist.typeParagraph();
+        m_typist.setParagraphStyle(Typist::ParagraphStyle::Article);
         m_typist.setAlignment(Typist::Alignment::Left);
         m_typist.typeText(articleHeading(row));
         break;

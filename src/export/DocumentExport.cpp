@@ -11,6 +11,8 @@
 #include <QSaveFile>
 #include <QTemporaryFile>
 
+#include <optional>
+
 namespace normaris {
 
 namespace {
@@ -25,19 +27,26 @@ void writeText(const QString &path, const QString &text)
 } // namespace
 
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options,
-                              const QString &docxPath, const QString &textPath)
+                              const QString &docxPath, const QString &textPath, ExtraOutput *extra)
 {
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;
-    TypistPair typist(docx, text);
+    TypistPair records(docx, text);
+    std::optional<TypistPair> withExtra;
+    if (extra)
+        withExtra.emplace(records, extra->typist());
+    Typist &typist = withExtra ? static_cast<Typist &>(*withExtra) : records;
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
     if (outcome == Outcome::Stopped)
         return outcome;
     try {
-        docx.save(docxPath);
+        if (!docxPath.isEmpty())
+            docx.save(docxPath);
         if (!textPath.isEmpty())
             writeText(textPath, text.text());
+        if (extra)
+            extra->save();
     } catch (const Failure &f) {
         m_prompt.failure(f.text());
         return Outcome::Failed;

@@ -45,9 +45,11 @@ void typeParagraphs(Typist &typist, int count)
 
 void typeCover(Typist &typist, const QString &formalName, const QString &companyName)
 {
+    typist.setParagraphStyle(Typist::ParagraphStyle::Cover);
     typist.setAlignment(Typist::Alignment::Center);
     const TitleSize &size = titleSizeFor(formalName);
     typeParagraphs(typist, 10);
+    typist.setParagraphStyle(Typist::ParagraphStyle::Title);
     typist.setFontSize(size.points);
     typist.typeText(formalName);
     typist.setFontSize(Typist::kBaseSize);
@@ -62,6 +64,7 @@ void typeCover(Typist &typist, const QString &formalName, const QString &company
 
 void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, const QString &formalName)
 {
+    typist.setParagraphStyle(Typist::ParagraphStyle::ContentsTitle);
     typist.setAlignment(Typist::Alignment::Center);
     typist.setFontSize(18);
     typist.typeText(QStringLiteral("目　次"));
@@ -69,6 +72,7 @@ void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, cons
     for (const CompositionRow &row : rows) {
         switch (row.level) {
         case Level::Document:
+            typist.setParagraphStyle(Typist::ParagraphStyle::ContentsName);
             typist.setAlignment(Typist::Alignment::Left);
             typist.setFontSize(12);
             typist.typeText(formalName);
@@ -78,11 +82,13 @@ void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, cons
         case Level::Chapter:
             if (isChapterless(row))
                 break;
+            typist.setParagraphStyle(Typist::ParagraphStyle::Contents1);
             typist.setAlignment(Typist::Alignment::Left);
             typist.typeText(chapterHeading(row));
             typist.typeParagraph();
             break;
         case Level::Article:
+            typist.setParagraphStyle(Typist::ParagraphStyle::Contents2);
             typist.setAlignment(Typist::Alignment::Left);
             typist.typeText(QStringLiteral("　") + articleHeading(row));
             typist.typeParagraph();
@@ -92,6 +98,8 @@ void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, cons
         }
     }
     typist.setFontSize(Typist::kBaseSize);
+    // The break stands in a paragraph of its own after the entries, not in one.
+    typist.setParagraphStyle(Typist::ParagraphStyle::Body);
     typist.insertPageBreak();
 }
 

@@ -22,6 +22,7 @@ public:
     {
         both([&](Typist &t) { t.setCharacterUnitFirstLineIndent(characters); });
     }
+    void setParagraphStyle(ParagraphStyle style) override { both([&](Typist &t) { t.setParagraphStyle(style); }); }
 
 private:
     template<typename Call>

@@ -1,6 +1,9 @@
 #include "fileformats/DocxBody.h"
 
+#include "fileformats/DocxFormat.h"
+#include "fileformats/DocxParts.h"
 #include "fileformats/DocxXml.h"
+#include "export/ParagraphStyles.h"
 
 #include <QXmlStreamWriter>
 
@@ -8,19 +11,9 @@ namespace normaris::docx {
 
 namespace {
 
-// A colour value of the Typist (blue in the high byte) as RRGGBB.
-QString hexColor(Typist::Color color)
-{
-    const int v = static_cast<int>(color);
-    return QString::asprintf("%02X%02X%02X", v & 0xFF, (v >> 8) & 0xFF, (v >> 16) & 0xFF);
-}
-
-// Font sizes are written in half-points, within what a word processor accepts
-// (1 to 1638 pt).
-int halfPoints(double points)
-{
-    return qBound(2, qRound(points * 2), 3276);
-}
+// The instruction of the table of contents: the paragraphs of outline levels 1
+// and 2 (章 and 条), as links, without page numbers in the web view.
+const QString kContentsField = QStringLiteral("TOC \\o \"1-2\" \\h \\z \\u");
 
 // Blanks at the ends or two in a row, such as the blanks after a clause's label
 // or the indent of a continued line: where a reader may fold or drop them.
@@ -36,80 +29,30 @@ bool hasSignificantBlanks(const QString &text)
     return false;
 }
 
-// The font where it differs from the document's defaults (word/styles.xml):
-// the base font, the base size, black, neither bold nor struck through. The
-// children stand in the order the schema gives them (rFonts, b, bCs, dstrike,
-// color, sz, szCs); another order makes a word processor call the file corrupt.
-void writeFont(QXmlStreamWriter &xml, const Font &font)
+// The font a paragraph's style gives its text.
+Font styleFont(const ParagraphStyleInfo &style)
 {
-    const Font base;
-    if (font == base)
-        return;
-    xml.writeStartElement(kWordNs, QStringLiteral("rPr"));
-    if (font.name != base.name) {
-        xml.writeEmptyElement(kWordNs, QStringLiteral("rFonts"));
-        xml.writeAttribute(kWordNs, QStringLiteral("ascii"), font.name);
-        xml.writeAttribute(kWordNs, QStringLiteral("eastAsia"), font.name);
-        xml.writeAttribute(kWordNs, QStringLiteral("hAnsi"), font.name);
-    }
-    if (font.bold) {
-        xml.writeEmptyElement(kWordNs, QStringLiteral("b"));
-        xml.writeEmptyElement(kWordNs, QStringLiteral("bCs"));
-    }
-    if (font.doubleStrike)
-        xml.writeEmptyElement(kWordNs, QStringLiteral("dstrike"));
-    if (font.color != base.color)
-        writeVal(xml, QStringLiteral("color"), hexColor(font.color));
-    if (halfPoints(font.size) != halfPoints(base.size)) {
-        const QString size = QString::number(halfPoints(font.size));
-        writeVal(xml, QStringLiteral("sz"), size);
-        writeVal(xml, QStringLiteral("szCs"), size);
-    }
-    xml.writeEndElement();
+    Font font;
+    font.size = style.size;
+    font.bold = style.bold;
+    return font;
 }
 
-// The indent in characters, with the same distance in twips beside it for a
-// reader that goes by the absolute values. A hanging indent of n characters is a
-// left indent of n with the first line pulled back by n: the label stands at the
-// margin and the wrapped lines n characters in.
-void writeIndent(QXmlStreamWriter &xml, int characters)
+// In the schema's order: pStyle, keepNext, ind, jc, then the paragraph mark's
+// font. keepNext of its own is for a blank line after a heading, which must not
+// end a page where the heading's text does not follow.
+void writeParagraphProperties(QXmlStreamWriter &xml, const Paragraph &paragraph, bool keepWithNext)
 {
-    if (characters == 0)
-        return;
-    const int n = qAbs(characters);
-    const QString chars = QString::number(n * 100), twips = QString::number(n * kTwipsPerCharacter);
-    xml.writeEmptyElement(kWordNs, QStringLiteral("ind"));
-    if (characters < 0) {
-        xml.writeAttribute(kWordNs, QStringLiteral("leftChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("left"), twips);
-        xml.writeAttribute(kWordNs, QStringLiteral("hangingChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("hanging"), twips);
-    } else {
-        xml.writeAttribute(kWordNs, QStringLiteral("firstLineChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("firstLine"), twips);
-    }
-}
-
-QString alignmentValue(Typist::Alignment alignment)
-{
-    switch (alignment) {
-    case Typist::Alignment::Center:
-        return QStringLiteral("center");
-    case Typist::Alignment::Right:
-        return QStringLiteral("right");
-    case Typist::Alignment::Left:
-        break;
-    }
-    return QStringLiteral("left");
-}
-
-// In the schema's order: ind, jc, then the paragraph mark's font.
-void writeParagraphProperties(QXmlStreamWriter &xml, const Paragraph &paragraph)
-{
+    const ParagraphStyleInfo &style = paragraphStyleInfo(paragraph.style);
     xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
-    writeIndent(xml, paragraph.indent);
-    writeVal(xml, QStringLiteral("jc"), alignmentValue(paragraph.alignment));
-    writeFont(xml, paragraph.mark);
+    if (paragraph.style != Typist::ParagraphStyle::Body)
+        writeVal(xml, QStringLiteral("pStyle"), QString::fromUtf16(style.id));
+    if (keepWithNext && !style.keepWithNext)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("keepNext"));
+    writeIndent(xml, paragraph.indent, style.indent);
+    if (paragraph.alignment != style.alignment)
+        writeVal(xml, QStringLiteral("jc"), alignmentValue(paragraph.alignment));
+    writeFont(xml, paragraph.mark, styleFont(style));
     xml.writeEndElement();
 }
 
@@ -124,10 +67,10 @@ void writeText(QXmlStreamWriter &xml, const QString &text)
     xml.writeEndElement();
 }
 
-void writeRun(QXmlStreamWriter &xml, const Run &run)
+void writeRun(QXmlStreamWriter &xml, const Run &run, const Font &base)
 {
     xml.writeStartElement(kWordNs, QStringLiteral("r"));
-    writeFont(xml, run.font);
+    writeFont(xml, run.font, base, characterStyleOf(run.font.color));
     if (run.pageBreak) {
         xml.writeEmptyElement(kWordNs, QStringLiteral("br"));
         xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("page"));
@@ -144,10 +87,14 @@ void writeRun(QXmlStreamWriter &xml, const Run &run)
 
 // A4 portrait with the margins of a Japanese word processor's blank document
 // (35 mm at the top, 30 mm elsewhere), and its line grid of 18 pt that gives
-// 10.5-point text its customary line spacing.
-void writePageSetup(QXmlStreamWriter &xml)
+// 10.5-point text its customary line spacing. The footer holds the page number;
+// a document that opens with its cover shows none on that first page.
+void writePageSetup(QXmlStreamWriter &xml, bool cover)
 {
     xml.writeStartElement(kWordNs, QStringLiteral("sectPr"));
+    xml.writeEmptyElement(kWordNs, QStringLiteral("footerReference"));
+    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("default"));
+    xml.writeAttribute(kRelationshipsNs, QStringLiteral("id"), QString::fromUtf16(kFooterRelation));
     xml.writeEmptyElement(kWordNs, QStringLiteral("pgSz"));
     xml.writeAttribute(kWordNs, QStringLiteral("w"), QStringLiteral("11906"));
     xml.writeAttribute(kWordNs, QStringLiteral("h"), QStringLiteral("16838"));
@@ -161,28 +108,65 @@ void writePageSetup(QXmlStreamWriter &xml)
     xml.writeAttribute(kWordNs, QStringLiteral("gutter"), QStringLiteral("0"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("cols"));
     xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("425"));
+    if (cover)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("titlePg"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("docGrid"));
     xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("lines"));
     xml.writeAttribute(kWordNs, QStringLiteral("linePitch"), QStringLiteral("360"));
     xml.writeEndElement();
 }
 
+bool isEntry(const Paragraph &paragraph) { return paragraphStyleInfo(paragraph.style).part == DocumentPart::Entry; }
+
+bool isEmpty(const Paragraph &paragraph)
+{
+    for (const Run &run : paragraph.runs)
+        if (!run.text.isEmpty())
+            return false;
+    return true;
+}
+
 } // namespace
 
 QByteArray documentXml(const QList<Paragraph> &paragraphs)
 {
+    // The entries of the table of contents, as the renderer typed them, are the
+    // stored result of a field that a word processor can make again from the
+    // headings, with page numbers.
+    qsizetype firstEntry = -1, lastEntry = -1;
+    for (qsizetype i = 0; i < paragraphs.size(); ++i) {
+        if (isEntry(paragraphs[i]) && !isEmpty(paragraphs[i])) {
+            if (firstEntry < 0)
+                firstEntry = i;
+            lastEntry = i;
+        }
+    }
+
     QByteArray out;
     QXmlStreamWriter xml(&out);
-    startWordPart(xml, QStringLiteral("document"));
+    startPart(xml);
+    xml.writeNamespace(kWordNs, QStringLiteral("w"));
+    xml.writeNamespace(kRelationshipsNs, QStringLiteral("r"));
+    xml.writeStartElement(kWordNs, QStringLiteral("document"));
     xml.writeStartElement(kWordNs, QStringLiteral("body"));
-    for (const Paragraph &paragraph : paragraphs) {
+    bool keep = false; // the paragraph before keeps with this one
+    for (qsizetype i = 0; i < paragraphs.size(); ++i) {
+        const Paragraph &paragraph = paragraphs[i];
+        const ParagraphStyleInfo &style = paragraphStyleInfo(paragraph.style);
+        const bool blankAfterHeading = keep && isEmpty(paragraph) && paragraph.runs.isEmpty();
         xml.writeStartElement(kWordNs, QStringLiteral("p"));
-        writeParagraphProperties(xml, paragraph);
+        writeParagraphProperties(xml, paragraph, blankAfterHeading);
+        if (i == firstEntry)
+            beginField(xml, kContentsField);
+        const Font base = styleFont(style);
         for (const Run &run : paragraph.runs)
-            writeRun(xml, run);
+            writeRun(xml, run, base);
+        if (i == lastEntry)
+            endField(xml);
         xml.writeEndElement();
+        keep = style.keepWithNext || blankAfterHeading;
     }
-    writePageSetup(xml);
+    writePageSetup(xml, !paragraphs.isEmpty() && paragraphStyleInfo(paragraphs.first().style).part == DocumentPart::Cover);
     xml.writeEndDocument();
     return out;
 }

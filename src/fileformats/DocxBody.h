@@ -1,16 +1,14 @@
 #pragma once
-// The main part of a .docx, word/document.xml: the paragraphs with their runs,
-// then the page set-up (A4, the margins a Japanese word processor starts with).
+// The main part of a .docx, word/document.xml: the paragraphs in their styles
+// with what they have of their own, the table of contents as a field over its
+// entries, then the page set-up (A4, the margins a Japanese word processor starts
+// with, the footer with the page number, none on a cover).
 
 #include "fileformats/DocxModel.h"
 
 #include <QByteArray>
 
 namespace normaris::docx {
-
-// One character of the base size (10.5 pt) in twentieths of a point: the unit of
-// the character-based indents.
-inline constexpr int kTwipsPerCharacter = 210;
 
 QByteArray documentXml(const QList<Paragraph> &paragraphs);
 
