@@ -63,6 +63,11 @@ QString pdfText(const QString &pdf, QString *error)
     return QString::fromUtf8(run(QStringLiteral("pdftotext"), {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")}, 60000, error));
 }
 
+QString pdfReport(const QString &tool, const QString &pdf, QString *error)
+{
+    return QString::fromUtf8(run(tool, {pdf}, 60000, error));
+}
+
 QList<PdfLine> pdfLines(const QString &pdf, QString *error)
 {
     const QByteArray html = run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox-layout"), pdf, QStringLiteral("-")}, 60000, error);

@@ -12,6 +12,9 @@ namespace normaris::test {
 // path is empty and *error says why.
 QString convertToPdf(const QString &file, const QString &workDir, QString *error);
 
+// What one of poppler's tools (pdfinfo, pdffonts) says of a PDF.
+QString pdfReport(const QString &tool, const QString &pdf, QString *error);
+
 // The PDF's text, pages separated by form feeds.
 QString pdfText(const QString &pdf, QString *error);
 
