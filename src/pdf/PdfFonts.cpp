@@ -3,6 +3,7 @@
 #include "base/Failure.h"
 
 #include <QFontDatabase>
+#include <array>
 #include <QHash>
 
 namespace normaris::pdf {

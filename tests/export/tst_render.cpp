@@ -161,7 +161,7 @@ private slots:
     // Both prose styles of a document share one list of dates.
     void datesEnteredUnderTheOtherStyleCount()
     {
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         execSql(m_db, QStringLiteral("UPDATE 施行日 SET 文章形式Code = '2'"));
         render(bodyOnly());
         QCOMPARE(m_outcome, Outcome::Done);
@@ -194,7 +194,7 @@ private slots:
         QFETCH(QString, titleLine);
         QFETCH(int, blankLinesAfter);
         execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"), {title, kStyle, kDoc});
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList expected = repeated(QStringLiteral("<C>"), 10) + QStringList{titleLine}
                                      + repeated(QStringLiteral("<C>"), blankLinesAfter)
                                      + QStringList{QStringLiteral("<C>{12pt:株式会社ノルマ}"), QStringLiteral("<改ページ>")};
@@ -245,7 +245,7 @@ private slots:
         QFETCH(int, choice);
         QFETCH(int, pageBreaks);
         QFETCH(bool, contents);
-        Draft::opening().closing().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).closing().write(m_db);
         const QStringList typed = render({ExportKind::Rules, CoverChoice(choice), true, false});
         QCOMPARE(typed.count(QStringLiteral("<改ページ>")), pageBreaks);
         QCOMPARE(typed.contains(QStringLiteral("<C>{18pt:目　次}")), contents);
@@ -254,7 +254,7 @@ private slots:
     // An agreement has neither cover nor contents, whatever the choice.
     void agreementHasNoCoverNorContents()
     {
-        Draft::opening().closing().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).closing().write(m_db);
         const QStringList typed = render({ExportKind::Agreement, CoverChoice::Both, true, false});
         QCOMPARE(typed.first(), QStringLiteral("<C>{14pt bold:就業規則}"));
         QVERIFY(!typed.contains(QStringLiteral("<改ページ>")));
@@ -278,7 +278,7 @@ private slots:
     {
         QFETCH(QString, chapterCode);
         QFETCH(QStringList, expected);
-        Draft().document(QStringLiteral("就業規則")).chapter(chapterCode, 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft().document(QStringLiteral("就業規則")).chapter(chapterCode, 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         QCOMPARE(render(bodyOnly()).mid(0, expected.size()), expected);
     }
 
@@ -556,7 +556,7 @@ private slots:
         QFETCH(QStringList, dates);
         QFETCH(QStringList, expected);
         setDates(dates);
-        Draft(style).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft(style).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList typed = render(bodyOnly(), style);
         QCOMPARE(m_outcome, Outcome::Done);
         QCOMPARE(typed.mid(typed.size() - expected.size()), expected);
@@ -957,7 +957,7 @@ private slots:
         QFETCH(int, choice);
         QFETCH(int, outcome);
         execSql(m_db, QStringLiteral("DELETE FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {kStyle, kDoc});
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList typed = render({ExportKind::Rules, CoverChoice(choice), true, false});
         QCOMPARE(int(m_outcome), outcome);
         if (m_outcome == Outcome::Failed) {

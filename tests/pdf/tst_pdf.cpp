@@ -3,7 +3,7 @@
 // rendering has it, paragraph by paragraph, hanging indents where the reader
 // expects them, and headings kept with the text after them.
 
-#include "ExportFixture.h"
+#include "../export/ExportFixture.h"
 #include "OfficeRender.h"
 #include "export/DocumentRenderer.h"
 #include "export/SettingSubstitution.h"
@@ -14,6 +14,7 @@
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"
 
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -240,6 +241,40 @@ private slots:
         QCOMPARE(pages.size(), 2);
         const qsizetype longLines = std::count_if(pages[0].begin(), pages[0].end(), [](const QString &l) { return l.startsWith(u'長'); });
         QCOMPARE(longLines, qsizetype(onFirstPage));
+    }
+
+    // export --pdf on the command line, alone or beside --out, with no display.
+    void commandLine()
+    {
+        const QString root = m_temp->filePath(QStringLiteral("root"));
+        const auto cli = [&](const QStringList &args) {
+            QProcess process;
+            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+            env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            env.remove(QStringLiteral("DISPLAY"));
+            process.setProcessEnvironment(env);
+            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"), QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
+            process.waitForFinished(120000);
+            return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardError()));
+        };
+        const QString company = QStringLiteral("見本");
+        QCOMPARE(cli({QStringLiteral("company"), QStringLiteral("new"), company}).first, 0);
+        const QStringList doc = {QStringLiteral("--company"), company, QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("02")};
+        QCOMPARE(cli(QStringList{QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), company, QStringLiteral("--doc"),
+                                 QStringLiteral("02"), QStringLiteral("2026/4/1")}).first, 0);
+        QCOMPARE(cli(QStringList{QStringLiteral("build")} + doc).first, 0);
+        const QString docx = m_temp->filePath(QStringLiteral("賃金規程.docx")), pdf = m_temp->filePath(QStringLiteral("賃金規程.pdf"));
+        const auto both = cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), docx, QStringLiteral("--pdf"), pdf});
+        QVERIFY2(both.first == 0, qPrintable(both.second));
+        QVERIFY(QFileInfo(docx).size() > 0);
+        QVERIFY(pageLines(pdf).size() > 2);
+        QFile::remove(pdf);
+        const QString alone = m_temp->filePath(QStringLiteral("単独.pdf"));
+        QCOMPARE(cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--pdf"), alone}).first, 0);
+        QVERIFY(QFileInfo(alone).size() > 0);
+        const auto neither = cli(QStringList{QStringLiteral("export")} + doc);
+        QCOMPARE(neither.first, 2);
+        QVERIFY2(neither.second.contains(QStringLiteral("--pdf")), qPrintable(neither.second));
     }
 
     void saveFailure()
