@@ -253,15 +253,15 @@ private slots:
         QTest::newRow("left") << int(Align::Left) << 0 << QString() << QStringList();
         QTest::newRow("centre") << int(Align::Center) << 0 << u"center"_qs << QStringList();
         QTest::newRow("right") << int(Align::Right) << 0 << u"right"_qs << QStringList();
-        QTest::newRow("項 -1") << int(Align::Left) << -1 << u"left"_qs
+        QTest::newRow("項 -1") << int(Align::Left) << -1 << QString()
                               << QStringList{u"hanging=210"_qs, u"hangingChars=100"_qs, u"left=210"_qs, u"leftChars=100"_qs};
-        QTest::newRow("号 -2") << int(Align::Left) << -2 << u"left"_qs
+        QTest::newRow("号 -2") << int(Align::Left) << -2 << QString()
                               << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
-        QTest::newRow("① -3") << int(Align::Left) << -3 << u"left"_qs
+        QTest::newRow("① -3") << int(Align::Left) << -3 << QString()
                              << QStringList{u"hanging=630"_qs, u"hangingChars=300"_qs, u"left=630"_qs, u"leftChars=300"_qs};
-        QTest::newRow("イ -4") << int(Align::Left) << -4 << u"left"_qs
+        QTest::newRow("イ -4") << int(Align::Left) << -4 << QString()
                              << QStringList{u"hanging=840"_qs, u"hangingChars=400"_qs, u"left=840"_qs, u"leftChars=400"_qs};
-        QTest::newRow("first line +1") << int(Align::Left) << 1 << u"left"_qs
+        QTest::newRow("first line +1") << int(Align::Left) << 1 << QString()
                                        << QStringList{u"firstLine=210"_qs, u"firstLineChars=100"_qs};
         QTest::newRow("centred, hanging") << int(Align::Center) << -2 << u"center"_qs
                                           << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
