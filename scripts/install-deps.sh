@@ -5,7 +5,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config clang-format
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite
   libsqlite3-dev sqlite3 libzip-dev libxlsxwriter-dev
   xvfb xauth unzip
@@ -16,6 +16,8 @@ packages=(
   xdg-utils libreoffice-writer
   # the tests read PDFs back: to text and images
   poppler-utils
+  # Qt's own texts (text box menus, file dialogs) in Japanese
+  qt6-translations-l10n
 )
 
 # The alias file goes where fontconfig reads the system's own settings, beside

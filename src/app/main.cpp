@@ -10,6 +10,7 @@
 #include "base/Failure.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SingleInstance.h"
+#include "shell/forms/DesktopSetup.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/frmMain01.h"
 #include "shell/forms/frmSplash1.h"
@@ -23,8 +24,7 @@ using namespace normaris;
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("normaris"));
-    QApplication::setApplicationDisplayName(kProgramTitle);
+    setUpDesktopProgram(app);
 
     SingleInstance instance;
     if (!instance.isFirst()) {

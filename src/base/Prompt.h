@@ -19,6 +19,9 @@ public:
     virtual void message(Icon icon, const QString &title, const QString &text) = 0;
     // A question with yes and no buttons; true means yes.
     virtual bool question(const QString &title, const QString &text) = 0;
+    // A question before a step that cannot be undone: "いいえ" is the answer that
+    // Enter gives. Where there is no default button it is an ordinary question.
+    virtual bool questionNoByDefault(const QString &title, const QString &text) { return question(title, text); }
 
     void plain(const QString &title, const QString &text) { message(Icon::None, title, text); }
     void information(const QString &title, const QString &text) { message(Icon::Information, title, text); }

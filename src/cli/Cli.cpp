@@ -189,6 +189,9 @@ QList<Command> allCommands()
     addSettingsCommands(commands);
     addComposeCommands(commands);
     addExportCommands(commands);
+    addDictCommands(commands);
+    addImportCommands(commands);
+    addVersionCommands(commands);
     return commands;
 }
 

@@ -65,6 +65,23 @@ void DocumentList::addToList(const QString &style, const QString &document)
     transaction.commit();
 }
 
+Outcome DocumentList::takeOffList(const QString &style, const QString &document, Prompt &prompt)
+{
+    // Only a document of the dictionary's own loses its composition; the user's own keep theirs.
+    const bool losesComposition = document.toInt() < kUserCodes
+        && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"), {style, document}).toInt() > 0;
+    if (losesComposition) {
+        const QString name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+        if (!prompt.questionNoByDefault(QStringLiteral("リストから外す確認"),
+                                        QStringLiteral("『%1』をリストから外します。\n"
+                                                       "この規則・規程・協定で選択した章・条・項などの構成はすべて削除され、元に戻せません。\n\n"
+                                                       "よろしいですか？").arg(name)))
+            return Outcome::Stopped;
+    }
+    removeFromList(style, document);
+    return Outcome::Done;
+}
+
 void DocumentList::removeFromList(const QString &style, const QString &document)
 {
     Transaction transaction(m_db);

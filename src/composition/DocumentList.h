@@ -5,6 +5,7 @@
 // while a document of the user's own keeps it for when it comes back.
 
 #include "base/CodeAndName.h"
+#include "base/Prompt.h"
 
 #include <QList>
 #include <QSqlDatabase>
@@ -24,6 +25,9 @@ public:
 
     void addToList(const QString &style, const QString &document);
     void removeFromList(const QString &style, const QString &document);
+    // リストから外す as the user asks for it: when the step would delete a composition,
+    // the user is asked first, naming the document, with いいえ as the default.
+    Outcome takeOffList(const QString &style, const QString &document, Prompt &prompt);
 
     // The first code of the user's own documents.
     static constexpr int kUserCodes = 70;

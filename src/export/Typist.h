@@ -19,6 +19,8 @@
 
 namespace normaris {
 
+struct CompositionRow;
+
 class Typist {
 public:
     enum class Alignment { Left = 0, Center = 1, Right = 2 };
@@ -68,6 +70,12 @@ public:
     virtual void setCharacterUnitFirstLineIndent(int characters) = 0;
     // A typist that knows no styles ignores it.
     virtual void setParagraphStyle(ParagraphStyle) {}
+
+    // The body of a document announces each row of the work data before the
+    // keystrokes that print it, and its own end. Only a typist that keeps the
+    // printed text row by row listens; the others type on as before.
+    virtual void startRow(const CompositionRow &) {}
+    virtual void endRows() {}
 };
 
 } // namespace normaris

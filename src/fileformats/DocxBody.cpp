@@ -1,7 +1,6 @@
 #include "fileformats/DocxBody.h"
 
 #include "fileformats/DocxFormat.h"
-#include "fileformats/DocxParts.h"
 #include "fileformats/DocxXml.h"
 #include "export/ParagraphStyles.h"
 
@@ -85,30 +84,45 @@ void writeRun(QXmlStreamWriter &xml, const Run &run, const Font &base)
     xml.writeEndElement();
 }
 
-// A4 portrait with the margins of a Japanese word processor's blank document
-// (35 mm at the top, 30 mm elsewhere), and its line grid of 18 pt that gives
-// 10.5-point text its customary line spacing. The footer holds the page number;
-// a document that opens with its cover shows none on that first page.
-void writePageSetup(QXmlStreamWriter &xml, bool cover)
+// The page, in twips: A4 with the margins of a Japanese word processor's blank
+// document (35 mm at the top, 30 mm elsewhere) upright; lying, 20 mm at top and
+// bottom and 25 mm at the sides, which leaves two columns of text room enough.
+struct PageSize {
+    int width, height, top, right, bottom, left;
+};
+constexpr PageSize kPortrait{11906, 16838, 1985, 1701, 1701, 1701};
+constexpr PageSize kLandscape{16838, 11906, 1134, 1418, 1134, 1418};
+
+const PageSize &pageSize(const PageSetup &setup) { return setup.landscape ? kLandscape : kPortrait; }
+
+// The line grid of 18 pt gives 10.5-point text its customary line spacing. The
+// footer, when there is one, is the relationship rId3 of the document part; a
+// document that opens with its cover shows none on that first page.
+void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup, bool cover)
 {
+    const PageSize &page = pageSize(setup);
     xml.writeStartElement(kWordNs, QStringLiteral("sectPr"));
-    xml.writeEmptyElement(kWordNs, QStringLiteral("footerReference"));
-    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("default"));
-    xml.writeAttribute(kRelationshipsNs, QStringLiteral("id"), QString::fromUtf16(kFooterRelation));
+    if (setup.pageNumbers) {
+        xml.writeEmptyElement(kWordNs, QStringLiteral("footerReference"));
+        xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("default"));
+        xml.writeAttribute(kRelationshipsNs, QStringLiteral("id"), QStringLiteral("rId3"));
+    }
     xml.writeEmptyElement(kWordNs, QStringLiteral("pgSz"));
-    xml.writeAttribute(kWordNs, QStringLiteral("w"), QStringLiteral("11906"));
-    xml.writeAttribute(kWordNs, QStringLiteral("h"), QStringLiteral("16838"));
+    xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(page.width));
+    xml.writeAttribute(kWordNs, QStringLiteral("h"), QString::number(page.height));
+    if (setup.landscape)
+        xml.writeAttribute(kWordNs, QStringLiteral("orient"), QStringLiteral("landscape"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("pgMar"));
-    xml.writeAttribute(kWordNs, QStringLiteral("top"), QStringLiteral("1985"));
-    xml.writeAttribute(kWordNs, QStringLiteral("right"), QStringLiteral("1701"));
-    xml.writeAttribute(kWordNs, QStringLiteral("bottom"), QStringLiteral("1701"));
-    xml.writeAttribute(kWordNs, QStringLiteral("left"), QStringLiteral("1701"));
+    xml.writeAttribute(kWordNs, QStringLiteral("top"), QString::number(page.top));
+    xml.writeAttribute(kWordNs, QStringLiteral("right"), QString::number(page.right));
+    xml.writeAttribute(kWordNs, QStringLiteral("bottom"), QString::number(page.bottom));
+    xml.writeAttribute(kWordNs, QStringLiteral("left"), QString::number(page.left));
     xml.writeAttribute(kWordNs, QStringLiteral("header"), QStringLiteral("851"));
     xml.writeAttribute(kWordNs, QStringLiteral("footer"), QStringLiteral("992"));
     xml.writeAttribute(kWordNs, QStringLiteral("gutter"), QStringLiteral("0"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("cols"));
     xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("425"));
-    if (cover)
+    if (cover && setup.pageNumbers)
         xml.writeEmptyElement(kWordNs, QStringLiteral("titlePg"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("docGrid"));
     xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("lines"));
@@ -126,47 +140,131 @@ bool isEmpty(const Paragraph &paragraph)
     return true;
 }
 
+// A paragraph; a field may begin before its runs or end after them.
+enum FieldEdge { NoField = 0, BeginsField = 1, EndsField = 2 };
+
+void writeParagraph(QXmlStreamWriter &xml, const Paragraph &paragraph, bool keepWithNext = false, int field = NoField)
+{
+    xml.writeStartElement(kWordNs, QStringLiteral("p"));
+    writeParagraphProperties(xml, paragraph, keepWithNext);
+    if (field & BeginsField)
+        beginField(xml, kContentsField);
+    const Font base = styleFont(paragraphStyleInfo(paragraph.style));
+    for (const Run &run : paragraph.runs)
+        writeRun(xml, run, base);
+    if (field & EndsField)
+        endField(xml);
+    xml.writeEndElement();
+}
+
+void writeWidth(QXmlStreamWriter &xml, const QString &element, int twips)
+{
+    xml.writeEmptyElement(kWordNs, element);
+    xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(twips));
+    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("dxa"));
+}
+
+// Single lines around and between all cells, fixed column widths. The children of
+// tblPr and trPr stand in the schema's order.
+void writeTable(QXmlStreamWriter &xml, const Table &table)
+{
+    int total = 0;
+    for (int w : table.columnWidths)
+        total += w;
+    xml.writeStartElement(kWordNs, QStringLiteral("tbl"));
+    xml.writeStartElement(kWordNs, QStringLiteral("tblPr"));
+    writeWidth(xml, QStringLiteral("tblW"), total);
+    xml.writeStartElement(kWordNs, QStringLiteral("tblBorders"));
+    for (const char *side : {"top", "left", "bottom", "right", "insideH", "insideV"}) {
+        xml.writeEmptyElement(kWordNs, QString::fromLatin1(side));
+        xml.writeAttribute(kWordNs, QStringLiteral("val"), QStringLiteral("single"));
+        xml.writeAttribute(kWordNs, QStringLiteral("sz"), QStringLiteral("4"));
+        xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("0"));
+        xml.writeAttribute(kWordNs, QStringLiteral("color"), QStringLiteral("000000"));
+    }
+    xml.writeEndElement();
+    writeVal(xml, QStringLiteral("tblLayout"), QStringLiteral("fixed"));
+    xml.writeEndElement(); // tblPr
+    xml.writeStartElement(kWordNs, QStringLiteral("tblGrid"));
+    for (int w : table.columnWidths) {
+        xml.writeEmptyElement(kWordNs, QStringLiteral("gridCol"));
+        xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(w));
+    }
+    xml.writeEndElement();
+    for (const TableRow &row : table.rows) {
+        xml.writeStartElement(kWordNs, QStringLiteral("tr"));
+        if (row.header) {
+            xml.writeStartElement(kWordNs, QStringLiteral("trPr"));
+            xml.writeEmptyElement(kWordNs, QStringLiteral("cantSplit"));
+            xml.writeEmptyElement(kWordNs, QStringLiteral("tblHeader"));
+            xml.writeEndElement();
+        }
+        for (qsizetype c = 0; c < row.cells.size(); ++c) {
+            xml.writeStartElement(kWordNs, QStringLiteral("tc"));
+            xml.writeStartElement(kWordNs, QStringLiteral("tcPr"));
+            writeWidth(xml, QStringLiteral("tcW"), table.columnWidths.value(c));
+            xml.writeEndElement();
+            const QList<Paragraph> &paragraphs = row.cells[c].paragraphs;
+            for (const Paragraph &p : paragraphs)
+                writeParagraph(xml, p);
+            if (paragraphs.isEmpty())
+                writeParagraph(xml, Paragraph{});
+            xml.writeEndElement(); // tc
+        }
+        xml.writeEndElement(); // tr
+    }
+    xml.writeEndElement(); // tbl
+}
+
 } // namespace
 
+int textWidth(const PageSetup &setup)
+{
+    const PageSize &page = pageSize(setup);
+    return page.width - page.left - page.right;
+}
+
 QByteArray documentXml(const QList<Paragraph> &paragraphs)
+{
+    return documentXml(QList<Block>(paragraphs.cbegin(), paragraphs.cend()), PageSetup{false, true});
+}
+
+QByteArray documentXml(const QList<Block> &blocks, const PageSetup &setup)
 {
     // The entries of the table of contents, as the renderer typed them, are the
     // stored result of a field that a word processor can make again from the
     // headings, with page numbers.
     qsizetype firstEntry = -1, lastEntry = -1;
-    for (qsizetype i = 0; i < paragraphs.size(); ++i) {
-        if (isEntry(paragraphs[i]) && !isEmpty(paragraphs[i])) {
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        const Paragraph *p = std::get_if<Paragraph>(&blocks[i]);
+        if (p && isEntry(*p) && !isEmpty(*p)) {
             if (firstEntry < 0)
                 firstEntry = i;
             lastEntry = i;
         }
     }
+    const Paragraph *first = blocks.isEmpty() ? nullptr : std::get_if<Paragraph>(&blocks.first());
+    const bool cover = first && paragraphStyleInfo(first->style).part == DocumentPart::Cover;
 
     QByteArray out;
     QXmlStreamWriter xml(&out);
-    startPart(xml);
-    xml.writeNamespace(kWordNs, QStringLiteral("w"));
-    xml.writeNamespace(kRelationshipsNs, QStringLiteral("r"));
-    xml.writeStartElement(kWordNs, QStringLiteral("document"));
+    startWordPart(xml, QStringLiteral("document"));
+    if (setup.pageNumbers)
+        xml.writeNamespace(kRelationshipsNs, QStringLiteral("r"));
     xml.writeStartElement(kWordNs, QStringLiteral("body"));
     bool keep = false; // the paragraph before keeps with this one
-    for (qsizetype i = 0; i < paragraphs.size(); ++i) {
-        const Paragraph &paragraph = paragraphs[i];
-        const ParagraphStyleInfo &style = paragraphStyleInfo(paragraph.style);
-        const bool blankAfterHeading = keep && isEmpty(paragraph) && paragraph.runs.isEmpty();
-        xml.writeStartElement(kWordNs, QStringLiteral("p"));
-        writeParagraphProperties(xml, paragraph, blankAfterHeading);
-        if (i == firstEntry)
-            beginField(xml, kContentsField);
-        const Font base = styleFont(style);
-        for (const Run &run : paragraph.runs)
-            writeRun(xml, run, base);
-        if (i == lastEntry)
-            endField(xml);
-        xml.writeEndElement();
-        keep = style.keepWithNext || blankAfterHeading;
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        const Paragraph *paragraph = std::get_if<Paragraph>(&blocks[i]);
+        if (!paragraph) {
+            writeTable(xml, std::get<Table>(blocks[i]));
+            keep = false;
+            continue;
+        }
+        const bool blankAfterHeading = keep && paragraph->runs.isEmpty();
+        writeParagraph(xml, *paragraph, blankAfterHeading, (i == firstEntry ? BeginsField : NoField) | (i == lastEntry ? EndsField : NoField));
+        keep = paragraphStyleInfo(paragraph->style).keepWithNext || blankAfterHeading;
     }
-    writePageSetup(xml, !paragraphs.isEmpty() && paragraphStyleInfo(paragraphs.first().style).part == DocumentPart::Cover);
+    writePageSetup(xml, setup, cover);
     xml.writeEndDocument();
     return out;
 }

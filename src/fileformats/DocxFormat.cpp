@@ -51,7 +51,7 @@ void writeFontSlots(QXmlStreamWriter &xml, const QString &font)
 }
 
 // The children stand in the order the schema gives them (rStyle, rFonts, b, bCs,
-// dstrike, color, sz, szCs); another order makes a word processor call the file
+// dstrike, color, sz, szCs, u); another order makes a word processor call the file
 // corrupt.
 void writeFont(QXmlStreamWriter &xml, const Font &font, const Font &base, const CharacterStyle *style)
 {
@@ -78,6 +78,8 @@ void writeFont(QXmlStreamWriter &xml, const Font &font, const Font &base, const 
         writeVal(xml, QStringLiteral("sz"), size);
         writeVal(xml, QStringLiteral("szCs"), size);
     }
+    if (font.underline != styled.underline)
+        writeVal(xml, QStringLiteral("u"), font.underline ? QStringLiteral("single") : QStringLiteral("none"));
     xml.writeEndElement();
 }
 

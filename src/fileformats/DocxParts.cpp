@@ -20,7 +20,7 @@ struct Relation {
     const char *target;
 };
 
-QByteArray relationsXml(std::initializer_list<Relation> relations)
+QByteArray relationsXml(const QList<Relation> &relations)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
@@ -40,7 +40,7 @@ QByteArray relationsXml(std::initializer_list<Relation> relations)
 
 } // namespace
 
-QByteArray contentTypesXml()
+QByteArray contentTypesXml(bool withFooter)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
@@ -62,7 +62,8 @@ QByteArray contentTypesXml()
     byPart(QStringLiteral("/word/document.xml"), QStringLiteral("document.main+xml"));
     byPart(QStringLiteral("/word/styles.xml"), QStringLiteral("styles+xml"));
     byPart(QStringLiteral("/word/settings.xml"), QStringLiteral("settings+xml"));
-    byPart(QStringLiteral("/word/footer1.xml"), QStringLiteral("footer+xml"));
+    if (withFooter)
+        byPart(QStringLiteral("/word/footer1.xml"), QStringLiteral("footer+xml"));
     xml.writeEndDocument();
     return out;
 }
@@ -72,10 +73,13 @@ QByteArray packageRelationsXml()
     return relationsXml({{"officeDocument", "word/document.xml"}});
 }
 
-QByteArray documentRelationsXml()
+QByteArray documentRelationsXml(bool withFooter)
 {
-    // In this order: the footer's id is kFooterRelation.
-    return relationsXml({{"styles", "styles.xml"}, {"settings", "settings.xml"}, {"footer", "footer1.xml"}});
+    // In this order: the footer's id is rId3.
+    QList<Relation> relations{{"styles", "styles.xml"}, {"settings", "settings.xml"}};
+    if (withFooter)
+        relations.append(Relation{"footer", "footer1.xml"});
+    return relationsXml(relations);
 }
 
 namespace {
@@ -215,7 +219,7 @@ QByteArray settingsXml()
 
 // One centred paragraph with the number of the page, as a PAGE field whose
 // stored result is 1 until the word processor lays the pages out.
-QByteArray footerXml()
+QByteArray pageNumberFooterXml()
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);

@@ -167,6 +167,25 @@ private slots:
         QCOMPARE(r.err, QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。\n"));
     }
 
+    // docs remove asks before the composition goes; without --yes it changes nothing.
+    void docsRemoveAsksFirst()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path();
+        QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("01")};
+        const QStringList list = {QStringLiteral("docs"), QStringLiteral("list"), QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--selected")};
+        const QString rows = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out;
+        Run r = runCli(root, QStringList{QStringLiteral("docs"), QStringLiteral("remove")} + doc);
+        QCOMPARE(r.status, 1);
+        QVERIFY(r.err.startsWith(QStringLiteral("リストから外す確認: 『就業規則』をリストから外します。\n")));
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out, rows);
+        QVERIFY(runCli(root, list).out.contains(QStringLiteral("\t01\t就業規則\t")));
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("docs"), QStringLiteral("remove")} + doc);
+        QCOMPARE(r.status, 0);
+        QVERIFY(!runCli(root, list).out.contains(QStringLiteral("\t01\t就業規則\t")));
+    }
+
     // The chain on the seed: the work rules cite the article before, a paragraph two
     // before, and the leave rules by name and article.
     void exportChain()

@@ -170,11 +170,13 @@ private slots:
         find<QRadioButton>(&entry, QStringLiteral("Option2_2"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストから外す規則・規程・協定を指定してください"));
         pick(QStringLiteral("ハラスメント防止規程"));
+        m_session->prompt.answer({true});
         click(&entry, QStringLiteral("Command1"));
         QVERIFY(!names().contains(QStringLiteral("ハラスメント防止規程")));
         // A document of the dictionary's own loses its rows with it.
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '05'")).toInt(), 0);
-        QCOMPARE(m_session->prompt.lines().size(), 2);
+        QCOMPARE(m_session->prompt.lines().size(), 3);
+        QVERIFY(m_session->prompt.lines().last().startsWith(QStringLiteral("リストから外す確認: 『ハラスメント防止規程』をリストから外します。")));
     }
 
     void listButtonWritesTheWorkbook()
@@ -233,6 +235,13 @@ private slots:
                  const QStringList after = panelLines(panel);
                  QCOMPARE(after.size(), before.size() + 1);
                  QCOMPARE(after.at(at + 1), QStringLiteral("条|0014|勤務地限定の特約"));
+                 // The panel comes back at the row the user acted on, in view, with the focus.
+                 auto *view = find<CompositionPanel>(panel, QStringLiteral("Picture1"));
+                 QVERIFY(at > 20);
+                 QCOMPARE(view->selectedRow(), at);
+                 QCOMPARE(AppState::instance().CurRowIndex, at);
+                 QTRY_VERIFY(view->viewport()->rect().contains(view->visualRect(view->model()->index(at, 2)).center()));
+                 QCOMPARE(panel->focusWidget(), view);
                  toRelease(panel);
              }},
             {QStringLiteral("frmMakesentaku_kaijo"), [&](QWidget *release) {
@@ -387,8 +396,9 @@ private slots:
     void addFormRefusesAClauseInUseAndAnEmptyStock()
     {
         AppState &state = AppState::instance();
-        state.CurShubetsu = QStringLiteral("3");
-        state.AddShubetsu = QStringLiteral("2");
+        state.CurShubetsu = Level::Article;
+        state.AddShubetsu = Level::Chapter;
+        state.AddFirstParagraph = false;
         state.CurRowIndex = 6;
         state.CurShoCode = QStringLiteral("01");
         state.CurJoCode = QStringLiteral("0001");
@@ -407,16 +417,29 @@ private slots:
         QVERIFY(AppState::instance().ArticlePanelActive);
     }
 
+    // Twenty rows on view at the panel's own size; a taller window shows more and scrolls less.
     void scrollBarOnlyPastTheRowsOnView()
     {
-        for (const int rows : {20, 21}) {
+        for (const int rows : {20, 21, 30}) {
             QList<PanelRow> panelRows(rows);
             CompositionPanel panel(panelRows, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
             panel.show();
             QVERIFY(QTest::qWaitForWindowExposed(&panel));
-            QCOMPARE(panel.verticalScrollBarPolicy(), rows > 20 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+            QTRY_COMPARE(panel.verticalScrollBar()->isVisible(), rows > 20);
             QCOMPARE(panel.verticalScrollBar()->maximum(), rows - 20);
+            QCOMPARE(panel.verticalScrollBar()->pageStep(), 6);
+            const int line = panel.rowHeight(0);
+            panel.resize(panel.width(), panel.height() + 5 * line);
+            QTRY_COMPARE(panel.verticalScrollBar()->maximum(), qMax(0, rows - 25));
         }
+    }
+
+    void longTextsHaveTheirTip()
+    {
+        PanelRow row;
+        row.text = QString(200, QChar(0x6F22));
+        CompositionPanel panel({row}, false, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
+        QCOMPARE(panel.model()->index(0, PanelModel::Text).data(Qt::ToolTipRole).toString(), row.text);
     }
 
     void levelCaptionsAndColours()

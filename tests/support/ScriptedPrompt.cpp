@@ -4,17 +4,24 @@ namespace normaris::test {
 
 void ScriptedPrompt::message(Icon icon, const QString &title, const QString &text)
 {
-    m_shown << Shown{false, icon, title, text};
+    m_shown << Shown{false, false, icon, title, text};
 }
 
 bool ScriptedPrompt::question(const QString &title, const QString &text)
 {
-    m_shown << Shown{true, Icon::None, title, text};
+    m_shown << Shown{true, false, Icon::None, title, text};
     if (m_answers.isEmpty()) {
         ++m_unanswered;
         return false;
     }
     return m_answers.takeFirst();
+}
+
+bool ScriptedPrompt::questionNoByDefault(const QString &title, const QString &text)
+{
+    const bool answer = question(title, text);
+    m_shown.last().noByDefault = true;
+    return answer;
 }
 
 QStringList ScriptedPrompt::lines() const

@@ -12,6 +12,7 @@ namespace normaris::test {
 
 struct Shown {
     bool question = false;
+    bool noByDefault = false; // a question whose default button is いいえ
     Prompt::Icon icon = Prompt::Icon::None;
     QString title;
     QString text;
@@ -25,6 +26,7 @@ public:
 
     void message(Icon icon, const QString &title, const QString &text) override;
     bool question(const QString &title, const QString &text) override;
+    bool questionNoByDefault(const QString &title, const QString &text) override;
 
     const QList<Shown> &shown() const { return m_shown; }
     // Every box and question as "title: text", in order.

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace normaris {
 
@@ -34,6 +35,9 @@ QVariant PanelModel::data(const QModelIndex &index, int role) const
         if (index.column() == Text)
             return row.text;
         return {};
+    case Qt::ToolTipRole:
+        // A long text is cut at the column's edge: the tip shows it whole.
+        return index.column() == Text ? QVariant(row.text) : QVariant();
     case Qt::BackgroundRole:
         if (index.column() == Caption)
             return QColor::fromRgb(levelInfo(row.level).panelColour);
@@ -86,13 +90,34 @@ CompositionPanel::CompositionPanel(QList<PanelRow> rows, int visibleRows, Action
     setWordWrap(false);
     setTextElideMode(Qt::ElideRight);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(m_model->rowCount() > visibleRows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-    // Exactly visibleRows rows fit, so that the scroll range is the rows beyond them.
-    setFixedHeight(2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize());
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // Exactly visibleRows rows fit at the form's own size, so that the scroll range is the
+    // rows beyond them; a larger window shows more rows and scrolls less.
+    m_heightOfLinesOnView = 2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize();
+    setMinimumHeight(m_heightOfLinesOnView);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumWidth(860);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { chooseRow(current.row()); });
     if (m_model->rowCount() > 0)
         chooseRow(0);
+}
+
+QSize CompositionPanel::sizeHint() const { return {minimumWidth(), m_heightOfLinesOnView}; }
+
+void CompositionPanel::bringBack(int row)
+{
+    if (m_model->rowCount() == 0)
+        return;
+    chooseRow(qBound(0, row, m_model->rowCount() - 1));
+    scrollTo(m_model->index(m_selected, 0), PositionAtCenter);
+}
+
+void CompositionPanel::showEvent(QShowEvent *event)
+{
+    QTableView::showEvent(event);
+    // The view knows its height only now: keep the chosen row in view.
+    if (m_selected > 0)
+        QTimer::singleShot(0, this, [this] { scrollTo(m_model->index(m_selected, 0), PositionAtCenter); });
 }
 
 void CompositionPanel::updateGeometries()

@@ -34,7 +34,8 @@ class CompositionPanel : public QTableView {
     Q_OBJECT
 public:
     using Actions = std::function<QList<CodeAndName>(Level)>;
-    // visibleRows: how many rows show at once; the scroll bar appears only past them.
+    // visibleRows: how many rows show at the form's own size; the scroll bar appears only
+    // past the rows on view.
     CompositionPanel(QList<PanelRow> rows, int visibleRows, Actions actions, QWidget *parent);
     const QList<PanelRow> &rows() const { return m_model->rows(); }
     int selectedRow() const { return m_selected; }
@@ -42,15 +43,21 @@ public:
     QString chosenAction() const;
     // Makes the row the selected one and offers its actions, none chosen yet.
     void chooseRow(int row);
+    // Chooses the row (the last one when the rows have since become fewer) and keeps it in view.
+    void bringBack(int row);
+    // The height of the lines on view at the form's own size; more when the window grows.
+    QSize sizeHint() const override;
 
 protected:
     void updateGeometries() override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     PanelModel *m_model;
     Actions m_actions;
     QComboBox *m_combo = nullptr;
     int m_selected = -1;
+    int m_heightOfLinesOnView = 0;
 };
 
 } // namespace normaris

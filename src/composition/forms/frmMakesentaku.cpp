@@ -47,6 +47,7 @@ frmMakesentaku::frmMakesentaku(QWidget *parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("データ作成（規則・規程・協定の指定）"));
     AppState &state = AppState::instance();
     state.ArticlePanelActive = state.ParagraphPanelActive = false;
+    state.ArticlePanelRow = state.ParagraphPanelRow = -1;
     auto *outer = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
     auto *styleFrame = new QGroupBox(QStringLiteral("文章形式"), this);
@@ -115,6 +116,8 @@ frmMakesentaku::frmMakesentaku(QWidget *parent) : QDialog(parent)
         connect(option, &QRadioButton::toggled, this, [this](bool on) { if (on) processChanged(); });
     m_lists[1]->setVisible(false);
     connect(m_go, &QPushButton::clicked, this, &frmMakesentaku::run);
+    for (QListWidget *list : m_lists)
+        actOnListItem(list, m_go);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
     resize(twips(9000), twips(6000));
@@ -184,7 +187,7 @@ void frmMakesentaku::run()
             DocumentList(AppState::cn()).addToList(state.CurBunshoKeishikiCode, state.CurKiteiCode);
             break;
         default:
-            DocumentList(AppState::cn()).removeFromList(state.CurBunshoKeishikiCode, state.CurKiteiCode);
+            DocumentList(AppState::cn()).takeOffList(state.CurBunshoKeishikiCode, state.CurKiteiCode, uiPrompt());
             break;
         }
     } catch (const std::exception &e) {

@@ -5,7 +5,7 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kArticlePanel = {"frmMakesentakuSub", "条までの設定", &AppState::ArticlePanelActive, 20, false,
+const PanelFormKind kArticlePanel = {"frmMakesentakuSub", "条までの設定", &AppState::ArticlePanelActive, &AppState::ArticlePanelRow, 20, false,
                                      "Label4", CompositionFlow::Form::None};
 }
 
@@ -21,16 +21,6 @@ QList<PanelRow> frmMakesentakuSub::readRows()
 {
     const AppState &s = AppState::instance();
     return articlePanel(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
-}
-
-PanelDecision frmMakesentakuSub::decide(const QList<PanelRow> &rows, int i, const QString &action)
-{
-    const AppState &s = AppState::instance();
-    const PanelRow &row = rows.at(i);
-    // Only going down to the 項 level needs to know whether the dictionary holds any.
-    const bool hasParagraphs = action == u"5" && row.level == Level::Article
-                               && articleHasParagraphs(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode, row.codes[0], row.codes[1]);
-    return articlePanelAction(rows, i, action, hasParagraphs);
 }
 
 } // namespace normaris

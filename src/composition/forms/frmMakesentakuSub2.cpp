@@ -8,7 +8,7 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, 19, true,
+const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, &AppState::ParagraphPanelRow, 19, true,
                                        "Label4_1", CompositionFlow::Form::ArticlePanel};
 }
 
@@ -33,11 +33,6 @@ QList<PanelRow> frmMakesentakuSub2::readRows()
 {
     const AppState &s = AppState::instance();
     return paragraphPanel(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode, s.CurShoCode, s.CurJoCode);
-}
-
-PanelDecision frmMakesentakuSub2::decide(const QList<PanelRow> &rows, int i, const QString &action)
-{
-    return paragraphPanelAction(rows, i, action);
 }
 
 void frmMakesentakuSub2::openWords()

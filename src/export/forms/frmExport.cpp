@@ -9,6 +9,7 @@
 #include "base/AppState.h"
 #include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
+#include "versions/forms/frmVersions.h"
 #include "words/forms/frmGokusentakuSub.h"
 
 #include <QButtonGroup>
@@ -20,6 +21,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -94,14 +96,24 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     options2->addWidget(m_coverFrame);
     options2->addWidget(m_numberFrame);
     left->addLayout(options2);
-    left->addWidget(m_filingFrame);
     m_listLabel = new QLabel(QStringLiteral("指定してください"), this);
     m_listLabel->setObjectName(QStringLiteral("Label1"));
-    left->addWidget(m_listLabel);
+    // The two lists and the filing frame take turns in one place, and what a kind hides
+    // keeps its room, so that the console keeps its layout whatever the kind.
+    auto *lists = new QGridLayout;
+    lists->addWidget(m_listLabel, 0, 0);
     for (int i = 0; i < 2; ++i) {
         m_lists[i] = new QListWidget(this);
         m_lists[i]->setObjectName(QStringLiteral("DataList%1").arg(i + 1));
-        left->addWidget(m_lists[i]);
+        lists->addWidget(m_lists[i], 1, 0);
+    }
+    lists->addWidget(m_filingFrame, 0, 0, 2, 1, Qt::AlignTop);
+    lists->setRowStretch(1, 1);
+    left->addLayout(lists, 1);
+    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]}) {
+        QSizePolicy policy = w->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        w->setSizePolicy(policy);
     }
 
     // The steps from top to bottom, each arrow pointing to the next.
@@ -155,6 +167,11 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
         });
         preview.exec();
     };
+    // Beside the chain: the kept versions of the chosen document and their comparison.
+    QPushButton *versions = makeButton(this, QStringLiteral("Command8"), QStringLiteral("新旧対照表(&V)"));
+    connect(versions, &QPushButton::clicked, this, &frmExport::openVersions);
+    right->addSpacing(8);
+    right->addWidget(versions);
     m_steps[0] = findChild<QPushButton *>(QStringLiteral("Command4"));
     m_steps[1] = findChild<QPushButton *>(QStringLiteral("Command5"));
     m_steps[2] = findChild<QPushButton *>(QStringLiteral("Command6"));
@@ -363,6 +380,13 @@ void frmExport::printDocument()
     if (!typeDocument(document))
         return;
     showPrintPreview(document.pdf());
+void frmExport::openVersions()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    frmVersions dialog(state.CurBunshoKeishikiCode, state.CurKiteiCode, this);
+    dialog.exec();
 }
 
 } // namespace normaris

@@ -58,6 +58,7 @@ private:
     bool typeDocument(ExtraOutput &output);
     // 会社名_文書名_日付.pdf
     QString proposedPdfName() const;
+    void openVersions();
 
     QButtonGroup *m_style = nullptr;  // Option2
     QButtonGroup *m_kind = nullptr;   // Option4

@@ -46,7 +46,7 @@ CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(pare
     auto *buttons = new QHBoxLayout;
     QPushButton *back = makeButton(this, QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
     back->setEnabled(false);
-    QPushButton *action = makeButton(this, QStringLiteral("Command2"), texts.action);
+    QPushButton *action = m_action = makeButton(this, QStringLiteral("Command2"), texts.action);
     action->setDefault(true);
     QPushButton *cancel = makeButton(this, QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));

@@ -31,12 +31,14 @@ protected:
     // The company list under a heading, as a list box named List1.
     QListWidget *addCompanyList(const QString &heading);
     DataLayout layout() const;
+    QPushButton *actionButton() const { return m_action; }
     // Called by the action button.
     virtual void act() = 0;
     void changeEvent(QEvent *event) override;
 
 private:
     QVBoxLayout *m_content = nullptr;
+    QPushButton *m_action = nullptr;
 };
 
 } // namespace normaris

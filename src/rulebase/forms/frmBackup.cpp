@@ -89,7 +89,9 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 
 void frmBackup::pickFolder()
 {
-    const QString folder = QFileDialog::getExistingDirectory(this, QStringLiteral("バックアップ先のフォルダ"), m_folder->text());
+    // Qt's own chooser speaks Japanese with the program; the platform's follows the locale.
+    const QString folder = QFileDialog::getExistingDirectory(this, QStringLiteral("バックアップ先のフォルダ"), m_folder->text(),
+                                                             QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
     if (!folder.isEmpty())
         m_folder->setText(folder);
 }

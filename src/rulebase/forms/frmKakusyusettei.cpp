@@ -20,7 +20,8 @@ frmKakusyusettei::frmKakusyusettei(QWidget *parent) : QDialog(parent)
     QPushButton *settings = makeButton(this, QStringLiteral("Command1"), QStringLiteral("基本設定の編集(&K)"));
     QPushButton *dates = makeButton(this, QStringLiteral("Command4"), QStringLiteral("日付の設定(&H)"));
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
-    QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    // Alt+H belongs to 日付の設定 here; F1 opens the help as well.
+    QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&P)"));
     for (QPushButton *b : {settings, dates, close, help})
         layout->addWidget(b);
     layout->addStretch();

@@ -62,6 +62,7 @@ frmKihon::frmKihon(QWidget *parent) : QDialog(parent)
         if (fields[i].keys != SettingField::Keys::Any)
             box->setValidator(new FieldKeys(i, box));
         box->installEventFilter(this);
+        showBytes(box, fields[i].limit);
         grid->addWidget(label, i, 0);
         grid->addWidget(box, i, 1);
         if (!fields[i].hint.isEmpty())
@@ -83,7 +84,7 @@ frmKihon::frmKihon(QWidget *parent) : QDialog(parent)
 
     auto *buttons = new QHBoxLayout;
     QPushButton *ok = makeButton(this, QStringLiteral("Command1"), QStringLiteral("更新(&U)"));
-    QPushButton *cancel = makeButton(this, QStringLiteral("Command2"), QStringLiteral("キャンセル(&C)"));
+    QPushButton *cancel = m_cancel = makeButton(this, QStringLiteral("Command2"), QStringLiteral("キャンセル(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
     for (QPushButton *b : {ok, cancel, help}) {
@@ -135,8 +136,10 @@ bool frmKihon::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::FocusOut: {
         const auto reason = static_cast<QFocusEvent *>(event)->reason();
-        // A message box taking the focus is not the user leaving the field.
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        // A message box taking the focus is not the user leaving the field, and キャンセル
+        // (clicked, or reached by its key) leaves the form with no check.
+        const bool toCancel = QApplication::focusWidget() == m_cancel;
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && !toCancel && !m_leaving)
             checkField(index);
         break;
     }
@@ -177,6 +180,12 @@ void frmKihon::cancel()
 {
     AppState::instance().KihonFromExport = false;
     reject();
+}
+
+void frmKihon::done(int result)
+{
+    m_leaving = true;
+    QDialog::done(result);
 }
 
 void frmKihon::changeEvent(QEvent *event)

@@ -5,6 +5,7 @@
 #include <QList>
 
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 
 namespace normaris {
@@ -17,6 +18,8 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void changeEvent(QEvent *event) override;
+    // Leaving the form, by any button, Escape or the close box, checks no field.
+    void done(int result) override;
 
 private:
     void update();
@@ -26,7 +29,9 @@ private:
 
     QList<QLineEdit *> m_fields;
     QList<QRadioButton *> m_representative;
+    QPushButton *m_cancel = nullptr;
     bool m_checking = false;
+    bool m_leaving = false;
 };
 
 } // namespace normaris

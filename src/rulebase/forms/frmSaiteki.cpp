@@ -40,6 +40,8 @@ frmSaiteki::frmSaiteki(QWidget *parent) : QDialog(parent)
     run->setDefault(true);
     outer->addLayout(buttons);
     connect(run, &QPushButton::clicked, this, &frmSaiteki::optimise);
+    actOnListItem(m_list, run);
+    m_list->setFocus();
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
 

@@ -5,6 +5,8 @@
 #include "shell/forms/MessageBoxPrompt.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QListWidget>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
@@ -51,6 +53,33 @@ public:
         return false;
     }
 };
+
+// Enter on a list acts as the dialog's default button would, and goes no further.
+class EnterActs : public QObject {
+public:
+    EnterActs(QPushButton *button, QObject *parent) : QObject(parent), m_button(button) {}
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter)
+            return false;
+        if (m_button->isEnabled() && m_button->isVisible())
+            m_button->click();
+        return true;
+    }
+
+private:
+    QPushButton *m_button;
+};
+
+// The width of a text of so many bytes, in full-width characters where they fit.
+int widthOfBytes(const QWidget *widget, int bytes)
+{
+    const QFontMetrics metrics = widget->fontMetrics();
+    return qMax(metrics.horizontalAdvance(QString(bytes / 2, QChar(0x3042))), metrics.horizontalAdvance(QString(bytes, u'0')));
+}
 
 } // namespace
 
@@ -102,8 +131,39 @@ void installTextBoxBehaviour(QWidget *form)
         box->installEventFilter(filter);
 }
 
+static std::function<bool(const QString &)> &installedOpener()
+{
+    static std::function<bool(const QString &)> opener;
+    return opener;
+}
+
+void setDesktopOpener(std::function<bool(const QString &path)> opener) { installedOpener() = std::move(opener); }
+
+void showBytes(QLineEdit *box, int bytes)
+{
+    // The frame and the text margins on both sides.
+    box->setMinimumWidth(widthOfBytes(box, bytes) + 16);
+}
+
+void showBytes(QComboBox *combo, int bytes)
+{
+    // The frame and the arrow of the list.
+    combo->setMinimumWidth(widthOfBytes(combo, bytes) + 40);
+}
+
+void actOnListItem(QListWidget *list, QPushButton *button)
+{
+    list->installEventFilter(new EnterActs(button, list));
+    QObject::connect(list, &QListWidget::itemDoubleClicked, button, [button] {
+        if (button->isEnabled())
+            button->click();
+    });
+}
+
 bool openWithDesktop(const QString &path)
 {
+    if (installedOpener())
+        return installedOpener()(path);
     if (qEnvironmentVariableIsSet("NORMARIS_NO_OPEN"))
         return true;
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));

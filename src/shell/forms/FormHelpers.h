@@ -3,8 +3,12 @@
 
 #include "base/Prompt.h"
 
+#include <functional>
+
 class QDialog;
+class QComboBox;
 class QLineEdit;
+class QListWidget;
 class QPushButton;
 class QWidget;
 
@@ -26,6 +30,15 @@ void SelectAllText(QLineEdit *box);
 // Makes every line edit of the form select all on focus and move on with Enter.
 void installTextBoxBehaviour(QWidget *form);
 
+// Widens a text box or a combo so that a text of its byte limit shows whole at the
+// program's font: a full-width character is two bytes and about twice as wide.
+void showBytes(QLineEdit *box, int bytes);
+void showBytes(QComboBox *combo, int bytes);
+
+// Enter on a list item, or a double click on it, presses the button (the dialog's
+// default action for that list).
+void actOnListItem(QListWidget *list, QPushButton *button);
+
 // A push button with the objectName that tests and the help call find it by.
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption);
 
@@ -33,5 +46,7 @@ QPushButton *makeButton(QWidget *parent, const QString &objectName, const QStrin
 void showHelp(QWidget *form);
 // Opens a file with the desktop's default application, unless NORMARIS_NO_OPEN is set.
 bool openWithDesktop(const QString &path);
+// Replaces what openWithDesktop does (tests record the paths); an empty one restores it.
+void setDesktopOpener(std::function<bool(const QString &path)> opener);
 
 } // namespace normaris

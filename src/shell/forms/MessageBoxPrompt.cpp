@@ -35,14 +35,18 @@ void MessageBoxPrompt::message(Icon icon, const QString &title, const QString &t
     box.exec();
 }
 
-bool MessageBoxPrompt::question(const QString &title, const QString &text)
+bool MessageBoxPrompt::question(const QString &title, const QString &text) { return ask(title, text, true); }
+
+bool MessageBoxPrompt::questionNoByDefault(const QString &title, const QString &text) { return ask(title, text, false); }
+
+bool MessageBoxPrompt::ask(const QString &title, const QString &text, bool yesByDefault)
 {
     NormalPointer pointer;
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
                     QApplication::activeWindow());
     box.button(QMessageBox::Yes)->setText(QStringLiteral("はい(&Y)"));
     box.button(QMessageBox::No)->setText(QStringLiteral("いいえ(&N)"));
-    box.setDefaultButton(QMessageBox::Yes);
+    box.setDefaultButton(yesByDefault ? QMessageBox::Yes : QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 

@@ -10,6 +10,10 @@ class MessageBoxPrompt : public Prompt {
 public:
     void message(Icon icon, const QString &title, const QString &text) override;
     bool question(const QString &title, const QString &text) override;
+    bool questionNoByDefault(const QString &title, const QString &text) override;
+
+private:
+    bool ask(const QString &title, const QString &text, bool yesByDefault);
 };
 
 } // namespace normaris

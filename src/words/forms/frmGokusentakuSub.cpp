@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -63,6 +64,9 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     names->addWidget(m_article, 3, 1);
     names->addWidget(m_articleCode, 3, 2);
     outer->addLayout(names);
+    // Chapter and article titles of up to 80 bytes show whole.
+    showBytes(m_chapter, 80);
+    showBytes(m_article, 80);
     m_chapter->installEventFilter(this);
     m_article->installEventFilter(this);
     connect(m_chapter, &QComboBox::currentIndexChanged, this, [this] {
@@ -142,11 +146,24 @@ bool frmGokusentakuSub::fillArticles()
 
 bool frmGokusentakuSub::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn) {
+    if (event->type() != QEvent::FocusIn)
+        return QDialog::eventFilter(watched, event);
+    // A list is filled when the user (or a message sending the user) moves to it. The focus
+    // that comes back as the list closes, or with the window after a box or another program,
+    // keeps the choice just made; only the window's first focus fills the empty 章 list.
+    switch (static_cast<QFocusEvent *>(event)->reason()) {
+    case Qt::PopupFocusReason:
+        break;
+    case Qt::ActiveWindowFocusReason:
+        if (watched == m_chapter && m_chapter->count() == 0)
+            fillChapters();
+        break;
+    default:
         if (watched == m_chapter)
             fillChapters();
         else if (watched == m_article)
             fillArticles();
+        break;
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -68,6 +68,7 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
         auto *box = new QLineEdit(this);
         box->setObjectName(QStringLiteral("Text1_%1").arg(k));
         box->installEventFilter(this);
+        showBytes(box, kWordLimit);
         rows->addWidget(caption, k, 0);
         rows->addWidget(code, k, 1);
         rows->addWidget(box, k, 2);
@@ -88,7 +89,7 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
     auto *buttons = new QHBoxLayout;
     QPushButton *update = makeButton(this, QStringLiteral("Command2"), QStringLiteral("更新(&U)"));
     QPushButton *cancel = makeButton(this, QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
-    QPushButton *preview = makeButton(this, QStringLiteral("Command4"), QStringLiteral("Wordで確認(&Ｅ)"));
+    QPushButton *preview = makeButton(this, QStringLiteral("Command4"), QStringLiteral("Wordで確認(&E)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
     for (QPushButton *b : {update, cancel, preview, help}) {
