@@ -1,24 +1,14 @@
 #include "fileformats/DocxTypist.h"
 
-#include "fileformats/DocxBody.h"
-#include "fileformats/DocxParts.h"
-#include "fileformats/ZipPackage.h"
+#include "fileformats/DocxPackage.h"
 
 namespace normaris {
 
+// Every page numbered; documentXml leaves the number off a cover.
 void DocxTypist::save(const QString &path) const
 {
     const QList<docx::Paragraph> all = paragraphs();
-    // [Content_Types].xml first, where readers that sniff a package look for it.
-    writeZipFile(path, {
-                           {QStringLiteral("[Content_Types].xml"), docx::contentTypesXml(true)},
-                           {QStringLiteral("_rels/.rels"), docx::packageRelationsXml()},
-                           {QStringLiteral("word/document.xml"), docx::documentXml(all)},
-                           {QStringLiteral("word/_rels/document.xml.rels"), docx::documentRelationsXml(true)},
-                           {QStringLiteral("word/styles.xml"), docx::stylesXml()},
-                           {QStringLiteral("word/settings.xml"), docx::settingsXml()},
-                           {QStringLiteral("word/footer1.xml"), docx::pageNumberFooterXml()},
-                       });
+    docx::saveDocx(path, QList<docx::Block>(all.cbegin(), all.cend()), docx::PageSetup{false, true});
 }
 
 } // namespace normaris
