@@ -6,6 +6,7 @@
 #include "composition/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "export/DocumentExport.h"
+#include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/BasicSettings.h"
@@ -16,7 +17,7 @@
 #include "base/AppState.h"
 #include "shell/ProgramFolder.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -146,10 +147,18 @@ void runChain(QSqlDatabase db, const QString &label, const QString &document, co
     const double substitution = timed([&] { SettingSubstitution(db, prompt).run(kStyle, document); });
     const QString out = dir + QStringLiteral("/") + document + QStringLiteral(".docx");
     const double rendering = timed([&] { DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, out); });
+    // The PDF laid out by the program: the rendering with its own layout and writing.
+    const QString pdfPath = dir + QStringLiteral("/") + document + QStringLiteral(".pdf");
+    int pages = 0;
+    const double pdf = timed([&] {
+        PdfOutput output(pdfPath);
+        DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, QString(), QString(), &output);
+        pages = output.pages();
+    });
     std::printf("%-22s %6d rows  build %8.1f ms  substitution %8.1f ms (numbering alone %7.1f ms)  rendering %8.1f ms  "
-                "chain %8.1f ms  .docx %6lld KB  peak %6ld MB%s\n",
+                "chain %8.1f ms  .docx %6lld KB  PDF %8.1f ms %5d pages %6lld KB  peak %6ld MB%s\n",
                 qUtf8Printable(label), rows, build, substitution, numbering, rendering, build + substitution + rendering,
-                QFile(out).size() / 1024, peakKilobytes() / 1024,
+                QFile(out).size() / 1024, pdf, pages, QFile(pdfPath).size() / 1024, peakKilobytes() / 1024,
                 prompt.m_messages ? qUtf8Printable(QStringLiteral("  (") + prompt.m_last + u')') : "");
     std::fflush(stdout);
 }
@@ -158,7 +167,10 @@ void runChain(QSqlDatabase db, const QString &label, const QString &document, co
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
+    // The PDF's fonts come through the GUI's application object; no screen is needed.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     QTemporaryDir dir;
     const QString root = dir.path() + QStringLiteral("/root");
     prepareProgramFolder(root, QStringLiteral(NORMARIS_APP_DIR));

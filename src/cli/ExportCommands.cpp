@@ -4,8 +4,12 @@
 #include "export/DocumentExport.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
+#include "pdf/PdfOutput.h"
 #include "base/Database.h"
 #include "base/AppState.h"
+
+#include <QGuiApplication>
+#include <optional>
 
 namespace normaris::cli {
 
@@ -86,6 +90,17 @@ int exportDocument(Context &c)
     options.showFirstParagraphNumber = pick(c, QStringLiteral("--number-first"), kNumberFirst);
     options.filingIsChange = pick(c, QStringLiteral("--filing"), kFiling);
     const QString out = c.args.option(QStringLiteral("--out"));
+    const QString pdf = c.args.option(QStringLiteral("--pdf"));
+    if (out.isEmpty() && pdf.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
+        return ExitFailure;
+    }
+    // The PDF is laid out with the platform's fonts: main() starts the GUI's
+    // application object (on the offscreen platform) when --pdf is given.
+    if (!pdf.isEmpty() && !qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
+        c.prompt.failure(QStringLiteral("PDF を作るにはフォントの設定が必要です。normaris-cli から --pdf を指定してください。"));
+        return ExitFailure;
+    }
     const bool filing = options.kind == ExportKind::Filing;
     if (!filing && !chooseStyleAndDocument(c))
         return ExitStopped;
@@ -95,9 +110,12 @@ int exportDocument(Context &c)
         && scalar(AppState::cn(), QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
                   {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString() == u"2")
         options.kind = ExportKind::Agreement;
+    std::optional<PdfOutput> pdfOutput;
+    if (!pdf.isEmpty())
+        pdfOutput.emplace(pdf);
     return exitCodeOf(DocumentExport(AppState::cn(), c.prompt)
                           .write(filing ? QString() : state.CurBunshoKeishikiCode, filing ? QString() : state.CurKiteiCode, options, out,
-                                 c.args.option(QStringLiteral("--text"))));
+                                 c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr));
 }
 
 } // namespace
@@ -110,8 +128,8 @@ void addExportCommands(QList<Command> &commands)
     commands << companyCommand({QStringLiteral("export")},
                                {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")), choiceOption(QStringLiteral("--kind"), kKinds),
                                 choiceOption(QStringLiteral("--cover"), kCovers), choiceOption(QStringLiteral("--number-first"), kNumberFirst),
-                                choiceOption(QStringLiteral("--filing"), kFiling), required(QStringLiteral("--out"), QStringLiteral("FILE.docx")),
-                                optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+                                choiceOption(QStringLiteral("--filing"), kFiling), optional(QStringLiteral("--out"), QStringLiteral("FILE.docx")),
+                                optional(QStringLiteral("--pdf"), QStringLiteral("FILE.pdf")), optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
                                {}, 0, 0, exportDocument, false);
 }
 

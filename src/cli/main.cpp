@@ -2,11 +2,30 @@
 
 #include "cli/Cli.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+
+#include <cstring>
+#include <memory>
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    // A PDF is laid out with the platform's fonts, which only the GUI's application
+    // object reaches. The command line shows no window, so it needs no screen: it
+    // runs on the offscreen platform unless told otherwise.
+    // The arguments as given: the GUI's application object takes some of them
+    // (--style) for itself.
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    const bool pdf = std::any_of(argv, argv + argc, [](const char *arg) { return std::strcmp(arg, "--pdf") == 0; });
+    std::unique_ptr<QCoreApplication> app;
+    if (pdf) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
     QCoreApplication::setApplicationName(QStringLiteral("normaris-cli"));
-    return normaris::cli::run(app.arguments().mid(1), QCoreApplication::applicationDirPath(), stdout, stderr);
+    return normaris::cli::run(args, QCoreApplication::applicationDirPath(), stdout, stderr);
 }

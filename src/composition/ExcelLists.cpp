@@ -200,7 +200,7 @@ void prepareWorkTables(QSqlDatabase db)
 
 } // namespace
 
-Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &document, const QString &path)
+Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &document, const QString &path, const Show &show)
 {
     const ListLayout &layout = layoutOf(kind);
     if (readArticleRows(m_db, style, document).isEmpty()) {
@@ -227,6 +227,10 @@ Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &do
     if (rows.isEmpty()) {
         m_prompt.information(QString::fromUtf8(layout.emptyTitle), QString::fromUtf8(layout.emptyText));
         return Outcome::Stopped;
+    }
+    if (show && !show(path)) {
+        m_prompt.failure(QStringLiteral("一覧表「%1」を開くアプリケーションが見つかりません。").arg(path));
+        return Outcome::Failed;
     }
     m_prompt.information(QStringLiteral("処理完了"), QStringLiteral("処理が完了しました。"));
     return Outcome::Done;

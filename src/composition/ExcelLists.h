@@ -8,6 +8,8 @@
 
 #include <QSqlDatabase>
 
+#include <functional>
+
 namespace normaris {
 
 enum class ListKind { BasicWords, EmbeddedWords, References, Templates };
@@ -16,9 +18,14 @@ class ExcelLists {
 public:
     ExcelLists(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
 
-    // Writes the list of the document to path. Done when written; Stopped when the
-    // document has no rows or nothing was found (the user has been told).
-    Outcome write(ListKind kind, const QString &style, const QString &document, const QString &path);
+    // Shows a written workbook to the user; false when nothing could open it.
+    using Show = std::function<bool(const QString &path)>;
+
+    // Writes the list of the document to path and shows it with show, when one is
+    // given, before "処理完了": the message comes when the work is there. Done when
+    // written and shown; Stopped when the document has no rows or nothing was found;
+    // Failed when it could not be written or shown (the user has been told).
+    Outcome write(ListKind kind, const QString &style, const QString &document, const QString &path, const Show &show = {});
 
 private:
     QSqlDatabase m_db;

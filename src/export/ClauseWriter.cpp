@@ -55,6 +55,7 @@ QString previewIrohaLabel(const CompositionRow &, bool) { return QStringLiteral(
 } // namespace
 
 struct ClauseForm {
+    Typist::ParagraphStyle style;
     int indent;               // first-line indent in characters; negative hangs
     LabelOf label;            // before the first line of the clause
     QString continuation;     // blank prefix of a segment that starts a new line
@@ -68,23 +69,23 @@ namespace {
 
 // The finished document. Every marker left in a segment (★ word, ◆ reference,
 // ☆ setting) shows in blue.
-// Columns: indent, label, continued line, templates, marks, segment colour, break before a lone line.
-const ClauseForm kZenbun{0, zenbunLabel, QStringLiteral("  "), false, markColor, SegmentColour::OwnKept, true};
+// Columns: style, indent, label, continued line, templates, marks, segment colour, break before a lone line.
+const ClauseForm kZenbun{Typist::ParagraphStyle::Preamble, 0, zenbunLabel, QStringLiteral("  "), false, markColor, SegmentColour::OwnKept, true};
 const ClauseForm kDocumentLevels[] = {
-    /* 項 */ {-1, kouLabel, QStringLiteral("    "), true, markColor, SegmentColour::OwnThenBlack, false},
-    /* 号 */ {-2, gouLabel, QStringLiteral("      "), true, markColor, SegmentColour::OwnThenBlack, false},
-    /* ① */ {-3, maruLabel, QStringLiteral("        "), false, markColor, SegmentColour::Head, false},
-    /* イ */ {-4, irohaLabel, QStringLiteral("          "), false, markColor, SegmentColour::Head, false},
+    /* 項 */ {Typist::ParagraphStyle::Paragraph, -1, kouLabel, QStringLiteral("    "), true, markColor, SegmentColour::OwnThenBlack, false},
+    /* 号 */ {Typist::ParagraphStyle::Item, -2, gouLabel, QStringLiteral("      "), true, markColor, SegmentColour::OwnThenBlack, false},
+    /* ① */ {Typist::ParagraphStyle::Maru, -3, maruLabel, QStringLiteral("        "), false, markColor, SegmentColour::Head, false},
+    /* イ */ {Typist::ParagraphStyle::Iroha, -4, irohaLabel, QStringLiteral("          "), false, markColor, SegmentColour::Head, false},
 };
 
 // The preview of an article, made to check its words: only their ★ markers show
 // in blue, on every segment, and a template segment is typed as it stands.
 // Columns as above.
 const ClauseForm kPreviewLevels[] = {
-    /* 項 */ {-1, previewKouLabel, QStringLiteral("    "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* 号 */ {-2, previewGouLabel, QStringLiteral("      "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* ① */ {-3, previewMaruLabel, QStringLiteral("        "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* イ */ {-4, previewIrohaLabel, QStringLiteral("          "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* 項 */ {Typist::ParagraphStyle::Paragraph, -1, previewKouLabel, QStringLiteral("    "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* 号 */ {Typist::ParagraphStyle::Item, -2, previewGouLabel, QStringLiteral("      "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* ① */ {Typist::ParagraphStyle::Maru, -3, previewMaruLabel, QStringLiteral("        "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* イ */ {Typist::ParagraphStyle::Iroha, -4, previewIrohaLabel, QStringLiteral("          "), false, wordMarkColor, SegmentColour::OwnKept, false},
 };
 
 bool isTemplateSegment(const ClauseForm &form, const CompositionRow &row)
@@ -114,6 +115,7 @@ void ClauseWriter::type(Level level) { typeClause(isClauseLevel(level) ? m_level
 // The head takes the colour that the body loop set for its row.
 void ClauseWriter::typeClause(const ClauseForm &form)
 {
+    m_typist.setParagraphStyle(form.style);
     m_typist.setAlignment(Typist::Alignment::Left);
     m_typist.setCharacterUnitFirstLineIndent(form.indent);
     const CompositionRow &head = m_cursor.row();

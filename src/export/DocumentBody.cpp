@@ -48,6 +48,7 @@ void DocumentBody::typeRow(const CompositionRow &row)
 
 void DocumentBody::typeTitle(const CompositionRow &row)
 {
+    m_typist.setParagraphStyle(Typist::ParagraphStyle::DocumentName);
     m_typist.setAlignment(Typist::Alignment::Center);
     m_typist.setBold(true);
     m_typist.setFontSize(14);
@@ -67,6 +68,7 @@ void DocumentBody::typeChapter(const CompositionRow &row)
     if (isChapterless(row))
         return;
     m_typist.typeParagraph();
+    m_typist.setParagraphStyle(Typist::ParagraphStyle::Chapter);
     m_typist.setAlignment(Typist::Alignment::Center);
     m_typist.setBold(true);
     m_typist.typeText(chapterHeading(row));
@@ -76,6 +78,7 @@ void DocumentBody::typeChapter(const CompositionRow &row)
 void DocumentBody::typeArticle(const CompositionRow &row)
 {
     m_typist.typeParagraph();
+    m_typist.setParagraphStyle(Typist::ParagraphStyle::Article);
     m_typist.setAlignment(Typist::Alignment::Left);
     m_typist.typeText(articleHeading(row));
 }

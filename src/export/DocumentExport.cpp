@@ -15,6 +15,8 @@
 #include <QSaveFile>
 #include <QTemporaryFile>
 
+#include <optional>
+
 namespace normaris {
 
 namespace {
@@ -45,21 +47,28 @@ void keepVersion(QSqlDatabase db, const QString &style, const QString &document,
 } // namespace
 
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options,
-                              const QString &docxPath, const QString &textPath)
+                              const QString &docxPath, const QString &textPath, ExtraOutput *extra)
 {
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;
     VersionRecorder recorder;
     TypistPair records(text, recorder);
-    TypistPair typist(docx, records);
+    TypistPair documents(docx, records);
+    std::optional<TypistPair> withExtra;
+    if (extra)
+        withExtra.emplace(documents, extra->typist());
+    Typist &typist = withExtra ? static_cast<Typist &>(*withExtra) : documents;
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
     if (outcome == Outcome::Stopped)
         return outcome;
     try {
-        docx.save(docxPath);
+        if (!docxPath.isEmpty())
+            docx.save(docxPath);
         if (!textPath.isEmpty())
             writeText(textPath, text.text());
+        if (extra)
+            extra->save();
         // Only a whole document of rules or an agreement is a version; the filing forms are not.
         if (outcome == Outcome::Done && options.kind != ExportKind::Filing)
             keepVersion(m_db, style, document, recorder.rows());

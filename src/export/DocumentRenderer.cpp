@@ -2,6 +2,8 @@
 
 #include "composition/CompositionRow.h"
 #include "export/DocumentBody.h"
+#include "export/DocumentChecks.h"
+#include "export/DocumentTexts.h"
 #include "export/FilingForms.h"
 #include "export/FrontMatter.h"
 #include "export/SettingValues.h"
@@ -81,12 +83,24 @@ Outcome DocumentRenderer::renderDocument(Typist &typist, const QString &style, c
     const QList<CompositionRow> rows = readWorkRows(m_db, kOutputRowsTable, style, document);
     if (rows.isEmpty())
         return stop(kDataCheck, QStringLiteral("データがありません。"));
+    // Headings alone would give a document without a word of rules.
+    if (!hasClauses(rows))
+        return stop(kDataCheck, QStringLiteral("条文のデータがありません。条文を選択してからデータ作成を行ってください。"));
     const QList<EffectiveDate> dates = EffectiveDates(m_db, document).list();
     if (dates.isEmpty())
         return stop(kDataCheck, QStringLiteral("日付のデータがありません。"));
     const std::optional<SettingValues> settings = SettingValues::read(m_db);
     if (!settings)
         return stop(kDataCheck, QStringLiteral("基本設定のデータがありません。"));
+
+    // Adds and releases can leave numbers such as 第０条, or 第３条 before 第１条:
+    // the user decides whether such a document is printed.
+    if (const CompositionRow *row = firstOutOfOrder(rows)) {
+        const QString heading = row->level == Level::Chapter ? chapterHeading(*row) : articleHeading(*row);
+        if (!m_prompt.question(QStringLiteral("番号の確認"),
+                               QStringLiteral("「%1」から番号が１、２、３…の順になっていません。このまま文書を作成しますか？").arg(heading)))
+            return Outcome::Stopped;
+    }
 
     const bool agreement = options.kind == ExportKind::Agreement;
     const bool cover = !agreement && (options.cover == CoverChoice::Both || options.cover == CoverChoice::CoverOnly);

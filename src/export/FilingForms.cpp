@@ -80,6 +80,7 @@ void FilingForms::typeSignatureBlock()
 {
     m_typist.setColor(Typist::Color::Black);
     m_typist.typeParagraph();
+    m_typist.setParagraphStyle(Typist::ParagraphStyle::Form);
     m_typist.typeText(blankDateLine());
     typeParagraphs(3);
     typeSettingLine(kBlanks20 + QStringLiteral("{事業所名}"));
@@ -102,6 +103,7 @@ void FilingForms::typeNotificationAndOpinion(bool isChange)
 
 void FilingForms::typeNotification(bool isChange)
 {
+    m_typist.setParagraphStyle(Typist::ParagraphStyle::Form);
     m_typist.setAlignment(Typist::Alignment::Center);
     m_typist.setFontSize(20);
     m_typist.typeText(QStringLiteral("就業規則"));

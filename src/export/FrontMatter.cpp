@@ -47,6 +47,7 @@ using ContentsLine = void (*)(Typist &, const CompositionRow &, const QString &f
 const std::pair<Level, ContentsLine> kContentsLines[] = {
     {Level::Document,
      [](Typist &typist, const CompositionRow &, const QString &formalName) {
+         typist.setParagraphStyle(Typist::ParagraphStyle::ContentsName);
          typist.setAlignment(Typist::Alignment::Left);
          typist.setFontSize(12);
          typist.typeText(formalName);
@@ -57,12 +58,14 @@ const std::pair<Level, ContentsLine> kContentsLines[] = {
      [](Typist &typist, const CompositionRow &row, const QString &) {
          if (isChapterless(row))
              return;
+         typist.setParagraphStyle(Typist::ParagraphStyle::Contents1);
          typist.setAlignment(Typist::Alignment::Left);
          typist.typeText(chapterHeading(row));
          typist.typeParagraph();
      }},
     {Level::Article,
      [](Typist &typist, const CompositionRow &row, const QString &) {
+         typist.setParagraphStyle(Typist::ParagraphStyle::Contents2);
          typist.setAlignment(Typist::Alignment::Left);
          typist.typeText(QStringLiteral("　") + articleHeading(row));
          typist.typeParagraph();
@@ -73,9 +76,11 @@ const std::pair<Level, ContentsLine> kContentsLines[] = {
 
 void typeCover(Typist &typist, const QString &formalName, const QString &companyName)
 {
+    typist.setParagraphStyle(Typist::ParagraphStyle::Cover);
     typist.setAlignment(Typist::Alignment::Center);
     const TitleSize &size = titleSizeFor(formalName);
     typeParagraphs(typist, 10);
+    typist.setParagraphStyle(Typist::ParagraphStyle::Title);
     typist.setFontSize(size.points);
     typist.typeText(formalName);
     typist.setFontSize(Typist::kBaseSize);
@@ -90,6 +95,7 @@ void typeCover(Typist &typist, const QString &formalName, const QString &company
 
 void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, const QString &formalName)
 {
+    typist.setParagraphStyle(Typist::ParagraphStyle::ContentsTitle);
     typist.setAlignment(Typist::Alignment::Center);
     typist.setFontSize(18);
     typist.typeText(QStringLiteral("目　次"));
@@ -101,6 +107,8 @@ void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, cons
         }
     }
     typist.setFontSize(Typist::kBaseSize);
+    // The break stands in a paragraph of its own after the entries, not in one.
+    typist.setParagraphStyle(Typist::ParagraphStyle::Body);
     typist.insertPageBreak();
 }
 

@@ -22,6 +22,7 @@ public:
     {
         both([&](Typist &t) { t.setCharacterUnitFirstLineIndent(characters); });
     }
+    void setParagraphStyle(ParagraphStyle style) override { both([&](Typist &t) { t.setParagraphStyle(style); }); }
     void startRow(const CompositionRow &row) override { both([&](Typist &t) { t.startRow(row); }); }
     void endRows() override { both([](Typist &t) { t.endRows(); }); }
 

@@ -1,6 +1,8 @@
 #include "fileformats/DocxBody.h"
 
+#include "fileformats/DocxFormat.h"
 #include "fileformats/DocxXml.h"
+#include "export/ParagraphStyles.h"
 
 #include <QXmlStreamWriter>
 
@@ -8,19 +10,9 @@ namespace normaris::docx {
 
 namespace {
 
-// A colour value of the Typist (blue in the high byte) as RRGGBB.
-QString hexColor(Typist::Color color)
-{
-    const int v = static_cast<int>(color);
-    return QString::asprintf("%02X%02X%02X", v & 0xFF, (v >> 8) & 0xFF, (v >> 16) & 0xFF);
-}
-
-// Font sizes are written in half-points, within what a word processor accepts
-// (1 to 1638 pt).
-int halfPoints(double points)
-{
-    return qBound(2, qRound(points * 2), 3276);
-}
+// The instruction of the table of contents: the paragraphs of outline levels 1
+// and 2 (章 and 条), as links, without page numbers in the web view.
+const QString kContentsField = QStringLiteral("TOC \\o \"1-2\" \\h \\z \\u");
 
 // Blanks at the ends or two in a row, such as the blanks after a clause's label
 // or the indent of a continued line: where a reader may fold or drop them.
@@ -36,82 +28,30 @@ bool hasSignificantBlanks(const QString &text)
     return false;
 }
 
-// The font where it differs from the document's defaults (word/styles.xml):
-// the base font, the base size, black, neither bold nor struck through. The
-// children stand in the order the schema gives them (rFonts, b, bCs, dstrike,
-// color, sz, szCs, u); another order makes a word processor call the file corrupt.
-void writeFont(QXmlStreamWriter &xml, const Font &font)
+// The font a paragraph's style gives its text.
+Font styleFont(const ParagraphStyleInfo &style)
 {
-    const Font base;
-    if (font == base)
-        return;
-    xml.writeStartElement(kWordNs, QStringLiteral("rPr"));
-    if (font.name != base.name) {
-        xml.writeEmptyElement(kWordNs, QStringLiteral("rFonts"));
-        xml.writeAttribute(kWordNs, QStringLiteral("ascii"), font.name);
-        xml.writeAttribute(kWordNs, QStringLiteral("eastAsia"), font.name);
-        xml.writeAttribute(kWordNs, QStringLiteral("hAnsi"), font.name);
-    }
-    if (font.bold) {
-        xml.writeEmptyElement(kWordNs, QStringLiteral("b"));
-        xml.writeEmptyElement(kWordNs, QStringLiteral("bCs"));
-    }
-    if (font.doubleStrike)
-        xml.writeEmptyElement(kWordNs, QStringLiteral("dstrike"));
-    if (font.color != base.color)
-        writeVal(xml, QStringLiteral("color"), hexColor(font.color));
-    if (halfPoints(font.size) != halfPoints(base.size)) {
-        const QString size = QString::number(halfPoints(font.size));
-        writeVal(xml, QStringLiteral("sz"), size);
-        writeVal(xml, QStringLiteral("szCs"), size);
-    }
-    if (font.underline)
-        writeVal(xml, QStringLiteral("u"), QStringLiteral("single"));
-    xml.writeEndElement();
+    Font font;
+    font.size = style.size;
+    font.bold = style.bold;
+    return font;
 }
 
-// The indent in characters, with the same distance in twips beside it for a
-// reader that goes by the absolute values. A hanging indent of n characters is a
-// left indent of n with the first line pulled back by n: the label stands at the
-// margin and the wrapped lines n characters in.
-void writeIndent(QXmlStreamWriter &xml, int characters)
+// In the schema's order: pStyle, keepNext, ind, jc, then the paragraph mark's
+// font. keepNext of its own is for a blank line after a heading, which must not
+// end a page where the heading's text does not follow.
+void writeParagraphProperties(QXmlStreamWriter &xml, const Paragraph &paragraph, bool keepWithNext)
 {
-    if (characters == 0)
-        return;
-    const int n = qAbs(characters);
-    const QString chars = QString::number(n * 100), twips = QString::number(n * kTwipsPerCharacter);
-    xml.writeEmptyElement(kWordNs, QStringLiteral("ind"));
-    if (characters < 0) {
-        xml.writeAttribute(kWordNs, QStringLiteral("leftChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("left"), twips);
-        xml.writeAttribute(kWordNs, QStringLiteral("hangingChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("hanging"), twips);
-    } else {
-        xml.writeAttribute(kWordNs, QStringLiteral("firstLineChars"), chars);
-        xml.writeAttribute(kWordNs, QStringLiteral("firstLine"), twips);
-    }
-}
-
-QString alignmentValue(Typist::Alignment alignment)
-{
-    switch (alignment) {
-    case Typist::Alignment::Center:
-        return QStringLiteral("center");
-    case Typist::Alignment::Right:
-        return QStringLiteral("right");
-    case Typist::Alignment::Left:
-        break;
-    }
-    return QStringLiteral("left");
-}
-
-// In the schema's order: ind, jc, then the paragraph mark's font.
-void writeParagraphProperties(QXmlStreamWriter &xml, const Paragraph &paragraph)
-{
+    const ParagraphStyleInfo &style = paragraphStyleInfo(paragraph.style);
     xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
-    writeIndent(xml, paragraph.indent);
-    writeVal(xml, QStringLiteral("jc"), alignmentValue(paragraph.alignment));
-    writeFont(xml, paragraph.mark);
+    if (paragraph.style != Typist::ParagraphStyle::Body)
+        writeVal(xml, QStringLiteral("pStyle"), QString::fromUtf16(style.id));
+    if (keepWithNext && !style.keepWithNext)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("keepNext"));
+    writeIndent(xml, paragraph.indent, style.indent);
+    if (paragraph.alignment != style.alignment)
+        writeVal(xml, QStringLiteral("jc"), alignmentValue(paragraph.alignment));
+    writeFont(xml, paragraph.mark, styleFont(style));
     xml.writeEndElement();
 }
 
@@ -126,10 +66,10 @@ void writeText(QXmlStreamWriter &xml, const QString &text)
     xml.writeEndElement();
 }
 
-void writeRun(QXmlStreamWriter &xml, const Run &run)
+void writeRun(QXmlStreamWriter &xml, const Run &run, const Font &base)
 {
     xml.writeStartElement(kWordNs, QStringLiteral("r"));
-    writeFont(xml, run.font);
+    writeFont(xml, run.font, base, characterStyleOf(run.font.color));
     if (run.pageBreak) {
         xml.writeEmptyElement(kWordNs, QStringLiteral("br"));
         xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("page"));
@@ -156,8 +96,9 @@ constexpr PageSize kLandscape{16838, 11906, 1134, 1418, 1134, 1418};
 const PageSize &pageSize(const PageSetup &setup) { return setup.landscape ? kLandscape : kPortrait; }
 
 // The line grid of 18 pt gives 10.5-point text its customary line spacing. The
-// footer, when there is one, is the relationship rId3 of the document part.
-void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup)
+// footer, when there is one, is the relationship rId3 of the document part; a
+// document that opens with its cover shows none on that first page.
+void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup, bool cover)
 {
     const PageSize &page = pageSize(setup);
     xml.writeStartElement(kWordNs, QStringLiteral("sectPr"));
@@ -181,18 +122,38 @@ void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup)
     xml.writeAttribute(kWordNs, QStringLiteral("gutter"), QStringLiteral("0"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("cols"));
     xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("425"));
+    if (cover && setup.pageNumbers)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("titlePg"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("docGrid"));
     xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("lines"));
     xml.writeAttribute(kWordNs, QStringLiteral("linePitch"), QStringLiteral("360"));
     xml.writeEndElement();
 }
 
-void writeParagraph(QXmlStreamWriter &xml, const Paragraph &paragraph)
+bool isEntry(const Paragraph &paragraph) { return paragraphStyleInfo(paragraph.style).part == DocumentPart::Entry; }
+
+bool isEmpty(const Paragraph &paragraph)
+{
+    for (const Run &run : paragraph.runs)
+        if (!run.text.isEmpty())
+            return false;
+    return true;
+}
+
+// A paragraph; a field may begin before its runs or end after them.
+enum FieldEdge { NoField = 0, BeginsField = 1, EndsField = 2 };
+
+void writeParagraph(QXmlStreamWriter &xml, const Paragraph &paragraph, bool keepWithNext = false, int field = NoField)
 {
     xml.writeStartElement(kWordNs, QStringLiteral("p"));
-    writeParagraphProperties(xml, paragraph);
+    writeParagraphProperties(xml, paragraph, keepWithNext);
+    if (field & BeginsField)
+        beginField(xml, kContentsField);
+    const Font base = styleFont(paragraphStyleInfo(paragraph.style));
     for (const Run &run : paragraph.runs)
-        writeRun(xml, run);
+        writeRun(xml, run, base);
+    if (field & EndsField)
+        endField(xml);
     xml.writeEndElement();
 }
 
@@ -265,24 +226,45 @@ int textWidth(const PageSetup &setup)
 
 QByteArray documentXml(const QList<Paragraph> &paragraphs)
 {
-    return documentXml(QList<Block>(paragraphs.cbegin(), paragraphs.cend()), PageSetup{});
+    return documentXml(QList<Block>(paragraphs.cbegin(), paragraphs.cend()), PageSetup{false, true});
 }
 
 QByteArray documentXml(const QList<Block> &blocks, const PageSetup &setup)
 {
+    // The entries of the table of contents, as the renderer typed them, are the
+    // stored result of a field that a word processor can make again from the
+    // headings, with page numbers.
+    qsizetype firstEntry = -1, lastEntry = -1;
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        const Paragraph *p = std::get_if<Paragraph>(&blocks[i]);
+        if (p && isEntry(*p) && !isEmpty(*p)) {
+            if (firstEntry < 0)
+                firstEntry = i;
+            lastEntry = i;
+        }
+    }
+    const Paragraph *first = blocks.isEmpty() ? nullptr : std::get_if<Paragraph>(&blocks.first());
+    const bool cover = first && paragraphStyleInfo(first->style).part == DocumentPart::Cover;
+
     QByteArray out;
     QXmlStreamWriter xml(&out);
     startWordPart(xml, QStringLiteral("document"));
     if (setup.pageNumbers)
         xml.writeNamespace(kRelationshipsNs, QStringLiteral("r"));
     xml.writeStartElement(kWordNs, QStringLiteral("body"));
-    for (const Block &block : blocks) {
-        if (const Paragraph *paragraph = std::get_if<Paragraph>(&block))
-            writeParagraph(xml, *paragraph);
-        else
-            writeTable(xml, std::get<Table>(block));
+    bool keep = false; // the paragraph before keeps with this one
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        const Paragraph *paragraph = std::get_if<Paragraph>(&blocks[i]);
+        if (!paragraph) {
+            writeTable(xml, std::get<Table>(blocks[i]));
+            keep = false;
+            continue;
+        }
+        const bool blankAfterHeading = keep && paragraph->runs.isEmpty();
+        writeParagraph(xml, *paragraph, blankAfterHeading, (i == firstEntry ? BeginsField : NoField) | (i == lastEntry ? EndsField : NoField));
+        keep = paragraphStyleInfo(paragraph->style).keepWithNext || blankAfterHeading;
     }
-    writePageSetup(xml, setup);
+    writePageSetup(xml, setup, cover);
     xml.writeEndDocument();
     return out;
 }

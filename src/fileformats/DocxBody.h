@@ -2,6 +2,7 @@
 // The main part of a .docx, word/document.xml: the paragraphs with their runs,
 // then the page set-up (A4, the margins a Japanese word processor starts with).
 
+#include "fileformats/DocxFormat.h"
 #include "fileformats/DocxModel.h"
 
 #include <QByteArray>
@@ -10,9 +11,6 @@ class QXmlStreamWriter;
 
 namespace normaris::docx {
 
-// One character of the base size (10.5 pt) in twentieths of a point: the unit of
-// the character-based indents.
-inline constexpr int kTwipsPerCharacter = 210;
 
 QByteArray documentXml(const QList<Paragraph> &paragraphs);
 // Paragraphs and tables under the page set-up given. A footer with the page number

@@ -1,7 +1,8 @@
 #pragma once
-// What a DocxTypist holds of the document until it is saved: paragraphs of runs,
-// each run with the font it was typed in. A paragraph's settings may still change
-// while the cursor is in it, so nothing becomes XML before the document is saved.
+// What a RecordingTypist (the .docx and the PDF typists) holds of the document
+// until it is written: paragraphs of runs, each run with the font it was typed in.
+// A paragraph's settings may still change while the cursor is in it, so nothing is
+// written before the whole document is there.
 
 #include "export/Typist.h"
 
@@ -29,6 +30,7 @@ struct Run {
 };
 
 struct Paragraph {
+    Typist::ParagraphStyle style = Typist::ParagraphStyle::Body;
     Typist::Alignment alignment = Typist::Alignment::Left;
     int indent = 0; // in characters, as Typist::setCharacterUnitFirstLineIndent
     QList<Run> runs;

@@ -1,7 +1,9 @@
 #include "fileformats/DocxParts.h"
 
 #include "fileformats/DocxBody.h"
+#include "fileformats/DocxFormat.h"
 #include "fileformats/DocxXml.h"
+#include "export/ParagraphStyles.h"
 
 #include <QXmlStreamWriter>
 
@@ -73,63 +75,25 @@ QByteArray packageRelationsXml()
 
 QByteArray documentRelationsXml(bool withFooter)
 {
+    // In this order: the footer's id is rId3.
     QList<Relation> relations{{"styles", "styles.xml"}, {"settings", "settings.xml"}};
     if (withFooter)
         relations.append(Relation{"footer", "footer1.xml"});
     return relationsXml(relations);
 }
 
-// The PAGE field, with 1 as its last shown value for readers that do not update fields.
-QByteArray pageNumberFooterXml()
-{
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
-    startWordPart(xml, QStringLiteral("ftr"));
-    xml.writeStartElement(kWordNs, QStringLiteral("p"));
-    xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
-    writeVal(xml, QStringLiteral("jc"), QStringLiteral("center"));
-    xml.writeEndElement();
-    const auto fieldChar = [&](const QString &type) {
-        xml.writeStartElement(kWordNs, QStringLiteral("r"));
-        xml.writeEmptyElement(kWordNs, QStringLiteral("fldChar"));
-        xml.writeAttribute(kWordNs, QStringLiteral("fldCharType"), type);
-        xml.writeEndElement();
-    };
-    fieldChar(QStringLiteral("begin"));
-    xml.writeStartElement(kWordNs, QStringLiteral("r"));
-    xml.writeStartElement(kWordNs, QStringLiteral("instrText"));
-    xml.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
-    xml.writeCharacters(QStringLiteral(" PAGE "));
-    xml.writeEndElement();
-    xml.writeEndElement();
-    fieldChar(QStringLiteral("separate"));
-    xml.writeStartElement(kWordNs, QStringLiteral("r"));
-    xml.writeTextElement(kWordNs, QStringLiteral("t"), QStringLiteral("1"));
-    xml.writeEndElement();
-    fieldChar(QStringLiteral("end"));
-    xml.writeEndElement(); // p
-    xml.writeEndDocument();
-    return out;
-}
+namespace {
 
 // The document's defaults are the base font of every Typist: ＭＳ 明朝 for
 // Japanese and Latin text alike, 10.5 pt, black. The Latin language stays en-US
 // beside Japanese, as a Japanese word processor writes it, so that the ASCII
 // labels are not taken for Japanese by spelling and hyphenation.
-QByteArray stylesXml()
+void writeDefaults(QXmlStreamWriter &xml)
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
-    startWordPart(xml, QStringLiteral("styles"));
-
     xml.writeStartElement(kWordNs, QStringLiteral("docDefaults"));
     xml.writeStartElement(kWordNs, QStringLiteral("rPrDefault"));
     xml.writeStartElement(kWordNs, QStringLiteral("rPr"));
-    xml.writeEmptyElement(kWordNs, QStringLiteral("rFonts"));
-    xml.writeAttribute(kWordNs, QStringLiteral("ascii"), Typist::kMinchoFont);
-    xml.writeAttribute(kWordNs, QStringLiteral("eastAsia"), Typist::kMinchoFont);
-    xml.writeAttribute(kWordNs, QStringLiteral("hAnsi"), Typist::kMinchoFont);
-    xml.writeAttribute(kWordNs, QStringLiteral("cs"), Typist::kMinchoFont);
+    writeFontSlots(xml, Typist::kMinchoFont);
     writeVal(xml, QStringLiteral("color"), QStringLiteral("000000"));
     writeVal(xml, QStringLiteral("kern"), QStringLiteral("2"));
     const QString size = QString::number(qRound(Typist::kBaseSize * 2));
@@ -145,29 +109,86 @@ QByteArray stylesXml()
     xml.writeEmptyElement(kWordNs, QStringLiteral("pPr"));
     xml.writeEndElement();
     xml.writeEndElement(); // docDefaults
+}
 
-    // The default paragraph style. Widow control is off, as in Japanese
-    // documents, where a lone line at a page's foot is normal.
+void startStyle(QXmlStreamWriter &xml, const QString &type, const QString &id, const QString &name, bool isDefault)
+{
     xml.writeStartElement(kWordNs, QStringLiteral("style"));
-    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("paragraph"));
-    xml.writeAttribute(kWordNs, QStringLiteral("default"), QStringLiteral("1"));
-    xml.writeAttribute(kWordNs, QStringLiteral("styleId"), QStringLiteral("Normal"));
-    writeVal(xml, QStringLiteral("name"), QStringLiteral("Normal"));
+    xml.writeAttribute(kWordNs, QStringLiteral("type"), type);
+    if (isDefault)
+        xml.writeAttribute(kWordNs, QStringLiteral("default"), QStringLiteral("1"));
+    xml.writeAttribute(kWordNs, QStringLiteral("styleId"), id);
+    writeVal(xml, QStringLiteral("name"), name);
+}
+
+// A paragraph style of the table, in the schema's order: name, basedOn, next,
+// qFormat, pPr (keepNext, widowControl, ind, jc, outlineLvl), rPr. Every style
+// but Normal is based on Normal and says only what it changes. Normal names the
+// Japanese font for every slot, half-width letters and digits included, so that
+// the labels and dates are set in the face of the text around them.
+void writeParagraphStyle(QXmlStreamWriter &xml, const ParagraphStyleInfo &info)
+{
+    const bool normal = info.style == Typist::ParagraphStyle::Body;
+    startStyle(xml, QStringLiteral("paragraph"), QString::fromUtf16(info.id), QString::fromUtf16(info.name), normal);
+    if (!normal)
+        writeVal(xml, QStringLiteral("basedOn"), QStringLiteral("Normal"));
+    writeVal(xml, QStringLiteral("next"), QString::fromUtf16(paragraphStyleInfo(info.next).id));
     xml.writeEmptyElement(kWordNs, QStringLiteral("qFormat"));
     xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
-    writeVal(xml, QStringLiteral("widowControl"), QStringLiteral("0"));
-    xml.writeEndElement();
-    xml.writeEndElement();
+    if (info.keepWithNext)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("keepNext"));
+    if (normal)
+        xml.writeEmptyElement(kWordNs, QStringLiteral("widowControl"));
+    writeIndent(xml, info.indent, 0);
+    if (info.alignment != Typist::Alignment::Left)
+        writeVal(xml, QStringLiteral("jc"), alignmentValue(info.alignment));
+    if (info.outlineLevel > 0)
+        writeVal(xml, QStringLiteral("outlineLvl"), QString::number(info.outlineLevel - 1));
+    xml.writeEndElement(); // pPr
+    Font font;
+    font.size = info.size;
+    font.bold = info.bold;
+    if (normal) {
+        xml.writeStartElement(kWordNs, QStringLiteral("rPr"));
+        writeFontSlots(xml, Typist::kMinchoFont);
+        xml.writeEndElement();
+    } else {
+        writeFont(xml, font, Font());
+    }
+    xml.writeEndElement(); // style
+}
 
-    xml.writeStartElement(kWordNs, QStringLiteral("style"));
-    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("character"));
-    xml.writeAttribute(kWordNs, QStringLiteral("default"), QStringLiteral("1"));
-    xml.writeAttribute(kWordNs, QStringLiteral("styleId"), QStringLiteral("DefaultParagraphFont"));
-    writeVal(xml, QStringLiteral("name"), QStringLiteral("Default Paragraph Font"));
+void writeCharacterStyle(QXmlStreamWriter &xml, const CharacterStyle &style)
+{
+    startStyle(xml, QStringLiteral("character"), style.id, style.name, false);
+    writeVal(xml, QStringLiteral("basedOn"), QStringLiteral("DefaultParagraphFont"));
+    xml.writeEmptyElement(kWordNs, QStringLiteral("qFormat"));
+    Font font;
+    font.color = style.color;
+    writeFont(xml, font, Font());
+    xml.writeEndElement();
+}
+
+} // namespace
+
+// The paragraph styles of the renderer's table, the default character style and
+// the character styles of the coloured marks.
+QByteArray stylesXml()
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startWordPart(xml, QStringLiteral("styles"));
+    writeDefaults(xml);
+    for (const ParagraphStyleInfo &info : kParagraphStyles)
+        writeParagraphStyle(xml, info);
+
+    startStyle(xml, QStringLiteral("character"), QStringLiteral("DefaultParagraphFont"), QStringLiteral("Default Paragraph Font"), true);
     writeVal(xml, QStringLiteral("uiPriority"), QStringLiteral("1"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("semiHidden"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("unhideWhenUsed"));
     xml.writeEndElement();
+    for (const CharacterStyle &style : characterStyles())
+        writeCharacterStyle(xml, style);
 
     xml.writeEndDocument();
     return out;
@@ -183,12 +204,36 @@ QByteArray settingsXml()
     startWordPart(xml, QStringLiteral("settings"));
     writeVal(xml, QStringLiteral("defaultTabStop"), QString::number(4 * kTwipsPerCharacter));
     writeVal(xml, QStringLiteral("characterSpacingControl"), QStringLiteral("compressPunctuation"));
+    // The table of contents is a field whose stored result has no page numbers:
+    // the word processor fills them in when it opens the document.
+    writeVal(xml, QStringLiteral("updateFields"), QStringLiteral("true"));
     xml.writeStartElement(kWordNs, QStringLiteral("compat"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("compatSetting"));
     xml.writeAttribute(kWordNs, QStringLiteral("name"), QStringLiteral("compatibilityMode"));
     xml.writeAttribute(kWordNs, QStringLiteral("uri"), QStringLiteral("http://schemas.microsoft.com/office/word"));
     xml.writeAttribute(kWordNs, QStringLiteral("val"), QStringLiteral("15"));
     xml.writeEndElement();
+    xml.writeEndDocument();
+    return out;
+}
+
+// One centred paragraph with the number of the page, as a PAGE field whose
+// stored result is 1 until the word processor lays the pages out.
+QByteArray pageNumberFooterXml()
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startWordPart(xml, QStringLiteral("ftr"));
+    xml.writeStartElement(kWordNs, QStringLiteral("p"));
+    xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
+    writeVal(xml, QStringLiteral("jc"), QStringLiteral("center"));
+    xml.writeEndElement();
+    beginField(xml, QStringLiteral("PAGE"));
+    xml.writeStartElement(kWordNs, QStringLiteral("r"));
+    xml.writeTextElement(kWordNs, QStringLiteral("t"), QStringLiteral("1"));
+    xml.writeEndElement();
+    endField(xml);
+    xml.writeEndElement(); // p
     xml.writeEndDocument();
     return out;
 }

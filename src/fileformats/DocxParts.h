@@ -1,6 +1,7 @@
 #pragma once
 // The parts of a .docx that do not depend on what was typed: the content types,
-// the relationships, the styles with the document's base font, and the settings.
+// the relationships, the styles with the document's base font, the settings and
+// the footer with the page number.
 
 #include <QByteArray>
 

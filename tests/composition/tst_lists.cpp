@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -39,6 +40,33 @@ private slots:
         m_root->openCompany(QStringLiteral("甲"));
     }
     void cleanup() { m_root.reset(); }
+
+    // "処理完了" comes once the workbook is in front of the user; when nothing can
+    // show it, the message names its full path instead.
+    void doneAfterTheWorkbookIsShown_data()
+    {
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<int>("outcome");
+        QTest::newRow("shown") << true << int(Outcome::Done);
+        QTest::newRow("no application") << false << int(Outcome::Failed);
+    }
+    void doneAfterTheWorkbookIsShown()
+    {
+        QFETCH(bool, shown);
+        QFETCH(int, outcome);
+        QTemporaryDir dir;
+        const QString out = dir.path() + QStringLiteral("/list.xlsx");
+        ScriptedPrompt prompt;
+        QStringList saidBeforeShowing;
+        const auto show = [&](const QString &path) {
+            saidBeforeShowing = prompt.lines();
+            return QFileInfo(path).size() > 0 && shown;
+        };
+        QCOMPARE(int(ExcelLists(AppState::cn(), prompt).write(ListKind::Templates, QStringLiteral("1"), QStringLiteral("01"), out, show)), outcome);
+        QCOMPARE(saidBeforeShowing, QStringList());
+        QCOMPARE(prompt.lines(), QStringList{shown ? QStringLiteral("処理完了: 処理が完了しました。")
+                                                   : kProgramTitle + QStringLiteral(": 一覧表「%1」を開くアプリケーションが見つかりません。").arg(out)});
+    }
 
     void eachListOfTheDraft_data()
     {

@@ -122,7 +122,8 @@ private slots:
         const QMap<QString, QByteArray> parts = zipEntries(path);
         const QStringList expected = {
             QStringLiteral("[Content_Types].xml"), QStringLiteral("_rels/.rels"), QStringLiteral("word/document.xml"),
-            QStringLiteral("word/_rels/document.xml.rels"), QStringLiteral("word/styles.xml"), QStringLiteral("word/settings.xml")};
+            QStringLiteral("word/_rels/document.xml.rels"), QStringLiteral("word/styles.xml"), QStringLiteral("word/settings.xml"),
+            QStringLiteral("word/footer1.xml")};
         QStringList names = parts.keys(), expectedNames = expected;
         expectedNames.sort();
         QCOMPARE(names, expectedNames);
@@ -139,6 +140,8 @@ private slots:
         const QByteArray rels = parts.value(QStringLiteral("word/_rels/document.xml.rels"));
         QVERIFY(rels.contains("/relationships/styles\" Target=\"styles.xml\""));
         QVERIFY(rels.contains("/relationships/settings\" Target=\"settings.xml\""));
+        QVERIFY(rels.contains("Id=\"rId3\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/footer\" Target=\"footer1.xml\""));
+        QVERIFY(types.contains("PartName=\"/word/footer1.xml\""));
     }
 
     // The defaults carry the base font of every Typist, and the page is A4.
@@ -160,7 +163,8 @@ private slots:
         QCOMPARE(attr(document, QStringLiteral("pgSz"), QStringLiteral("w:w")), QStringLiteral("11906"));
         QCOMPARE(attr(document, QStringLiteral("pgSz"), QStringLiteral("w:h")), QStringLiteral("16838"));
         QVERIFY(!attr(document, QStringLiteral("pgMar"), QStringLiteral("w:left")).isEmpty());
-        QVERIFY(document.contains("<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\">"));
+        QVERIFY(document.contains("<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
+                                  "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"));
     }
 
     // Every run and paragraph property stands where the schema puts it.
@@ -201,15 +205,16 @@ private slots:
         QTest::newRow("title 72") << mincho << 72.0 << false << black << false << QStringList{u"sz@val=144"_qs, u"szCs@val=144"_qs};
         QTest::newRow("heading 14 bold") << mincho << 14.0 << true << black << false
                                          << QStringList{u"b"_qs, u"bCs"_qs, u"sz@val=28"_qs, u"szCs@val=28"_qs};
-        QTest::newRow("blue mark") << mincho << 10.5 << false << blue << false << QStringList{u"color@val=0000FF"_qs};
-        QTest::newRow("red warning") << mincho << 10.5 << false << red << false << QStringList{u"color@val=FF0000"_qs};
+        QTest::newRow("blue mark") << mincho << 10.5 << false << blue << false << QStringList{u"rStyle@val=Unsettled"_qs};
+        QTest::newRow("red warning") << mincho << 10.5 << false << red << false << QStringList{u"rStyle@val=Warning"_qs};
         QTest::newRow("double struck") << mincho << 10.5 << false << black << true << QStringList{u"dstrike"_qs};
         QTest::newRow("form heading 20") << mincho << 20.0 << false << black << true
                                          << QStringList{u"dstrike"_qs, u"sz@val=40"_qs, u"szCs@val=40"_qs};
         QTest::newRow("other font") << u"ＭＳ ゴシック"_qs << 10.5 << false << black << false
-                                    << QStringList{u"rFonts@ascii=ＭＳ ゴシック"_qs, u"rFonts@eastAsia=ＭＳ ゴシック"_qs, u"rFonts@hAnsi=ＭＳ ゴシック"_qs};
+                                    << QStringList{u"rFonts@ascii=ＭＳ ゴシック"_qs, u"rFonts@cs=ＭＳ ゴシック"_qs, u"rFonts@eastAsia=ＭＳ ゴシック"_qs,
+                                                  u"rFonts@hAnsi=ＭＳ ゴシック"_qs, u"rFonts@hint=eastAsia"_qs};
         QTest::newRow("everything") << mincho << 12.0 << true << red << true
-                                    << QStringList{u"b"_qs, u"bCs"_qs, u"color@val=FF0000"_qs, u"dstrike"_qs, u"sz@val=24"_qs, u"szCs@val=24"_qs};
+                                    << QStringList{u"b"_qs, u"bCs"_qs, u"dstrike"_qs, u"rStyle@val=Warning"_qs, u"sz@val=24"_qs, u"szCs@val=24"_qs};
     }
     void runFormat()
     {
@@ -245,18 +250,18 @@ private slots:
         QTest::addColumn<int>("indent");
         QTest::addColumn<QString>("jc");
         QTest::addColumn<QStringList>("ind"); // "attribute=value", sorted
-        QTest::newRow("left") << int(Align::Left) << 0 << u"left"_qs << QStringList();
+        QTest::newRow("left") << int(Align::Left) << 0 << QString() << QStringList();
         QTest::newRow("centre") << int(Align::Center) << 0 << u"center"_qs << QStringList();
         QTest::newRow("right") << int(Align::Right) << 0 << u"right"_qs << QStringList();
-        QTest::newRow("項 -1") << int(Align::Left) << -1 << u"left"_qs
+        QTest::newRow("項 -1") << int(Align::Left) << -1 << QString()
                               << QStringList{u"hanging=210"_qs, u"hangingChars=100"_qs, u"left=210"_qs, u"leftChars=100"_qs};
-        QTest::newRow("号 -2") << int(Align::Left) << -2 << u"left"_qs
+        QTest::newRow("号 -2") << int(Align::Left) << -2 << QString()
                               << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
-        QTest::newRow("① -3") << int(Align::Left) << -3 << u"left"_qs
+        QTest::newRow("① -3") << int(Align::Left) << -3 << QString()
                              << QStringList{u"hanging=630"_qs, u"hangingChars=300"_qs, u"left=630"_qs, u"leftChars=300"_qs};
-        QTest::newRow("イ -4") << int(Align::Left) << -4 << u"left"_qs
+        QTest::newRow("イ -4") << int(Align::Left) << -4 << QString()
                              << QStringList{u"hanging=840"_qs, u"hangingChars=400"_qs, u"left=840"_qs, u"leftChars=400"_qs};
-        QTest::newRow("first line +1") << int(Align::Left) << 1 << u"left"_qs
+        QTest::newRow("first line +1") << int(Align::Left) << 1 << QString()
                                        << QStringList{u"firstLine=210"_qs, u"firstLineChars=100"_qs};
         QTest::newRow("centred, hanging") << int(Align::Center) << -2 << u"center"_qs
                                           << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
@@ -305,7 +310,7 @@ private slots:
         QCOMPARE(body.paragraphs[0].runs[0].text, QStringLiteral("一つ"));
         QCOMPARE(body.paragraphs[0].props.value(QStringLiteral("jc@val")), QStringLiteral("center"));
         QCOMPARE(body.paragraphs[1].runs.size(), 2);
-        QCOMPARE(body.paragraphs[1].runs[0].props.value(QStringLiteral("color@val")), QStringLiteral("0000FF"));
+        QCOMPARE(body.paragraphs[1].runs[0].props.value(QStringLiteral("rStyle@val")), QStringLiteral("Unsettled"));
         QVERIFY(!body.paragraphs[1].runs[1].props.contains(QStringLiteral("color@val")));
         QCOMPARE(body.paragraphs[1].props.value(QStringLiteral("jc@val")), QStringLiteral("right"));
         QCOMPARE(body.paragraphs[1].props.value(QStringLiteral("ind@hangingChars")), QStringLiteral("200"));
@@ -395,14 +400,14 @@ private slots:
         const DocxParagraph *clause = find(kHangingText);
         QVERIFY(clause);
         QCOMPARE(clause->props.value(QStringLiteral("ind@hangingChars")), QStringLiteral("200"));
-        QCOMPARE(clause->props.value(QStringLiteral("jc@val")), QStringLiteral("left"));
+        QVERIFY(!clause->props.contains(QStringLiteral("jc@val"))); // left, as its style
         const DocxParagraph *blue = find(QStringLiteral("★0001★"));
         QVERIFY(blue);
-        QCOMPARE(blue->runs[0].props.value(QStringLiteral("color@val")), QStringLiteral("0000FF"));
+        QCOMPARE(blue->runs[0].props.value(QStringLiteral("rStyle@val")), QStringLiteral("Unsettled"));
         QVERIFY(blue->runs[0].preserved);
         const DocxParagraph *red = find(QStringLiteral("★テンプレート0001"));
         QVERIFY(red);
-        QCOMPARE(red->runs[0].props.value(QStringLiteral("color@val")), QStringLiteral("FF0000"));
+        QCOMPARE(red->runs[0].props.value(QStringLiteral("rStyle@val")), QStringLiteral("Warning"));
         QVERIFY(red->props.value(QStringLiteral("ind@hangingChars")).isEmpty());
         const DocxParagraph *form = find(QStringLiteral("（変更）"));
         QVERIFY(form);

@@ -161,7 +161,7 @@ private slots:
     // Both prose styles of a document share one list of dates.
     void datesEnteredUnderTheOtherStyleCount()
     {
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         execSql(m_db, QStringLiteral("UPDATE 施行日 SET 文章形式Code = '2'"));
         render(bodyOnly());
         QCOMPARE(m_outcome, Outcome::Done);
@@ -194,7 +194,7 @@ private slots:
         QFETCH(QString, titleLine);
         QFETCH(int, blankLinesAfter);
         execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"), {title, kStyle, kDoc});
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList expected = repeated(QStringLiteral("<C>"), 10) + QStringList{titleLine}
                                      + repeated(QStringLiteral("<C>"), blankLinesAfter)
                                      + QStringList{QStringLiteral("<C>{12pt:株式会社ノルマ}"), QStringLiteral("<改ページ>")};
@@ -245,7 +245,7 @@ private slots:
         QFETCH(int, choice);
         QFETCH(int, pageBreaks);
         QFETCH(bool, contents);
-        Draft::opening().closing().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).closing().write(m_db);
         const QStringList typed = render({ExportKind::Rules, CoverChoice(choice), true, false});
         QCOMPARE(typed.count(QStringLiteral("<改ページ>")), pageBreaks);
         QCOMPARE(typed.contains(QStringLiteral("<C>{18pt:目　次}")), contents);
@@ -254,7 +254,7 @@ private slots:
     // An agreement has neither cover nor contents, whatever the choice.
     void agreementHasNoCoverNorContents()
     {
-        Draft::opening().closing().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).closing().write(m_db);
         const QStringList typed = render({ExportKind::Agreement, CoverChoice::Both, true, false});
         QCOMPARE(typed.first(), QStringLiteral("<C>{14pt bold:就業規則}"));
         QVERIFY(!typed.contains(QStringLiteral("<改ページ>")));
@@ -278,7 +278,7 @@ private slots:
     {
         QFETCH(QString, chapterCode);
         QFETCH(QStringList, expected);
-        Draft().document(QStringLiteral("就業規則")).chapter(chapterCode, 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft().document(QStringLiteral("就業規則")).chapter(chapterCode, 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         QCOMPARE(render(bodyOnly()).mid(0, expected.size()), expected);
     }
 
@@ -556,11 +556,14 @@ private slots:
         QFETCH(QStringList, dates);
         QFETCH(QStringList, expected);
         setDates(dates);
-        Draft(style).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft(style).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList typed = render(bodyOnly(), style);
         QCOMPARE(m_outcome, Outcome::Done);
+        // The lines carry on in the paragraph format of the last clause: a 項's hanging indent.
+        for (QString &line : expected)
+            line.prepend(QStringLiteral("<i-1>"));
         QCOMPARE(typed.mid(typed.size() - expected.size()), expected);
-        QCOMPARE(typed.count(), 5 + 1 + expected.size());
+        QCOMPARE(typed.count(), 5 + 2 + expected.size());
     }
 
     // ---- A whole document ------------------------------------------------------
@@ -878,6 +881,72 @@ private slots:
     }
 
     // The cover and the contents name the document by its 規程 row.
+    // ---- The refusals before an empty or misnumbered document ----------------
+
+    // Headings without a clause would make a document without a word of rules.
+    void refusesDocumentWithoutClauses_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::newRow("rules") << int(ExportKind::Rules);
+        QTest::newRow("agreement") << int(ExportKind::Agreement);
+    }
+    void refusesDocumentWithoutClauses()
+    {
+        QFETCH(int, kind);
+        Draft::opening().article(QStringLiteral("0002"), 2, QStringLiteral("定義")).closing().write(m_db);
+        const QStringList typed = render({ExportKind(kind), CoverChoice::Both, true, false});
+        QCOMPARE(m_outcome, Outcome::Stopped);
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データの確認: 条文のデータがありません。条文を選択してからデータ作成を行ってください。")});
+        QCOMPARE(m_prompt.shown().first().icon, Prompt::Icon::Error);
+        QVERIFY(typed.isEmpty());
+    }
+
+    // 章 and 条 each run 1, 2, 3 … through the document; the first that does not
+    // is named in a question, and no stops the step before anything is typed.
+    void asksAboutNumbersOutOfOrder_data()
+    {
+        QTest::addColumn<QList<int>>("chapters"); // the 番号 of chapters 01, 02
+        QTest::addColumn<QList<int>>("articles"); // the 番号 of the articles, one clause each, two in each chapter
+        QTest::addColumn<QString>("question");    // empty: none asked
+        QTest::newRow("in order") << QList<int>{1, 2} << QList<int>{1, 2, 3, 4} << QString();
+        QTest::newRow("第０条") << QList<int>{1, 2} << QList<int>{0, 1, 2, 3} << QStringLiteral("第０条（条0）");
+        QTest::newRow("第３条 before 第１条") << QList<int>{1, 2} << QList<int>{3, 1, 2, 4} << QStringLiteral("第３条（条0）");
+        QTest::newRow("a gap") << QList<int>{1, 2} << QList<int>{1, 2, 4, 5} << QStringLiteral("第４条（条2）");
+        QTest::newRow("chapters out of order") << QList<int>{2, 1} << QList<int>{1, 2, 3, 4} << QStringLiteral("第２章  章0");
+    }
+    void asksAboutNumbersOutOfOrder()
+    {
+        QFETCH(QList<int>, chapters);
+        QFETCH(QList<int>, articles);
+        QFETCH(QString, question);
+        for (bool goOn : {false, true}) {
+            Draft draft;
+            draft.document(QStringLiteral("就業規則"));
+            for (int c = 0; c < 2; ++c) {
+                draft.chapter(QStringLiteral("0%1").arg(c + 1), chapters[c], QStringLiteral("章%1").arg(c));
+                for (int a = 2 * c; a < 2 * c + 2; ++a) {
+                    draft.article(QStringLiteral("%1").arg(a + 1, 4, 10, QChar(u'0')), articles[a], QStringLiteral("条%1").arg(a));
+                    draft.clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文"));
+                }
+            }
+            execSql(m_db, QStringLiteral("DELETE FROM 作成データ"));
+            draft.closing().write(m_db);
+            m_prompt.clear();
+            m_prompt.answer({goOn});
+            const QStringList typed = render(bodyOnly());
+            if (question.isEmpty()) {
+                QVERIFY(m_prompt.shown().isEmpty());
+                QCOMPARE(m_outcome, Outcome::Done);
+                return;
+            }
+            QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("番号の確認: 「%1」から番号が１、２、３…の順になっていません。"
+                                                                 "このまま文書を作成しますか？").arg(question)});
+            QVERIFY(m_prompt.shown().first().question);
+            QCOMPARE(m_outcome, goOn ? Outcome::Done : Outcome::Stopped);
+            QCOMPARE(typed.isEmpty(), !goOn);
+        }
+    }
+
     void documentRowMissing_data()
     {
         QTest::addColumn<int>("choice");
@@ -891,7 +960,7 @@ private slots:
         QFETCH(int, choice);
         QFETCH(int, outcome);
         execSql(m_db, QStringLiteral("DELETE FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {kStyle, kDoc});
-        Draft::opening().write(m_db);
+        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("本文")).write(m_db);
         const QStringList typed = render({ExportKind::Rules, CoverChoice(choice), true, false});
         QCOMPARE(int(m_outcome), outcome);
         if (m_outcome == Outcome::Failed) {

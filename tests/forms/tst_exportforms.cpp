@@ -5,12 +5,14 @@
 #include "FormSession.h"
 #include "TestRoot.h"
 #include "export/forms/frmExport.h"
+#include "base/Database.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/EffectiveDates.h"
 #include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
 
+#include <QDate>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QListWidget>
@@ -126,6 +128,45 @@ private slots:
         QCOMPARE(m_session->prompt.lines(), QStringList());
         QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
         QFile::remove(form.lastDocument());
+    }
+
+    // Beside データをWordへ送る: the PDF, saved where the user chooses (the dialog
+    // proposes company, document and date), and the print preview of the same pages.
+    void pdfAndPrint()
+    {
+        BasicSettings(AppState::cn()).load();
+        frmExport form;
+        form.show();
+        click(form, QStringLiteral("Option4_2"));
+        QString proposed;
+        const QString chosen = m_session->root.path() + QStringLiteral("/届.pdf");
+        form.choosePdfPath = [&](const QString &name) {
+            proposed = name;
+            return chosen;
+        };
+        int previewed = 0;
+        form.showPrintPreview = [&](const PdfTypist &) { ++previewed; };
+        click(form, QStringLiteral("cmdPdf"));
+        QCOMPARE(QFileInfo(proposed).fileName(),
+                 AppState::instance().CompanyName + QStringLiteral("_就業規則届_") + QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".pdf"));
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("処理完了: PDF「%1」を保存しました。").arg(chosen)});
+        QFile pdf(chosen);
+        QVERIFY(pdf.open(QIODevice::ReadOnly));
+        QVERIFY(pdf.read(5) == "%PDF-");
+
+        // Cancelled: nothing written, nothing said.
+        m_session->prompt.clear();
+        form.choosePdfPath = [](const QString &) { return QString(); };
+        click(form, QStringLiteral("cmdPdf"));
+        QVERIFY(m_session->prompt.lines().isEmpty());
+
+        click(form, QStringLiteral("cmdPrint"));
+        QCOMPARE(previewed, 1);
+        // The checks come first: without settings neither is made.
+        execSql(AppState::cn(), QStringLiteral("DELETE FROM 企業情報"));
+        click(form, QStringLiteral("cmdPrint"));
+        QCOMPARE(previewed, 1);
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データの確認: 基本設定のデータがありません。")});
     }
 
     void filingFormsNeedNoDocument()

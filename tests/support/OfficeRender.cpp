@@ -58,9 +58,17 @@ QString convertToPdf(const QString &file, const QString &workDir, QString *error
     return pdf;
 }
 
-QString pdfText(const QString &pdf, QString *error)
+QString pdfText(const QString &pdf, QString *error, bool layout)
 {
-    return QString::fromUtf8(run(QStringLiteral("pdftotext"), {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")}, 60000, error));
+    QStringList args = {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")};
+    if (layout)
+        args.prepend(QStringLiteral("-layout"));
+    return QString::fromUtf8(run(QStringLiteral("pdftotext"), args, 60000, error));
+}
+
+QString pdfReport(const QString &tool, const QString &pdf, QString *error)
+{
+    return QString::fromUtf8(run(tool, {pdf}, 60000, error));
 }
 
 QList<PdfLine> pdfLines(const QString &pdf, QString *error)

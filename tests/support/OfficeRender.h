@@ -12,8 +12,12 @@ namespace normaris::test {
 // path is empty and *error says why.
 QString convertToPdf(const QString &file, const QString &workDir, QString *error);
 
-// The PDF's text, pages separated by form feeds.
-QString pdfText(const QString &pdf, QString *error);
+// What one of poppler's tools (pdfinfo, pdffonts) says of a PDF.
+QString pdfReport(const QString &tool, const QString &pdf, QString *error);
+
+// The PDF's text, pages separated by form feeds; with layout, each line as it
+// stands on the page, in the order of the page's lines.
+QString pdfText(const QString &pdf, QString *error, bool layout = false);
 
 // One line of text as laid out on its page, in points from the top left.
 struct PdfLine {

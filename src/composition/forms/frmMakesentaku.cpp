@@ -202,9 +202,7 @@ void frmMakesentaku::list(int kind)
         return;
     const AppState &state = AppState::instance();
     const QString path = listPath(kind);
-    if (ExcelLists(AppState::cn(), uiPrompt()).write(ListKind(kind), state.CurBunshoKeishikiCode, state.CurKiteiCode, path) == Outcome::Done
-        && !openWithDesktop(path))
-        uiPrompt().failure(QStringLiteral("一覧表「%1」を開けません。").arg(path));
+    ExcelLists(AppState::cn(), uiPrompt()).write(ListKind(kind), state.CurBunshoKeishikiCode, state.CurKiteiCode, path, openWithDesktop);
 }
 
 } // namespace normaris

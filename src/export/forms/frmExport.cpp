@@ -2,6 +2,7 @@
 
 #include "composition/DocumentList.h"
 #include "export/DocumentExport.h"
+#include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/forms/frmKakusyusettei.h"
@@ -12,8 +13,14 @@
 #include "words/forms/frmGokusentakuSub.h"
 
 #include <QButtonGroup>
+#include <QDate>
+#include <QDir>
+#include <QFileDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QEvent>
 #include <QFile>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -132,9 +139,34 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
         QPushButton *button = makeButton(this, QString::fromLatin1(steps[i].name), QString::fromUtf8(steps[i].caption));
         connect(button, &QPushButton::clicked, this, steps[i].run);
         right->addWidget(button);
-        if (i == 4)
+        if (i == 4) {
             button->setStyleSheet(QStringLiteral("background-color: #ffe8b0;"));
+            // The same document as a PDF laid out by the program, or on paper.
+            auto *outputs = new QHBoxLayout;
+            QPushButton *pdf = makeButton(this, QStringLiteral("cmdPdf"), QStringLiteral("PDFに保存(&P)"));
+            QPushButton *print = makeButton(this, QStringLiteral("cmdPrint"), QStringLiteral("印刷(&R)"));
+            connect(pdf, &QPushButton::clicked, this, &frmExport::saveAsPdf);
+            connect(print, &QPushButton::clicked, this, &frmExport::printDocument);
+            outputs->addWidget(pdf);
+            outputs->addWidget(print);
+            right->addLayout(outputs);
+        }
     }
+    choosePdfPath = [this](const QString &proposed) {
+        return QFileDialog::getSaveFileName(this, QStringLiteral("PDFに保存"), proposed, QStringLiteral("PDF (*.pdf)"));
+    };
+    showPrintPreview = [this](const PdfTypist &document) {
+        QPrinter printer(QPrinter::HighResolution);
+        QPrintPreviewDialog preview(&printer, this);
+        connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&document](QPrinter *target) {
+            try {
+                document.paint(*target);
+            } catch (const Failure &f) {
+                uiPrompt().failure(f.text());
+            }
+        });
+        preview.exec();
+    };
     // Beside the chain: the kept versions of the chosen document and their comparison.
     QPushButton *versions = makeButton(this, QStringLiteral("Command8"), QStringLiteral("新旧対照表(&V)"));
     connect(versions, &QPushButton::clicked, this, &frmExport::openVersions);
@@ -296,6 +328,58 @@ void frmExport::sendToWord()
     }
 }
 
+bool frmExport::typeDocument(ExtraOutput &output)
+{
+    const RenderOptions options = renderOptions();
+    const AppState &state = AppState::instance();
+    if (options.kind != ExportKind::Filing && !chooseStyleAndDocument())
+        return false;
+    const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
+    return DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, QString(), QString(), &output)
+           == Outcome::Done;
+}
+
+QString frmExport::proposedPdfName() const
+{
+    QString document = QStringLiteral("就業規則届");
+    if (m_kind->checkedId() != FilingKind) {
+        const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
+        document = item ? item->text() : QString();
+    }
+    QString name = AppState::instance().CompanyName + u'_' + document + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    // A document's name may hold what a file name may not.
+    static const QString forbidden = QStringLiteral("\\/:*?\"<>|");
+    for (QChar &c : name)
+        if (forbidden.contains(c) || c.unicode() < 0x20)
+            c = u'_';
+    return QDir::home().filePath(name + QStringLiteral(".pdf"));
+}
+
+void frmExport::saveAsPdf()
+{
+    // The name is proposed before the typing: the question of a misnumbered
+    // document and the checks come first, the save dialog after them.
+    PdfOutput probe({});
+    if (!typeDocument(probe))
+        return;
+    const QString path = choosePdfPath(proposedPdfName());
+    if (path.isEmpty())
+        return;
+    try {
+        probe.pdf().save(path, QFileInfo(path).completeBaseName());
+        m_lastDocument = path;
+        uiPrompt().information(QStringLiteral("処理完了"), QStringLiteral("PDF「%1」を保存しました。").arg(path));
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
+}
+
+void frmExport::printDocument()
+{
+    PdfOutput document({});
+    if (!typeDocument(document))
+        return;
+    showPrintPreview(document.pdf());
 void frmExport::openVersions()
 {
     if (!chooseStyleAndDocument())

@@ -8,6 +8,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QButtonGroup;
 class QGroupBox;
 class QLabel;
@@ -16,6 +18,9 @@ class QPushButton;
 
 namespace normaris {
 
+class ExtraOutput;
+class PdfTypist;
+
 class frmExport : public QDialog {
     Q_OBJECT
 public:
@@ -23,6 +28,12 @@ public:
 
     // The path of the last document written, for the tests.
     QString lastDocument() const { return m_lastDocument; }
+
+    // Where the PDF goes: a save dialog that proposes the name given; empty when
+    // the user cancels. Tests put their own in its place.
+    std::function<QString(const QString &proposed)> choosePdfPath;
+    // The print preview of a document laid out for print. Tests put their own in its place.
+    std::function<void(const PdfTypist &document)> showPrintPreview;
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -40,6 +51,13 @@ private:
     void openWords();
     void substitute();
     void sendToWord();
+    void saveAsPdf();
+    void printDocument();
+    // The document that the options and the list name, typed into output as
+    // データをWordへ送る types it, checks and questions first. False after a message.
+    bool typeDocument(ExtraOutput &output);
+    // 会社名_文書名_日付.pdf
+    QString proposedPdfName() const;
     void openVersions();
 
     QButtonGroup *m_style = nullptr;  // Option2

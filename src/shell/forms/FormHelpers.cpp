@@ -179,7 +179,7 @@ void showHelp(QWidget *form)
         return;
     }
     if (!openWithDesktop(page))
-        uiPrompt().failure(QStringLiteral("ヘルプを表示できません。ブラウザを確認してください。"));
+        uiPrompt().failure(QStringLiteral("ヘルプ「%1」を開くアプリケーションが見つかりません。").arg(page));
 }
 
 } // namespace normaris

@@ -1,0 +1,43 @@
+#pragma once
+// A Typist that keeps what is typed as paragraphs of runs, for a writer that lays
+// the whole document out at the end (the .docx and the PDF).
+//
+// Page breaks behave as a word processor's "insert page break" at the cursor:
+// the break is typed where the cursor stands and ends that paragraph, and the
+// cursor goes on in a new paragraph on the next page with the same settings.
+// Typed line ends ("\n", "\r\n", "\r") end the paragraph in the same way.
+
+#include "fileformats/DocxModel.h"
+#include "export/Typist.h"
+
+namespace normaris {
+
+class RecordingTypist : public Typist {
+public:
+    void typeText(const QString &text) override;
+    void typeParagraph() override;
+    void insertPageBreak() override;
+
+    void setFontName(const QString &name) override { m_font.name = name; }
+    void setFontSize(double points) override { m_font.size = points; }
+    void setBold(bool on) override { m_font.bold = on; }
+    void setColor(Color color) override { m_font.color = color; }
+    void setDoubleStrikeThrough(bool on) override { m_font.doubleStrike = on; }
+
+    void setAlignment(Alignment alignment) override { m_current.alignment = alignment; }
+    void setCharacterUnitFirstLineIndent(int characters) override { m_current.indent = characters; }
+    void setParagraphStyle(ParagraphStyle style) override { m_current.style = style; }
+
+    // Every paragraph typed so far. The one the cursor is in is the last, as a
+    // document always ends with a paragraph; its mark has the font in force.
+    QList<docx::Paragraph> paragraphs() const;
+
+private:
+    void append(const QString &text);
+
+    docx::Font m_font;
+    QList<docx::Paragraph> m_finished;
+    docx::Paragraph m_current; // the paragraph the cursor is in
+};
+
+} // namespace normaris

@@ -1,0 +1,299 @@
+// The PDF that the program lays out itself: A4 pages, the Japanese font embedded,
+// page numbers on every page but the cover, the text of the document as its text
+// rendering has it, paragraph by paragraph, hanging indents where the reader
+// expects them, and headings kept with the text after them.
+
+#include "../export/ExportFixture.h"
+#include "OfficeRender.h"
+#include "export/DocumentRenderer.h"
+#include "export/SettingSubstitution.h"
+#include "export/TextTypist.h"
+#include "export/TypistPair.h"
+#include "export/WorkDataBuild.h"
+#include "pdf/PdfTypist.h"
+#include "rulebase/BasicSettings.h"
+#include "rulebase/EffectiveDates.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+using namespace normaris;
+using namespace normaris::test;
+
+namespace {
+
+using Style = Typist::ParagraphStyle;
+
+// A text line as a reader sees it: without the marks of the text rendering and
+// without blanks, which a PDF's text leaves to the reader's guess.
+QString visibleText(QString line)
+{
+    static const QRegularExpression marks(QStringLiteral("^(<C>|<R>)?(<i-?\\d+>)?"));
+    static const QRegularExpression formatted(QStringLiteral("\\{[^:{}]*:([^}]*)\\}"));
+    static const QRegularExpression blanks(QStringLiteral("\\s+"), QRegularExpression::UseUnicodePropertiesOption);
+    line.remove(marks);
+    line.replace(formatted, QStringLiteral("\\1"));
+    return line.remove(blanks);
+}
+
+// The text lines of each page, blanks removed, empty lines dropped.
+QList<QStringList> pageLines(const QString &pdf)
+{
+    QString error;
+    const QString text = pdfText(pdf, &error, true);
+    if (!error.isEmpty())
+        qFatal("%s", qPrintable(error));
+    QList<QStringList> pages;
+    for (const QString &page : text.split(u'\f')) {
+        QStringList lines;
+        for (const QString &line : page.split(u'\n'))
+            if (!visibleText(line).isEmpty())
+                lines << visibleText(line);
+        pages << lines;
+    }
+    while (!pages.isEmpty() && pages.last().isEmpty())
+        pages.removeLast();
+    return pages;
+}
+
+void typeLines(Typist &t, int count)
+{
+    for (int i = 1; i <= count; ++i) {
+        t.typeText(QStringLiteral("本文%1").arg(i));
+        t.typeParagraph();
+    }
+}
+
+} // namespace
+
+class PdfTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_temp = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_temp->isValid());
+    }
+
+    // The seed's work rules through the whole chain, into the PDF and the text
+    // rendering at once.
+    void seedWorkRules()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        BasicSettings settings(company.db);
+        QStringList values = settings.load();
+        values[settingIndex(QStringLiteral("事業所名"))] = QStringLiteral("サンプル株式会社");
+        settings.save(values, QStringLiteral("2"));
+        for (const QString &d : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
+            EffectiveDates(company.db, d).add(QStringLiteral("1"), QDate(2026, 4, 1));
+            QCOMPARE(WorkDataBuild(company.db, prompt).build(QStringLiteral("1"), d), Outcome::Done);
+        }
+        QCOMPARE(SettingSubstitution(company.db, prompt).run(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
+        PdfTypist pdf;
+        TextTypist text;
+        TypistPair both(pdf, text);
+        QCOMPARE(DocumentRenderer(company.db, prompt).render(both, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()), Outcome::Done);
+        const QString path = m_temp->filePath(QStringLiteral("就業規則.pdf"));
+        const int pages = pdf.save(path, QStringLiteral("就業規則"));
+        QVERIFY2(pages > 20, qPrintable(QString::number(pages)));
+
+        QString error;
+        const QString info = pdfReport(QStringLiteral("pdfinfo"), path, &error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        QVERIFY2(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+%1\\n").arg(pages))), qPrintable(info));
+        QVERIFY2(info.contains(QStringLiteral("595 x 842 pts (A4)")), qPrintable(info));
+        // Every font is embedded: the columns name, type, encoding, then emb "yes".
+        const QStringList fonts = pdfReport(QStringLiteral("pdffonts"), path, &error).split(u'\n', Qt::SkipEmptyParts).mid(2);
+        QVERIFY(!fonts.isEmpty());
+        for (const QString &font : fonts) {
+            QVERIFY2(font.contains(QStringLiteral("IPAMincho")), qPrintable(font));
+            QVERIFY2(font.contains(QRegularExpression(QStringLiteral("\\s+yes\\s+(yes|no)\\s+yes\\s+"))), qPrintable(font));
+        }
+
+        // Each page but the cover ends with its number.
+        QList<QStringList> lines = pageLines(path);
+        QCOMPARE(lines.size(), pages);
+        QVERIFY(!lines[0].contains(QStringLiteral("1")));
+        for (int page = 2; page <= pages; ++page) {
+            QStringList &onPage = lines[page - 1];
+            QVERIFY2(!onPage.isEmpty() && onPage.last() == QString::number(page), qPrintable(onPage.join(u'|')));
+            onPage.removeLast();
+        }
+        // The paragraphs of the text rendering, in order; a paragraph the page
+        // wraps is the PDF's lines joined.
+        QStringList pdfLinesInOrder;
+        for (const QStringList &page : lines)
+            pdfLinesInOrder << page;
+        qsizetype at = 0;
+        for (const QString &line : text.lines()) {
+            const QString expected = visibleText(line);
+            if (expected.isEmpty() || expected == u"<改ページ>")
+                continue;
+            QString joined;
+            while (at < pdfLinesInOrder.size() && joined.size() < expected.size())
+                joined += pdfLinesInOrder[at++];
+            QCOMPARE(joined, expected);
+        }
+        QCOMPARE(at, pdfLinesInOrder.size());
+    }
+
+    // The label at the margin and the wrapped lines of a hanging indent in by its
+    // characters; the page number centred at the foot; no number on a cover.
+    void hangingIndentAndPageNumber()
+    {
+        PdfTypist t;
+        t.setParagraphStyle(Style::Cover);
+        t.setAlignment(Typist::Alignment::Center);
+        t.typeText(QStringLiteral("表紙"));
+        t.typeParagraph();
+        t.insertPageBreak();
+        t.setParagraphStyle(Style::Article);
+        t.setAlignment(Typist::Alignment::Left);
+        t.typeText(QStringLiteral("第１条（服務）"));
+        t.typeParagraph();
+        t.setParagraphStyle(Style::Item);
+        t.setCharacterUnitFirstLineIndent(-2);
+        t.typeText(QStringLiteral("(1)  ") + QString(120, QChar(u'従')));
+        t.typeParagraph();
+        t.typeText(QStringLiteral("(2)  次"));
+        const QString path = m_temp->filePath(QStringLiteral("indent.pdf"));
+        QCOMPARE(t.save(path), 2);
+
+        QString error;
+        const QList<PdfLine> lines = pdfLines(path, &error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        const auto find = [&](const QString &start) {
+            return std::find_if(lines.begin(), lines.end(), [&](const PdfLine &l) { return l.text.startsWith(start); });
+        };
+        const auto heading = find(QStringLiteral("第１条"));
+        const auto label = find(QStringLiteral("(1)"));
+        const auto next = find(QStringLiteral("(2)"));
+        QVERIFY(heading != lines.end() && label != lines.end() && next != lines.end());
+        QCOMPARE(heading->page, 2);
+        QVERIFY2(qAbs(heading->xMin - 85.05) < 1.0, qPrintable(QString::number(heading->xMin)));
+        QVERIFY2(qAbs(label->xMin - heading->xMin) < 1.0, qPrintable(QString::number(label->xMin)));
+        QVERIFY(next - label >= 3);
+        QVERIFY(next->yMin - label->yMin > 2 * 18 - 1);
+        // The lines below the label's (pdftotext takes the text after the label's
+        // blanks as a line of its own).
+        for (auto line = label + 1; line != next; ++line)
+            if (line->yMin > label->yMin + 1)
+                QVERIFY2(qAbs(line->xMin - (heading->xMin + 21)) < 1.0, qPrintable(QString::number(line->xMin) + u' ' + line->text));
+        // The heading stands on the first line of the grid below the top margin.
+        QVERIFY2(heading->yMin >= 99.25 && heading->yMin < 99.25 + 18, qPrintable(QString::number(heading->yMin)));
+
+        const QList<QStringList> pages = pageLines(path);
+        QCOMPARE(pages.size(), 2);
+        QCOMPARE(pages[0], QStringList{u"表紙"_qs});
+        QCOMPARE(pages[1].last(), QStringLiteral("2"));
+        const auto number = std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.page == 2 && l.text == u"2"; });
+        QVERIFY(number != lines.end());
+        QVERIFY2(qAbs(number->xMin - (595.3 / 2 - 2.6)) < 2.0, qPrintable(QString::number(number->xMin)));
+    }
+
+    // A page holds 36 lines of the grid. A heading that would be the last of them
+    // goes to the next page with its text; without a heading the line stays.
+    void headingStaysWithItsText_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<QString>("lastOnFirstPage");
+        QTest::newRow("article heading") << int(Style::Article) << QStringLiteral("本文35");
+        QTest::newRow("chapter heading") << int(Style::Chapter) << QStringLiteral("本文35");
+        QTest::newRow("body text") << int(Style::Body) << QStringLiteral("見出し");
+    }
+    void headingStaysWithItsText()
+    {
+        QFETCH(int, style);
+        QFETCH(QString, lastOnFirstPage);
+        PdfTypist t;
+        typeLines(t, 35);
+        t.setParagraphStyle(Style(style));
+        t.typeText(QStringLiteral("見出し"));
+        t.typeParagraph();
+        t.setParagraphStyle(Style::Paragraph);
+        t.typeText(QStringLiteral("１  条文"));
+        const QString path = m_temp->filePath(QStringLiteral("keep.pdf"));
+        QCOMPARE(t.save(path), 2);
+        const QList<QStringList> pages = pageLines(path);
+        QCOMPARE(pages.size(), 2);
+        QCOMPARE(pages[0].at(pages[0].size() - 2), lastOnFirstPage); // before the page number
+    }
+
+    // A paragraph of several lines leaves neither its first line alone at a page's
+    // foot nor its last alone at the next page's head.
+    void widowsAndOrphans_data()
+    {
+        QTest::addColumn<int>("linesBefore");
+        QTest::addColumn<int>("onFirstPage"); // lines of the long paragraph on page 1
+        QTest::newRow("one line would be left at the foot") << 35 << 0;
+        QTest::newRow("one line would go over") << 33 << 2;
+        QTest::newRow("two and two") << 34 << 2;
+    }
+    void widowsAndOrphans()
+    {
+        QFETCH(int, linesBefore);
+        QFETCH(int, onFirstPage);
+        PdfTypist t;
+        typeLines(t, linesBefore);
+        // Four lines of 40 characters each.
+        t.typeText(QString(40 * 4, QChar(u'長')));
+        const QString path = m_temp->filePath(QStringLiteral("widow.pdf"));
+        t.save(path);
+        const QList<QStringList> pages = pageLines(path);
+        QCOMPARE(pages.size(), 2);
+        const qsizetype longLines = std::count_if(pages[0].begin(), pages[0].end(), [](const QString &l) { return l.startsWith(u'長'); });
+        QCOMPARE(longLines, qsizetype(onFirstPage));
+    }
+
+    // export --pdf on the command line, alone or beside --out, with no display.
+    void commandLine()
+    {
+        const QString root = m_temp->filePath(QStringLiteral("root"));
+        const auto cli = [&](const QStringList &args) {
+            QProcess process;
+            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+            env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            env.remove(QStringLiteral("DISPLAY"));
+            process.setProcessEnvironment(env);
+            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"), QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
+            process.waitForFinished(120000);
+            return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardError()));
+        };
+        const QString company = QStringLiteral("見本");
+        QCOMPARE(cli({QStringLiteral("company"), QStringLiteral("new"), company}).first, 0);
+        QCOMPARE(cli({QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("--company"), company, QStringLiteral("事業所名=見本株式会社")}).first, 0);
+        const QStringList doc = {QStringLiteral("--company"), company, QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("02")};
+        QCOMPARE(cli(QStringList{QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), company, QStringLiteral("--doc"),
+                                 QStringLiteral("02"), QStringLiteral("2026/4/1")}).first, 0);
+        QCOMPARE(cli(QStringList{QStringLiteral("build")} + doc).first, 0);
+        const QString docx = m_temp->filePath(QStringLiteral("賃金規程.docx")), pdf = m_temp->filePath(QStringLiteral("賃金規程.pdf"));
+        const auto both = cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), docx, QStringLiteral("--pdf"), pdf});
+        QVERIFY2(both.first == 0, qPrintable(both.second));
+        QVERIFY(QFileInfo(docx).size() > 0);
+        QVERIFY(pageLines(pdf).size() > 2);
+        QFile::remove(pdf);
+        const QString alone = m_temp->filePath(QStringLiteral("単独.pdf"));
+        QCOMPARE(cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--pdf"), alone}).first, 0);
+        QVERIFY(QFileInfo(alone).size() > 0);
+        const auto neither = cli(QStringList{QStringLiteral("export")} + doc);
+        QCOMPARE(neither.first, 2);
+        QVERIFY2(neither.second.contains(QStringLiteral("--pdf")), qPrintable(neither.second));
+    }
+
+    void saveFailure()
+    {
+        PdfTypist t;
+        t.typeText(QStringLiteral("本文"));
+        const QString missing = m_temp->filePath(QStringLiteral("無い/文書.pdf"));
+        QVERIFY_THROWS_EXCEPTION(Failure, t.save(missing));
+        QVERIFY(!QFile::exists(missing));
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_temp;
+};
+
+QTEST_MAIN(PdfTest)
+#include "tst_pdf.moc"
