@@ -419,7 +419,7 @@ private slots:
     {
         for (const int rows : {20, 21, 30}) {
             QList<PanelRow> panelRows(rows);
-            CompositionPanel panel(panelRows, false, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
+            CompositionPanel panel(panelRows, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
             panel.show();
             QVERIFY(QTest::qWaitForWindowExposed(&panel));
             QTRY_COMPARE(panel.verticalScrollBar()->isVisible(), rows > 20);
@@ -452,7 +452,7 @@ private slots:
     {
         PanelRow row;
         row.text = QString(200, QChar(0x6F22));
-        CompositionPanel panel({row}, false, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
+        CompositionPanel panel({row}, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
         QCOMPARE(panel.model()->index(0, PanelModel::Text).data(Qt::ToolTipRole).toString(), row.text);
     }
 
