@@ -15,25 +15,15 @@ QSqlDatabase AppState::cn() { return QSqlDatabase::database(kMainConnection, fal
 void AppState::markCompanyOpen(const QString &name)
 {
     m_companyPanel = name;
-    m_commandVisible.fill(true);
+    m_lastClose.reset();
     emit changed();
 }
 
-void AppState::closeCompany(CommandsOnClose commands)
+void AppState::closeCompany(ClosedBy why)
 {
     closeDatabase(kMainConnection);
     m_companyPanel = NoCompanyPrompt;
-    switch (commands) {
-    case CommandsOnClose::HideAll:
-        m_commandVisible.fill(false);
-        break;
-    case CommandsOnClose::HideFirstFour:
-        for (int i = 0; i < 4; ++i)
-            m_commandVisible[i] = false;
-        break;
-    case CommandsOnClose::LeaveAsTheyAre:
-        break;
-    }
+    m_lastClose = why;
     emit changed();
 }
 
@@ -45,7 +35,7 @@ void AppState::reset()
     CurRowIndex = 0;
     ArticlePanelRow = ParagraphPanelRow = -1;
     m_companyPanel = NoCompanyPrompt;
-    m_commandVisible.fill(false);
+    m_lastClose.reset();
     emit changed();
 }
 

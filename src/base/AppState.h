@@ -7,10 +7,11 @@
 // company" compares with it. The data connection `cn` is open exactly when a
 // company is.
 
+#include "base/Levels.h"
 #include <QObject>
 #include <QSqlDatabase>
 #include <QString>
-#include <array>
+#include <optional>
 
 namespace normaris {
 
@@ -23,11 +24,11 @@ class AppState : public QObject {
 public:
     static AppState &instance();
 
-    // Which of the five main commands stay on view when a step closes the company.
-    enum class CommandsOnClose {
-        HideAll,        // the main window's own close
-        HideFirstFour,  // backup and optimisation leave 他社データ取込 on view
-        LeaveAsTheyAre, // creating from the open company closes it and touches nothing else
+    // Why a step closed the open company: the main window decides from it what to show.
+    enum class ClosedBy {
+        MainWindow,  // the main window's own close, or the opening of another company
+        Maintenance, // a backup or an optimisation of the open company
+        Copying,     // a new company made from the open one
     };
 
     QString AppPath;
@@ -42,7 +43,9 @@ public:
     QString CurGouCode;
     QString CurMaruCode;
     QString CurIrohaCode;
-    QString CurShubetsu;
+    Level CurShubetsu = Level::Document; // the level of the selected panel row
+    // The document chosen in the dictionary navigator, for the pickers below it.
+    QString DicKiteiCode;
 
     // True while 基本設定 is open from the export console: its update then warns that
     // the work data must be made again.
@@ -56,9 +59,11 @@ public:
     // every form that hands over to a panel sets it first.
     bool ArticlePanelActive = false;
     bool ParagraphPanelActive = false;
-    // The selected panel row (from 0) and the level to add, handed to the add and release forms.
+    // The selected panel row (from 0) and the level to add (a new first 項 apart),
+    // handed to the add and release forms.
     int CurRowIndex = 0;
-    QString AddShubetsu;
+    Level AddShubetsu = Level::Document;
+    bool AddFirstParagraph = false;
     // The row each panel was left from for an add, a release or the panel below (-1: none):
     // the rebuilt panel comes back at that row rather than at its top.
     int ArticlePanelRow = -1;
@@ -71,14 +76,14 @@ public:
     // The connection to the open company (invalid when none is open).
     static QSqlDatabase cn();
 
-    // Record the company whose connection has just been opened, and show the commands.
+    // Record the company whose connection has just been opened.
     void markCompanyOpen(const QString &name);
-    // Close `cn`, record that no company is open, and hide commands as told.
-    void closeCompany(CommandsOnClose commands);
+    // Close `cn`, and record that no company is open and why.
+    void closeCompany(ClosedBy why);
+    // Why the company was last closed; nothing while one is open, at start and after reset.
+    std::optional<ClosedBy> lastClose() const { return m_lastClose; }
 
-    bool commandVisible(int index) const { return m_commandVisible.at(index); }
-
-    // Back to the state at start: no company, commands hidden. Closes `cn`.
+    // Back to the state at start: no company. Closes `cn`.
     void reset();
 
 signals:
@@ -87,7 +92,7 @@ signals:
 private:
     AppState() = default;
     QString m_companyPanel = NoCompanyPrompt;
-    std::array<bool, 5> m_commandVisible {};
+    std::optional<ClosedBy> m_lastClose;
 };
 
 } // namespace normaris

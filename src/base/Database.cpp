@@ -115,16 +115,26 @@ void Transaction::commit()
 
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work)
 {
+    return runRefusableTransaction(prompt, db, [&] {
+               work();
+               return true;
+           })
+        == Outcome::Done;
+}
+
+Outcome runRefusableTransaction(Prompt &prompt, QSqlDatabase db, const std::function<bool()> &work)
+{
     try {
         Transaction transaction(db);
-        work();
+        if (!work())
+            return Outcome::Stopped; // the guard rolls back
         transaction.commit();
-        return true;
+        return Outcome::Done;
     } catch (const std::exception &e) {
         // The user sees the fixed text; the cause goes to the terminal for whoever looks.
         qWarning("transaction rolled back: %s", e.what());
         prompt.information(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
-        return false;
+        return Outcome::Failed;
     }
 }
 

@@ -3,6 +3,7 @@
 // only, and the transaction guard for every step that changes several rows.
 
 #include "base/Failure.h"
+#include "base/Prompt.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -11,8 +12,6 @@
 #include <functional>
 
 namespace normaris {
-
-class Prompt;
 
 class DbError : public Failure {
 public:
@@ -55,5 +54,9 @@ private:
 // Runs work in one transaction. On any failure rolls back, shows "取消" with
 // "処理中にエラーが発生しました。処理を取り消します。", and returns false.
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work);
+
+// As runInTransaction, for a step that may refuse on the way: work returns false after
+// it has told the user why, and the transaction is rolled back without the "取消" box.
+Outcome runRefusableTransaction(Prompt &prompt, QSqlDatabase db, const std::function<bool()> &work);
 
 } // namespace normaris

@@ -59,7 +59,7 @@ QCommandLineOption parserOption(const Option &o)
 QString parseCommandLine(const Command &command, const QStringList &rest, Arguments &parsed, bool &help)
 {
     QCommandLineParser parser;
-    const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption helpOption(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     parser.addOption(helpOption);
     const QList<Option> options = globalOptions() + command.options;
     for (const Option &o : options)
@@ -189,6 +189,9 @@ QList<Command> allCommands()
     addSettingsCommands(commands);
     addComposeCommands(commands);
     addExportCommands(commands);
+    addDictCommands(commands);
+    addImportCommands(commands);
+    addVersionCommands(commands);
     return commands;
 }
 

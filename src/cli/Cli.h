@@ -79,6 +79,9 @@ void addCompanyCommands(QList<Command> &commands);
 void addSettingsCommands(QList<Command> &commands);
 void addComposeCommands(QList<Command> &commands);
 void addExportCommands(QList<Command> &commands);
+void addDictCommands(QList<Command> &commands);
+void addImportCommands(QList<Command> &commands);
+void addVersionCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output and help go to out; boxes
 // and usage errors to err.

@@ -1,8 +1,7 @@
 // docs list|add|remove, compose rows|add|release
 
 #include "cli/Cli.h"
-#include "composition/ClauseAdder.h"
-#include "composition/ClauseReleaser.h"
+#include "composition/PanelStep.h"
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
@@ -74,7 +73,8 @@ int composeRows(Context &c)
     return ExitDone;
 }
 
-// The panel's step for one row: the position rule, the question, then the add or release.
+// The panel's step for one row, as on the panels: the position rule, the question,
+// then the add or release with the clause named by --pick.
 int composeAction(Context &c, const QString &action)
 {
     QSqlDatabase db = AppState::cn();
@@ -85,36 +85,23 @@ int composeAction(Context &c, const QString &action)
         c.prompt.failure(QStringLiteral("--row には 0 から %1 までの行番号を指定してください。").arg(panel.size() - 1));
         return ExitFailure;
     }
-    const PanelRow &row = panel[i];
-    const PanelDecision decision = onParagraphPanel(c)
-        ? paragraphPanelAction(panel, i, action)
-        : articlePanelAction(panel, i, action, row.level == Level::Article && articleHasParagraphs(db, styleOf(c), documentOf(c), row.codes[0], row.codes[1]));
-    switch (decision.kind) {
-    case PanelDecision::Kind::Nothing:
+    const PanelChoice choice = choosePanelStep(db, c.prompt, {styleOf(c), documentOf(c), onParagraphPanel(c), panel, i, action});
+    switch (choice.kind) {
+    case PanelChoice::Kind::Nothing:
         c.prompt.error(QStringLiteral("処理方法の指定"), QStringLiteral("この行では、その処理は選べません。"));
         return ExitStopped;
-    case PanelDecision::Kind::Refuse:
-        c.prompt.error(decision.title, decision.text);
+    case PanelChoice::Kind::Stopped:
         return ExitStopped;
-    case PanelDecision::Kind::OpenParagraphs:
-        c.prompt.information(QStringLiteral("処理方法の指定"), QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(row.codes[0], row.codes[1]));
+    case PanelChoice::Kind::OpenParagraphs:
+        c.prompt.information(QStringLiteral("処理方法の指定"),
+                             QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(panel[i].codes[0], panel[i].codes[1]));
         return ExitStopped;
-    case PanelDecision::Kind::Confirm:
+    case PanelChoice::Kind::Release:
+        return exitCodeOf(carryOutRelease(db, c.prompt, choice.release));
+    case PanelChoice::Kind::Add:
         break;
     }
-    if (!c.prompt.question(decision.title, decision.text))
-        return ExitStopped;
-    if (decision.release)
-        return exitCodeOf(ClauseReleaser(db, c.prompt).release({styleOf(c), documentOf(c), decision.current, i, row.codes}));
-    AddRequest request{styleOf(c), documentOf(c), decision.current, decision.added, decision.firstParagraph, i, row.codes,
-                       c.args.option(QStringLiteral("--pick"))};
-    const QStringList place = ClauseAdder::placeOf(request);
-    bool offered = false;
-    for (const CodeAndName &s : stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
-        offered = offered || s.code == request.chosen;
-    if (!offered)
-        request.chosen.clear(); // answered as an empty choice
-    return exitCodeOf(ClauseAdder(db, c.prompt).add(request));
+    return exitCodeOf(carryOutAdd(db, c.prompt, choice.add, c.args.option(QStringLiteral("--pick"))));
 }
 
 int writeList(Context &c, ListKind kind)

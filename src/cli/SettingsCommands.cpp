@@ -90,35 +90,13 @@ int datesList(Context &c)
 
 int datesAdd(Context &c)
 {
-    const QString document = c.args.option(QStringLiteral("--doc"));
-    const auto date = EffectiveDates::checkDate(c.prompt, c.args.words.value(0));
-    if (!date)
-        return ExitStopped;
-    EffectiveDates(AppState::cn(), document).add(c.args.options.value(QStringLiteral("--style"), QStringLiteral("1")), *date);
-    return ExitDone;
+    EffectiveDates dates(AppState::cn(), c.args.option(QStringLiteral("--doc")));
+    return exitCodeOf(dates.addStep(c.prompt, c.args.options.value(QStringLiteral("--style"), QStringLiteral("1")), c.args.words.value(0)));
 }
 
 int datesDelete(Context &c)
 {
-    const QString document = c.args.option(QStringLiteral("--doc"));
-    const auto date = EffectiveDates::checkDate(c.prompt, c.args.words.value(0));
-    if (!date)
-        return ExitStopped;
-    EffectiveDates dates(AppState::cn(), document);
-    QList<qint64> matches;
-    for (const EffectiveDate &d : dates.list()) {
-        if (d.date == *date)
-            matches << d.id;
-    }
-    if (matches.isEmpty()) {
-        c.prompt.plain(QStringLiteral("削除の確認"), displayDate(*date) + QStringLiteral(" はありません。"));
-        return ExitStopped;
-    }
-    if (!c.prompt.question(QStringLiteral("削除の確認"), displayDate(*date) + QStringLiteral(" を削除しますか？")))
-        return ExitStopped;
-    for (qint64 id : matches)
-        dates.remove(id);
-    return ExitDone;
+    return exitCodeOf(EffectiveDates(AppState::cn(), c.args.option(QStringLiteral("--doc"))).removeDateStep(c.prompt, c.args.words.value(0)));
 }
 
 EmbeddedWords wordsOf(Context &c)

@@ -9,47 +9,6 @@ namespace normaris {
 
 namespace {
 
-// Where the base number p of an add at the 項 level and below comes from.
-enum class Base {
-    Zero,            // the new clause is the first child of the selected row
-    SelectedClause,  // the first clause of the level after the selected place: the selected clause itself
-    EnclosingClause, // the last clause of the level before the selected place: the one holding the selected row
-};
-
-struct ClauseAddRule {
-    Level selected;
-    Level added;
-    bool first;
-    Base base;
-};
-
-// Tuika0400 … Tuika0707: the same add, told apart by the base of the new number.
-const ClauseAddRule kClauseAdds[] = {
-    {Level::Paragraph, Level::Paragraph, true, Base::Zero},        // Tuika0400
-    {Level::Paragraph, Level::Paragraph, false, Base::SelectedClause}, // Tuika0404
-    {Level::Item, Level::Paragraph, false, Base::EnclosingClause},  // Tuika0504
-    {Level::Maru, Level::Paragraph, false, Base::EnclosingClause},  // Tuika0604
-    {Level::Iroha, Level::Paragraph, false, Base::EnclosingClause}, // Tuika0704
-    {Level::Paragraph, Level::Item, false, Base::Zero},            // Tuika0405
-    {Level::Item, Level::Item, false, Base::SelectedClause},       // Tuika0505
-    {Level::Maru, Level::Item, false, Base::EnclosingClause},      // Tuika0605
-    {Level::Iroha, Level::Item, false, Base::EnclosingClause},     // Tuika0705
-    {Level::Item, Level::Maru, false, Base::Zero},                 // Tuika0506
-    {Level::Maru, Level::Maru, false, Base::SelectedClause},       // Tuika0606
-    {Level::Iroha, Level::Maru, false, Base::EnclosingClause},     // Tuika0706
-    {Level::Maru, Level::Iroha, false, Base::Zero},                // Tuika0607
-    {Level::Iroha, Level::Iroha, false, Base::SelectedClause},     // Tuika0707
-};
-
-const ClauseAddRule *clauseRule(const AddRequest &r)
-{
-    for (const ClauseAddRule &rule : kClauseAdds) {
-        if (rule.selected == r.selected && rule.added == r.added && rule.first == r.firstParagraph)
-            return &rule;
-    }
-    return nullptr;
-}
-
 // Gives the rows 順番 from `first` on, in the order they stand.
 void placeRows(QList<CompositionRow> &rows, int first)
 {
@@ -66,6 +25,15 @@ void markSelected(QSqlDatabase db, const QString &style, const QString &document
 }
 
 } // namespace
+
+const AddMember *addMember(Level selected, Level added, bool firstParagraph)
+{
+    for (const AddMember &m : kAddFamily) {
+        if (m.selected == selected && m.added == added && m.firstParagraph == firstParagraph)
+            return &m;
+    }
+    return nullptr;
+}
 
 QStringList ClauseAdder::placeOf(const AddRequest &r)
 {
@@ -90,7 +58,7 @@ Outcome ClauseAdder::add(const AddRequest &r)
         m_prompt.error(QStringLiteral("使用中"), QStringLiteral("この%1は既に使用しています").arg(caption));
         return Outcome::Stopped;
     }
-    if (isClauseLevel(r.added) && !clauseRule(r)) {
+    if (isClauseLevel(r.added) && !addMember(r)) {
         m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
         return Outcome::Stopped;
     }
@@ -177,19 +145,19 @@ void ClauseAdder::addArticle(const AddRequest &r)
 
 void ClauseAdder::addClause(const AddRequest &r)
 {
-    const ClauseAddRule &rule = *clauseRule(r);
+    const AddMember &rule = *addMember(r);
     const QStringList place = placeOf(r);
     const QStringList parent = place.mid(0, place.size() - 1);
     const RowsetScope scope = RowsetScope::article(m_db, r.style, r.document, place[0], place[1]);
     markSelected(m_db, r.style, r.document, r.added, place);
     const int i = r.rowIndex;
     int p = 0;
-    if (rule.base == Base::SelectedClause)
+    if (rule.base == AddBase::SelectedClause)
         p = scope.numberAfter(r.added, parent, i);
-    else if (rule.base == Base::EnclosingClause)
+    else if (rule.base == AddBase::EnclosingClause)
         p = scope.numberBefore(r.added, parent, i + 1);
     QList<CompositionRow> rows = DictionaryWalk(m_db, r.style, r.document).clause(r.added, place, p + 1);
-    const int at = rule.first ? 1 : i + 2;
+    const int at = rule.firstParagraph ? 1 : i + 2;
     scope.shiftOrder(at, int(rows.size()));
     scope.bumpNumbers(r.added, parent, p);
     placeRows(rows, at);

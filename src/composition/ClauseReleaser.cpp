@@ -80,6 +80,15 @@ void ClauseReleaser::releaseFromArticle(const ReleaseRequest &r)
     scope.renumber(r.level, parent, p, p - 1, true);
 }
 
+const ReleaseMember *releaseMember(Level level)
+{
+    for (const ReleaseMember &m : kReleaseFamily) {
+        if (m.level == level)
+            return &m;
+    }
+    return nullptr;
+}
+
 #define NORMARIS_KAIJO(name, releasedLevel)                                                                             \
     Outcome name(ClauseReleaser &k, ReleaseRequest r)                                                                 \
     {                                                                                                                 \

@@ -2,7 +2,7 @@
 // Releasing a clause from a document being composed: its rows and all below them
 // leave the working tables, the later rows close up, the running numbers follow,
 // and the clause (only that clause) and the words of its subtree go back to stock.
-// The seven releases (Kaijo + level) are one algorithm.
+// The seven releases (Kaijo + level) are one algorithm, listed in kReleaseFamily.
 
 #include "base/Levels.h"
 #include "base/Prompt.h"
@@ -33,6 +33,7 @@ private:
     Prompt &m_prompt;
 };
 
+// The entry points by name: Kaijo + the level released.
 Outcome Kaijo10(ClauseReleaser &k, ReleaseRequest r);
 Outcome Kaijo02(ClauseReleaser &k, ReleaseRequest r);
 Outcome Kaijo03(ClauseReleaser &k, ReleaseRequest r);
@@ -40,5 +41,19 @@ Outcome Kaijo04(ClauseReleaser &k, ReleaseRequest r);
 Outcome Kaijo05(ClauseReleaser &k, ReleaseRequest r);
 Outcome Kaijo06(ClauseReleaser &k, ReleaseRequest r);
 Outcome Kaijo07(ClauseReleaser &k, ReleaseRequest r);
+
+// One release of the family: the level released and its entry point. 規程 is never released.
+struct ReleaseMember {
+    Level level;
+    Outcome (*run)(ClauseReleaser &, ReleaseRequest);
+};
+
+inline constexpr ReleaseMember kReleaseFamily[] = {
+    {Level::Preamble, Kaijo10}, {Level::Chapter, Kaijo02}, {Level::Article, Kaijo03}, {Level::Paragraph, Kaijo04},
+    {Level::Item, Kaijo05},     {Level::Maru, Kaijo06},    {Level::Iroha, Kaijo07},
+};
+
+// The member of the family for a level; nullptr for a level that is not released.
+const ReleaseMember *releaseMember(Level level);
 
 } // namespace normaris

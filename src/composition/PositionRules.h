@@ -31,7 +31,7 @@ struct PanelDecision {
     Level current = Level::Document;  // CurShubetsu
     bool release = false;
     Level added = Level::Document;    // AddShubetsu, for an add
-    bool firstParagraph = false;      // AddShubetsu '0'
+    bool firstParagraph = false;      // AddFirstParagraph: a new first 項
 };
 
 // The 条 panel (規程, 前文, 章, 条). articleHasParagraphs: the dictionary holds a 項

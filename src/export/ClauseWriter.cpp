@@ -137,6 +137,7 @@ void ClauseWriter::typeClause(const ClauseForm &form)
     m_typist.typeText(form.label(head, m_showFirstParagraphNumber) + head.text);
     for (int counter = 2; m_cursor.next() && m_cursor.next()->join == QString::number(counter); ++counter) {
         m_cursor.advance();
+        m_typist.startRow(m_cursor.row());
         typeSegment(form, m_cursor.row());
     }
 }

@@ -14,6 +14,7 @@ void DocumentBody::type()
 {
     for (; !m_cursor.atEnd(); m_cursor.advance()) {
         const CompositionRow &row = m_cursor.row();
+        m_typist.startRow(row);
         m_typist.setColor(markColor(row.text));
         // A row without text stands for a template the user inserts by hand.
         if (row.text.isEmpty())
@@ -23,6 +24,7 @@ void DocumentBody::type()
         if (!isChapterless(row))
             m_typist.typeParagraph();
     }
+    m_typist.endRows();
 }
 
 // How each level's row is typed: the headings each their own way, every clause level

@@ -4,7 +4,11 @@
 #include "export/TextTypist.h"
 #include "export/TypistPair.h"
 #include "base/BusyCursor.h"
+#include "base/Database.h"
 #include "base/Failure.h"
+#include "rulebase/EffectiveDates.h"
+#include "versions/VersionRecorder.h"
+#include "versions/VersionStore.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -22,6 +26,22 @@ void writeText(const QString &path, const QString &text)
         throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
 }
 
+// The version of a finished document: what its body printed, under the latest
+// effective date. The same as the last one of the document, it is not kept again.
+void keepVersion(QSqlDatabase db, const QString &style, const QString &document, const PrintedRows &rows)
+{
+    VersionHeader header;
+    header.style = style;
+    header.document = document;
+    header.name = scalar(db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+    if (header.name.isEmpty() && !rows.isEmpty() && rows.first().level == Level::Document)
+        header.name = rows.first().text;
+    header.made = QDateTime::currentDateTime();
+    for (const EffectiveDate &date : EffectiveDates(db, document).list())
+        header.effective = qMax(header.effective, date.date);
+    VersionStore(db).keep(header, rows);
+}
+
 } // namespace
 
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options,
@@ -30,7 +50,9 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;
-    TypistPair typist(docx, text);
+    VersionRecorder recorder;
+    TypistPair records(text, recorder);
+    TypistPair typist(docx, records);
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
     if (outcome == Outcome::Stopped)
         return outcome;
@@ -38,6 +60,9 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
         docx.save(docxPath);
         if (!textPath.isEmpty())
             writeText(textPath, text.text());
+        // Only a whole document of rules or an agreement is a version; the filing forms are not.
+        if (outcome == Outcome::Done && options.kind != ExportKind::Filing)
+            keepVersion(m_db, style, document, recorder.rows());
     } catch (const Failure &f) {
         m_prompt.failure(f.text());
         return Outcome::Failed;

@@ -182,17 +182,34 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
     const QString text = segment.value(1).toString();
     if (segment.next())
         return; // only a single such segment names the side
-    static const QHash<QString, QString> partyMarkers = {
-        {QStringLiteral("1"), QStringLiteral("☆0008☆")}, // 労働組合
-        {QStringLiteral("2"), QStringLiteral("☆0010☆")}, // 従業員代表
-        {QStringLiteral("3"), QStringLiteral("☆0012☆")}, // パート代表
+    // The workers' side: a trade union signs in its own name; a representative of the
+    // majority keeps the words before the marker that say whom they represent and how
+    // they were chosen.
+    struct Party {
+        const char16_t *code;
+        const char16_t *marker;
+        bool keepsLeadIn;
     };
-    const QString party = partyMarkers.value(scalar(m_db, QStringLiteral("SELECT 代表労働者 FROM 代表労働者の選択 ORDER BY ID LIMIT 1")).toString());
-    if (party.isEmpty())
+    static constexpr Party kParties[] = {
+        {u"1", u"☆0008☆", false}, // 労働組合
+        {u"2", u"☆0010☆", true},  // 従業員代表
+        {u"3", u"☆0012☆", true},  // パート代表
+    };
+    const QString chosen = scalar(m_db, QStringLiteral("SELECT 代表労働者 FROM 代表労働者の選択 ORDER BY ID LIMIT 1")).toString();
+    const Party *party = nullptr;
+    for (const Party &p : kParties) {
+        if (chosen == QStringView(p.code))
+            party = &p;
+    }
+    if (!party)
         return;
-    bool namesSide = false;
-    for (const auto &marker : {QStringLiteral("☆0008☆"), QStringLiteral("☆0010☆"), QStringLiteral("☆0012☆")})
-        namesSide = namesSide || text.contains(marker);
+    qsizetype firstMarker = -1;
+    for (const Party &p : kParties) {
+        const qsizetype at = text.indexOf(QStringView(p.marker));
+        if (at >= 0 && (firstMarker < 0 || at < firstMarker))
+            firstMarker = at;
+    }
+    const bool namesSide = firstMarker >= 0;
     // The agreement calls the side by the word 0009 of a paragraph that holds it.
     const bool paragraphUsesShortName =
         scalar(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 変数語句 = 1 AND instr(項, '★0009★') > 0"),
@@ -205,7 +222,9 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
     const QString shortName = word.value(0).toString();
     if (word.next())
         return;
-    writeText(m_db, style, document, order, party + QStringLiteral("（以下「") + shortName + QStringLiteral("」と称する。）"));
+    const QString leadIn = party->keepsLeadIn ? text.left(firstMarker) : QString();
+    writeText(m_db, style, document, order,
+              leadIn + QString::fromUtf16(party->marker) + QStringLiteral("（以下「") + shortName + QStringLiteral("」と称する。）"));
 }
 
 } // namespace normaris

@@ -14,6 +14,8 @@
 
 namespace normaris {
 
+struct CompositionRow;
+
 class Typist {
 public:
     enum class Alignment { Left = 0, Center = 1, Right = 2 };
@@ -39,6 +41,12 @@ public:
     // In characters; a negative value is a hanging indent of that many characters:
     // the first line at the margin, the lines after it indented.
     virtual void setCharacterUnitFirstLineIndent(int characters) = 0;
+
+    // The body of a document announces each row of the work data before the
+    // keystrokes that print it, and its own end. Only a typist that keeps the
+    // printed text row by row listens; the others type on as before.
+    virtual void startRow(const CompositionRow &) {}
+    virtual void endRows() {}
 };
 
 } // namespace normaris

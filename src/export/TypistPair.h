@@ -22,6 +22,8 @@ public:
     {
         both([&](Typist &t) { t.setCharacterUnitFirstLineIndent(characters); });
     }
+    void startRow(const CompositionRow &row) override { both([&](Typist &t) { t.startRow(row); }); }
+    void endRows() override { both([](Typist &t) { t.endRows(); }); }
 
 private:
     template<typename Call>

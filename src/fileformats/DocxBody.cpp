@@ -39,7 +39,7 @@ bool hasSignificantBlanks(const QString &text)
 // The font where it differs from the document's defaults (word/styles.xml):
 // the base font, the base size, black, neither bold nor struck through. The
 // children stand in the order the schema gives them (rFonts, b, bCs, dstrike,
-// color, sz, szCs); another order makes a word processor call the file corrupt.
+// color, sz, szCs, u); another order makes a word processor call the file corrupt.
 void writeFont(QXmlStreamWriter &xml, const Font &font)
 {
     const Font base;
@@ -65,6 +65,8 @@ void writeFont(QXmlStreamWriter &xml, const Font &font)
         writeVal(xml, QStringLiteral("sz"), size);
         writeVal(xml, QStringLiteral("szCs"), size);
     }
+    if (font.underline)
+        writeVal(xml, QStringLiteral("u"), QStringLiteral("single"));
     xml.writeEndElement();
 }
 
@@ -142,20 +144,38 @@ void writeRun(QXmlStreamWriter &xml, const Run &run)
     xml.writeEndElement();
 }
 
-// A4 portrait with the margins of a Japanese word processor's blank document
-// (35 mm at the top, 30 mm elsewhere), and its line grid of 18 pt that gives
-// 10.5-point text its customary line spacing.
-void writePageSetup(QXmlStreamWriter &xml)
+// The page, in twips: A4 with the margins of a Japanese word processor's blank
+// document (35 mm at the top, 30 mm elsewhere) upright; lying, 20 mm at top and
+// bottom and 25 mm at the sides, which leaves two columns of text room enough.
+struct PageSize {
+    int width, height, top, right, bottom, left;
+};
+constexpr PageSize kPortrait{11906, 16838, 1985, 1701, 1701, 1701};
+constexpr PageSize kLandscape{16838, 11906, 1134, 1418, 1134, 1418};
+
+const PageSize &pageSize(const PageSetup &setup) { return setup.landscape ? kLandscape : kPortrait; }
+
+// The line grid of 18 pt gives 10.5-point text its customary line spacing. The
+// footer, when there is one, is the relationship rId3 of the document part.
+void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup)
 {
+    const PageSize &page = pageSize(setup);
     xml.writeStartElement(kWordNs, QStringLiteral("sectPr"));
+    if (setup.pageNumbers) {
+        xml.writeEmptyElement(kWordNs, QStringLiteral("footerReference"));
+        xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("default"));
+        xml.writeAttribute(kRelationshipsNs, QStringLiteral("id"), QStringLiteral("rId3"));
+    }
     xml.writeEmptyElement(kWordNs, QStringLiteral("pgSz"));
-    xml.writeAttribute(kWordNs, QStringLiteral("w"), QStringLiteral("11906"));
-    xml.writeAttribute(kWordNs, QStringLiteral("h"), QStringLiteral("16838"));
+    xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(page.width));
+    xml.writeAttribute(kWordNs, QStringLiteral("h"), QString::number(page.height));
+    if (setup.landscape)
+        xml.writeAttribute(kWordNs, QStringLiteral("orient"), QStringLiteral("landscape"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("pgMar"));
-    xml.writeAttribute(kWordNs, QStringLiteral("top"), QStringLiteral("1985"));
-    xml.writeAttribute(kWordNs, QStringLiteral("right"), QStringLiteral("1701"));
-    xml.writeAttribute(kWordNs, QStringLiteral("bottom"), QStringLiteral("1701"));
-    xml.writeAttribute(kWordNs, QStringLiteral("left"), QStringLiteral("1701"));
+    xml.writeAttribute(kWordNs, QStringLiteral("top"), QString::number(page.top));
+    xml.writeAttribute(kWordNs, QStringLiteral("right"), QString::number(page.right));
+    xml.writeAttribute(kWordNs, QStringLiteral("bottom"), QString::number(page.bottom));
+    xml.writeAttribute(kWordNs, QStringLiteral("left"), QString::number(page.left));
     xml.writeAttribute(kWordNs, QStringLiteral("header"), QStringLiteral("851"));
     xml.writeAttribute(kWordNs, QStringLiteral("footer"), QStringLiteral("992"));
     xml.writeAttribute(kWordNs, QStringLiteral("gutter"), QStringLiteral("0"));
@@ -167,22 +187,102 @@ void writePageSetup(QXmlStreamWriter &xml)
     xml.writeEndElement();
 }
 
+void writeParagraph(QXmlStreamWriter &xml, const Paragraph &paragraph)
+{
+    xml.writeStartElement(kWordNs, QStringLiteral("p"));
+    writeParagraphProperties(xml, paragraph);
+    for (const Run &run : paragraph.runs)
+        writeRun(xml, run);
+    xml.writeEndElement();
+}
+
+void writeWidth(QXmlStreamWriter &xml, const QString &element, int twips)
+{
+    xml.writeEmptyElement(kWordNs, element);
+    xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(twips));
+    xml.writeAttribute(kWordNs, QStringLiteral("type"), QStringLiteral("dxa"));
+}
+
+// Single lines around and between all cells, fixed column widths. The children of
+// tblPr and trPr stand in the schema's order.
+void writeTable(QXmlStreamWriter &xml, const Table &table)
+{
+    int total = 0;
+    for (int w : table.columnWidths)
+        total += w;
+    xml.writeStartElement(kWordNs, QStringLiteral("tbl"));
+    xml.writeStartElement(kWordNs, QStringLiteral("tblPr"));
+    writeWidth(xml, QStringLiteral("tblW"), total);
+    xml.writeStartElement(kWordNs, QStringLiteral("tblBorders"));
+    for (const char *side : {"top", "left", "bottom", "right", "insideH", "insideV"}) {
+        xml.writeEmptyElement(kWordNs, QString::fromLatin1(side));
+        xml.writeAttribute(kWordNs, QStringLiteral("val"), QStringLiteral("single"));
+        xml.writeAttribute(kWordNs, QStringLiteral("sz"), QStringLiteral("4"));
+        xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("0"));
+        xml.writeAttribute(kWordNs, QStringLiteral("color"), QStringLiteral("000000"));
+    }
+    xml.writeEndElement();
+    writeVal(xml, QStringLiteral("tblLayout"), QStringLiteral("fixed"));
+    xml.writeEndElement(); // tblPr
+    xml.writeStartElement(kWordNs, QStringLiteral("tblGrid"));
+    for (int w : table.columnWidths) {
+        xml.writeEmptyElement(kWordNs, QStringLiteral("gridCol"));
+        xml.writeAttribute(kWordNs, QStringLiteral("w"), QString::number(w));
+    }
+    xml.writeEndElement();
+    for (const TableRow &row : table.rows) {
+        xml.writeStartElement(kWordNs, QStringLiteral("tr"));
+        if (row.header) {
+            xml.writeStartElement(kWordNs, QStringLiteral("trPr"));
+            xml.writeEmptyElement(kWordNs, QStringLiteral("cantSplit"));
+            xml.writeEmptyElement(kWordNs, QStringLiteral("tblHeader"));
+            xml.writeEndElement();
+        }
+        for (qsizetype c = 0; c < row.cells.size(); ++c) {
+            xml.writeStartElement(kWordNs, QStringLiteral("tc"));
+            xml.writeStartElement(kWordNs, QStringLiteral("tcPr"));
+            writeWidth(xml, QStringLiteral("tcW"), table.columnWidths.value(c));
+            xml.writeEndElement();
+            const QList<Paragraph> &paragraphs = row.cells[c].paragraphs;
+            for (const Paragraph &p : paragraphs)
+                writeParagraph(xml, p);
+            if (paragraphs.isEmpty())
+                writeParagraph(xml, Paragraph{});
+            xml.writeEndElement(); // tc
+        }
+        xml.writeEndElement(); // tr
+    }
+    xml.writeEndElement(); // tbl
+}
+
 } // namespace
 
+int textWidth(const PageSetup &setup)
+{
+    const PageSize &page = pageSize(setup);
+    return page.width - page.left - page.right;
+}
+
 QByteArray documentXml(const QList<Paragraph> &paragraphs)
+{
+    return documentXml(QList<Block>(paragraphs.cbegin(), paragraphs.cend()), PageSetup{});
+}
+
+QByteArray documentXml(const QList<Block> &blocks, const PageSetup &setup)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
     startWordPart(xml, QStringLiteral("document"));
+    if (setup.pageNumbers)
+        xml.writeNamespace(kRelationshipsNs, QStringLiteral("r"));
     xml.writeStartElement(kWordNs, QStringLiteral("body"));
-    for (const Paragraph &paragraph : paragraphs) {
-        xml.writeStartElement(kWordNs, QStringLiteral("p"));
-        writeParagraphProperties(xml, paragraph);
-        for (const Run &run : paragraph.runs)
-            writeRun(xml, run);
-        xml.writeEndElement();
+    for (const Block &block : blocks) {
+        if (const Paragraph *paragraph = std::get_if<Paragraph>(&block))
+            writeParagraph(xml, *paragraph);
+        else
+            writeTable(xml, std::get<Table>(block));
     }
-    writePageSetup(xml);
+    writePageSetup(xml, setup);
     xml.writeEndDocument();
     return out;
 }

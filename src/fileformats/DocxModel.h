@@ -7,6 +7,7 @@
 
 #include <QList>
 #include <QString>
+#include <variant>
 
 namespace normaris::docx {
 
@@ -16,6 +17,7 @@ struct Font {
     bool bold = false;
     Typist::Color color = Typist::Color::Black;
     bool doubleStrike = false;
+    bool underline = false; // single; the marking of changed words
     bool operator==(const Font &) const = default;
 };
 
@@ -34,6 +36,32 @@ struct Paragraph {
     // It gives an empty paragraph its height, so blank lines under a big title
     // keep the size they were typed in.
     Font mark;
+};
+
+// A table of fixed column widths; the rows marked as header repeat at the top of
+// every page the table runs over.
+struct TableCell {
+    QList<Paragraph> paragraphs; // at least one is written, as a cell must hold one
+};
+
+struct TableRow {
+    QList<TableCell> cells;
+    bool header = false;
+};
+
+struct Table {
+    QList<int> columnWidths; // in twips
+    QList<TableRow> rows;
+};
+
+// What a document's body is made of, in order.
+using Block = std::variant<Paragraph, Table>;
+
+// The section of a document: A4 upright with the Japanese blank document's margins,
+// or A4 lying; and whether its foot carries the page number.
+struct PageSetup {
+    bool landscape = false;
+    bool pageNumbers = false;
 };
 
 } // namespace normaris::docx

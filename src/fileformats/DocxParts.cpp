@@ -18,7 +18,7 @@ struct Relation {
     const char *target;
 };
 
-QByteArray relationsXml(std::initializer_list<Relation> relations)
+QByteArray relationsXml(const QList<Relation> &relations)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
@@ -38,7 +38,7 @@ QByteArray relationsXml(std::initializer_list<Relation> relations)
 
 } // namespace
 
-QByteArray contentTypesXml()
+QByteArray contentTypesXml(bool withFooter)
 {
     QByteArray out;
     QXmlStreamWriter xml(&out);
@@ -60,6 +60,8 @@ QByteArray contentTypesXml()
     byPart(QStringLiteral("/word/document.xml"), QStringLiteral("document.main+xml"));
     byPart(QStringLiteral("/word/styles.xml"), QStringLiteral("styles+xml"));
     byPart(QStringLiteral("/word/settings.xml"), QStringLiteral("settings+xml"));
+    if (withFooter)
+        byPart(QStringLiteral("/word/footer1.xml"), QStringLiteral("footer+xml"));
     xml.writeEndDocument();
     return out;
 }
@@ -69,9 +71,45 @@ QByteArray packageRelationsXml()
     return relationsXml({{"officeDocument", "word/document.xml"}});
 }
 
-QByteArray documentRelationsXml()
+QByteArray documentRelationsXml(bool withFooter)
 {
-    return relationsXml({{"styles", "styles.xml"}, {"settings", "settings.xml"}});
+    QList<Relation> relations{{"styles", "styles.xml"}, {"settings", "settings.xml"}};
+    if (withFooter)
+        relations.append(Relation{"footer", "footer1.xml"});
+    return relationsXml(relations);
+}
+
+// The PAGE field, with 1 as its last shown value for readers that do not update fields.
+QByteArray pageNumberFooterXml()
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startWordPart(xml, QStringLiteral("ftr"));
+    xml.writeStartElement(kWordNs, QStringLiteral("p"));
+    xml.writeStartElement(kWordNs, QStringLiteral("pPr"));
+    writeVal(xml, QStringLiteral("jc"), QStringLiteral("center"));
+    xml.writeEndElement();
+    const auto fieldChar = [&](const QString &type) {
+        xml.writeStartElement(kWordNs, QStringLiteral("r"));
+        xml.writeEmptyElement(kWordNs, QStringLiteral("fldChar"));
+        xml.writeAttribute(kWordNs, QStringLiteral("fldCharType"), type);
+        xml.writeEndElement();
+    };
+    fieldChar(QStringLiteral("begin"));
+    xml.writeStartElement(kWordNs, QStringLiteral("r"));
+    xml.writeStartElement(kWordNs, QStringLiteral("instrText"));
+    xml.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
+    xml.writeCharacters(QStringLiteral(" PAGE "));
+    xml.writeEndElement();
+    xml.writeEndElement();
+    fieldChar(QStringLiteral("separate"));
+    xml.writeStartElement(kWordNs, QStringLiteral("r"));
+    xml.writeTextElement(kWordNs, QStringLiteral("t"), QStringLiteral("1"));
+    xml.writeEndElement();
+    fieldChar(QStringLiteral("end"));
+    xml.writeEndElement(); // p
+    xml.writeEndDocument();
+    return out;
 }
 
 // The document's defaults are the base font of every Typist: ＭＳ 明朝 for

@@ -79,7 +79,7 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
         if (!m_prompt.question(QStringLiteral("データ指定の確認"),
                                QStringLiteral("現在使用中の") + quotedName(source) + QStringLiteral("を閉じますか？")))
             return Outcome::Stopped;
-        state.closeCompany(AppState::CommandsOnClose::LeaveAsTheyAre);
+        state.closeCompany(AppState::ClosedBy::Copying);
     }
     return create(name, m_layout.companyFile(source));
 }
@@ -155,7 +155,7 @@ Outcome CompanyFiles::open(const QString &name)
         openCompanyDatabase(file, kProbeConnection);
         closeDatabase(kProbeConnection);
         if (state.isCompanyOpen())
-            state.closeCompany(AppState::CommandsOnClose::HideAll);
+            state.closeCompany(AppState::ClosedBy::MainWindow);
         openCompanyDatabase(file, kMainConnection);
     } catch (const std::exception &e) {
         closeDatabase(kProbeConnection);

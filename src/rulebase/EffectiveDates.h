@@ -24,9 +24,24 @@ public:
 
     // All dates of the document, oldest first, whatever style they were entered under.
     QList<EffectiveDate> list();
+    // One row each, as they are: the steps below check and ask first.
     qint64 add(const QString &style, const QDate &date);
     void change(qint64 id, const QDate &date);
     void remove(qint64 id);
+
+    // The steps of the date form and the CLI. Each checks what was typed (Stopped,
+    // with the message, when it is wrong), asks where it must, and writes in one
+    // transaction (Failed, with the message, when that fails).
+    Outcome addStep(Prompt &prompt, const QString &style, const QString &text, qint64 *added = nullptr);
+    Outcome changeStep(Prompt &prompt, qint64 id, const QString &text);
+    // Asks "削除の確認" of the date shown as `shown`, then deletes the row.
+    Outcome removeStep(Prompt &prompt, qint64 id, const QString &shown);
+    // Deletes every row of the typed date, after the same question.
+    Outcome removeDateStep(Prompt &prompt, const QString &text);
+
+    // The names over the date form: the document's and the prose style's.
+    QString documentName(const QString &style);
+    QString styleName(const QString &style);
 
     // The check of a typed date; the date when good, nothing after a message.
     static std::optional<QDate> checkDate(Prompt &prompt, const QString &text);

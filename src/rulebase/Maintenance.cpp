@@ -88,7 +88,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
     if (state.isOpenCompany(name)) {
         if (!m_prompt.question(kBackupTitle, quotedName(name) + QStringLiteral("は現在使用中ですが、閉じてバックアップしますか？")))
             return Outcome::Stopped;
-        state.closeCompany(AppState::CommandsOnClose::HideFirstFour);
+        state.closeCompany(AppState::ClosedBy::Maintenance);
     } else if (!m_prompt.question(kBackupTitle, quotedName(name) + QStringLiteral("をバックアップします。"))) {
         return Outcome::Stopped;
     }
@@ -122,7 +122,7 @@ Outcome Maintenance::optimise(const QString &name)
         if (!m_prompt.question(kOptimiseTitle, quotedName(name) + QStringLiteral("は現在使用中ですが、閉じて最適化しますか？")))
             return Outcome::Stopped;
         // Closing the connection releases the file at once: nothing else holds it.
-        state.closeCompany(AppState::CommandsOnClose::HideFirstFour);
+        state.closeCompany(AppState::ClosedBy::Maintenance);
         m_prompt.plain(kOptimiseTitle, QStringLiteral("最適化の準備ができました。"));
     } else if (!m_prompt.question(kOptimiseTitle, quotedName(name) + QStringLiteral("を最適化します。"))) {
         return Outcome::Stopped;

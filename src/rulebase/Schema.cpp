@@ -2,6 +2,7 @@
 
 #include "base/Database.h"
 
+#include <QSqlError>
 #include <QSqlQuery>
 
 namespace normaris {
@@ -185,20 +186,45 @@ void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values
     execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks.join(u',')), values);
 }
 
-QString schemaMismatch(QSqlDatabase db)
+namespace {
+
+QStringList columnsOf(QSqlDatabase db, const QString &table)
+{
+    QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
+    QStringList found;
+    while (q.next())
+        found << q.value(1).toString();
+    if (q.lastError().isValid())
+        throw DbError(q.lastError().text());
+    return found;
+}
+
+// The older form is the current one without its last column 結合種別; 号の細分イロハ has one form only.
+bool isOlderForm(const TableDef &table, const QStringList &found, const QStringList &expected)
+{
+    return table.name != QStringLiteral("号の細分イロハ") && expected.last() == kSegmentKindColumn
+        && found == expected.mid(0, expected.size() - 1);
+}
+
+} // namespace
+
+QString schemaMismatch(QSqlDatabase db, SchemaForms forms)
 {
     for (const TableDef &table : schemaTables()) {
-        QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table.name)));
-        QStringList found;
-        while (q.next())
-            found << q.value(1).toString();
+        const QStringList found = columnsOf(db, table.name);
         if (found.isEmpty())
             return QStringLiteral("表「%1」がありません。").arg(table.name);
         const QStringList expected = QStringList{QStringLiteral("ID")} + table.columnNames();
-        if (found != expected)
-            return QStringLiteral("表「%1」の列が違います。").arg(table.name);
+        if (found == expected || (forms == SchemaForms::OlderAccepted && isOlderForm(table, found, expected)))
+            continue;
+        return QStringLiteral("表「%1」の列が違います。").arg(table.name);
     }
     return {};
+}
+
+bool tableHasColumn(QSqlDatabase db, const QString &table, const QString &column)
+{
+    return columnsOf(db, table).contains(column);
 }
 
 } // namespace normaris

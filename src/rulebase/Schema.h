@@ -42,8 +42,15 @@ void createSchema(QSqlDatabase db);
 // the last columns at their defaults).
 void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values);
 
+// Files of the older form lack the last column 結合種別 of 前文, 項, 号 and 号の細分丸.
+enum class SchemaForms { CurrentOnly, OlderAccepted };
+// The column that the older form lacks.
+inline const QString kSegmentKindColumn = QStringLiteral("結合種別");
+
 // Empty when db has every table of the schema with its columns in order;
 // otherwise a description of the first difference.
-QString schemaMismatch(QSqlDatabase db);
+QString schemaMismatch(QSqlDatabase db, SchemaForms forms = SchemaForms::CurrentOnly);
+// Whether the table has the column, asked of the table itself.
+bool tableHasColumn(QSqlDatabase db, const QString &table, const QString &column);
 
 } // namespace normaris

@@ -8,6 +8,7 @@
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
 #include "composition/CompositionRow.h"
+#include "composition/PanelStep.h"
 #include "composition/Panels.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"
@@ -151,6 +152,41 @@ private slots:
         AddRequest add{kStyle, kDoc, Level::Article, Level::Chapter, false, i - 1, rows[i - 1].codes, chapter.codes[0]};
         QCOMPARE(Tuika0302(adder, add), Outcome::Done);
         QCOMPARE(allRows(m_db), original);
+    }
+
+    // The panel step of both fronts: asked, refused or confirmed through the Prompt,
+    // then carried out by the family member of the confirmed add or release.
+    void panelStepReleasesAndAddsBack()
+    {
+        const QStringList original = allRows(m_db);
+        const QList<PanelRow> rows = articlePanel(m_db, kStyle, kDoc);
+        int i = 0;
+        for (int k = 0, chapters = 0; k < rows.size(); ++k) {
+            if (rows[k].level == Level::Chapter && ++chapters == 3)
+                i = k;
+        }
+        const QString chapter = rows[i].codes[0];
+        m_prompt.answer({false, true});
+        QCOMPARE(choosePanelStep(m_db, m_prompt, {kStyle, kDoc, false, rows, i, QStringLiteral("2")}).kind, PanelChoice::Kind::Stopped);
+        const PanelChoice release = choosePanelStep(m_db, m_prompt, {kStyle, kDoc, false, rows, i, QStringLiteral("2")});
+        QCOMPARE(release.kind, PanelChoice::Kind::Release);
+        QCOMPARE(release.release.level, Level::Chapter);
+        QCOMPARE(carryOutRelease(m_db, m_prompt, release.release), Outcome::Done);
+        QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
+
+        const QList<PanelRow> after = articlePanel(m_db, kStyle, kDoc);
+        m_prompt.answer({true});
+        const PanelChoice add = choosePanelStep(m_db, m_prompt, {kStyle, kDoc, false, after, i - 1, QStringLiteral("3")});
+        QCOMPARE(add.kind, PanelChoice::Kind::Add);
+        QCOMPARE(carryOutAdd(m_db, m_prompt, add.add, QStringLiteral("99")), Outcome::Stopped); // not in the stock
+        QCOMPARE(carryOutAdd(m_db, m_prompt, add.add, chapter), Outcome::Done);
+        QCOMPARE(allRows(m_db), original);
+        const QStringList lines = m_prompt.lines();
+        QCOMPARE(lines.size(), 6);
+        QVERIFY(lines[0].startsWith(QStringLiteral("選択解除の確認: ")));
+        QCOMPARE(lines[2], QStringLiteral("確認: 処理を終了しました。"));
+        QVERIFY(lines[3].startsWith(QStringLiteral("追加の確認: ")));
+        QCOMPARE(lines[4], QStringLiteral("未指定: 「章」を指定してください"));
     }
 
     void releaseAndAddBackThePreamble()

@@ -131,9 +131,10 @@ private slots:
         QTest::addColumn<QString>("segment");
         QTest::addColumn<QString>("expected");
         const QString segment = QStringLiteral("労働者の過半数を代表する者☆0010☆と");
+        // A union signs in its own name; a representative keeps the words on whom they represent.
         QTest::newRow("union") << "2" << "1" << segment << "第一労働組合（以下「組合」と称する。）";
-        QTest::newRow("employees' representative") << "2" << "2" << segment << "山田太郎（以下「組合」と称する。）";
-        QTest::newRow("part-timers' representative, setting empty") << "2" << "3" << segment << "☆0012☆（以下「組合」と称する。）";
+        QTest::newRow("employees' representative") << "2" << "2" << segment << "労働者の過半数を代表する者山田太郎（以下「組合」と称する。）";
+        QTest::newRow("part-timers' representative, setting empty") << "2" << "3" << segment << "労働者の過半数を代表する者☆0012☆（以下「組合」と称する。）";
         QTest::newRow("no marker of a side: untouched") << "2" << "1" << "労働者代表と" << "労働者代表と";
         QTest::newRow("not an agreement: untouched") << "1" << "1" << segment << "労働者の過半数を代表する者山田太郎と";
     }

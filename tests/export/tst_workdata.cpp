@@ -168,6 +168,47 @@ private slots:
             QVERIFY(dearuOnList);
         }
     }
+
+    // Every document a new company starts with prints its 項 numbers 1, 2, 3 … in each
+    // article and its 号 numbers 1, 2, 3 … in each 項, never a list of a single 号; a
+    // template line stands inside the clause it completes, where it takes no number of its own.
+    void standardDocumentsNumberWithoutGaps()
+    {
+        OpenCompany company;
+        QSqlQuery standard = execSql(company.db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1 ORDER BY Code"));
+        QStringList documents, problems;
+        while (standard.next()) {
+            const QString style = standard.value(0).toString(), document = standard.value(1).toString();
+            documents << document;
+            ScriptedPrompt prompt;
+            QCOMPARE(WorkDataBuild(company.db, prompt).build(style, document), Outcome::Done);
+            int nextParagraph = 1, nextItem = 1;
+            QString paragraph;
+            for (const CompositionRow &r : readWorkRows(company.db, kOutputRowsTable, style, document)) {
+                const QString where = QStringLiteral("規程%1 %2: ").arg(document, r.codes.join(u'/'));
+                const bool head = r.join.isEmpty() || r.join == u"1";
+                if (!r.templateCode.isEmpty() && (r.join.toInt() < 2 || !r.lineBreak))
+                    problems << where + QStringLiteral("a template is a clause of its own");
+                if (!head || (r.level != Level::Article && r.level != Level::Paragraph && r.level != Level::Item && r.level != Level::Closing))
+                    continue;
+                if (r.level != Level::Item) {
+                    if (nextItem == 2)
+                        problems << paragraph + QStringLiteral("a single 号");
+                    nextItem = 1;
+                    paragraph = where;
+                }
+                if (r.level == Level::Article)
+                    nextParagraph = 1;
+                else if (r.level == Level::Paragraph && r.number != nextParagraph++)
+                    problems << where + QStringLiteral("項 numbered %1").arg(r.number);
+                else if (r.level == Level::Item && r.number != nextItem++)
+                    problems << where + QStringLiteral("号 numbered %1").arg(r.number);
+            }
+        }
+        QCOMPARE(problems, QStringList());
+        QCOMPARE(documents, (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"),
+                                         QStringLiteral("05"), QStringLiteral("31")}));
+    }
 };
 
 QTEST_GUILESS_MAIN(WorkDataTest)

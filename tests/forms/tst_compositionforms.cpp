@@ -394,8 +394,9 @@ private slots:
     void addFormRefusesAClauseInUseAndAnEmptyStock()
     {
         AppState &state = AppState::instance();
-        state.CurShubetsu = QStringLiteral("3");
-        state.AddShubetsu = QStringLiteral("2");
+        state.CurShubetsu = Level::Article;
+        state.AddShubetsu = Level::Chapter;
+        state.AddFirstParagraph = false;
         state.CurRowIndex = 6;
         state.CurShoCode = QStringLiteral("01");
         state.CurJoCode = QStringLiteral("0001");

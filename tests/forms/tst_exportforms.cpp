@@ -67,7 +67,7 @@ private slots:
         auto *dearu = child<QListWidget>(form, QStringLiteral("DataList1"));
         auto *desumasu = child<QListWidget>(form, QStringLiteral("DataList2"));
         QCOMPARE(form.windowTitle(), QStringLiteral("データエクスポート"));
-        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05")}));
         QVERIFY(dearu->isVisible() && !desumasu->isVisible());
         QVERIFY(!child<QGroupBox>(form, QStringLiteral("Frame5"))->isVisible());
 
@@ -86,7 +86,7 @@ private slots:
 
         click(form, QStringLiteral("Option2_0"));
         click(form, QStringLiteral("Option4_0"));
-        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05")}));
         QVERIFY(child<QPushButton>(form, QStringLiteral("Command5"))->isEnabled());
     }
 

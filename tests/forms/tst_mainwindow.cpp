@@ -67,6 +67,31 @@ private slots:
     void init() { setUiPrompt(&m_prompt); m_prompt.clear(); }
     void cleanup() { setUiPrompt(nullptr); }
 
+    // The core says why it closed the company; the main window decides what stays on view.
+    void commandsAfterAClose_data()
+    {
+        QTest::addColumn<int>("why");
+        QTest::addColumn<QList<bool>>("shown");
+        QTest::newRow("main window") << int(AppState::ClosedBy::MainWindow) << QList<bool>{false, false, false, false, false};
+        QTest::newRow("maintenance") << int(AppState::ClosedBy::Maintenance) << QList<bool>{false, false, false, false, true};
+        QTest::newRow("copying") << int(AppState::ClosedBy::Copying) << QList<bool>{true, true, true, true, true};
+    }
+    void commandsAfterAClose()
+    {
+        QFETCH(int, why);
+        QFETCH(QList<bool>, shown);
+        TestRoot root;
+        frmMain01 main;
+        AppState &state = AppState::instance();
+        state.markCompanyOpen(QStringLiteral("甲"));
+        QVERIFY(commandsShown(main));
+        state.closeCompany(AppState::ClosedBy(why));
+        for (int i = 0; i < 5; ++i)
+            QCOMPARE(!main.command(i)->isHidden(), shown[i]);
+        state.reset();
+        QVERIFY(main.command(4)->isHidden());
+    }
+
     void newCompanyThenChooseIt()
     {
         TestRoot root;

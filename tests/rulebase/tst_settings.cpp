@@ -180,6 +180,33 @@ private slots:
         QCOMPARE(dates.list().size(), 1);
         QCOMPARE(dates.list().first().date, QDate(2008, 4, 1));
     }
+
+    // The steps of the form and the CLI: a wrong date or style stops with its message,
+    // a question answered no keeps the rows, and a delete takes every row of the date.
+    void dateSteps()
+    {
+        TestRoot root;
+        QSqlDatabase db = root.openCompany(QStringLiteral("甲"));
+        ScriptedPrompt prompt;
+        EffectiveDates dates(db, QStringLiteral("01"));
+        QCOMPARE(dates.addStep(prompt, QStringLiteral("9"), QStringLiteral("2026/4/1")), Outcome::Stopped);
+        QCOMPARE(dates.addStep(prompt, QStringLiteral("1"), QStringLiteral("2026/2/30")), Outcome::Stopped);
+        qint64 id = 0;
+        QCOMPARE(dates.addStep(prompt, QStringLiteral("1"), QStringLiteral("2026/4/1"), &id), Outcome::Done);
+        QCOMPARE(dates.addStep(prompt, QStringLiteral("2"), QStringLiteral("令和8年4月1日")), Outcome::Done);
+        QCOMPARE(dates.changeStep(prompt, id, QString()), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("文章形式の指定: 文章形式を指定してください。"),
+                                              QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日"),
+                                              QStringLiteral("入力エラー: 未入力は許されません。･･･年月日")}));
+        prompt.clear();
+        prompt.answer({false, true});
+        QCOMPARE(dates.removeDateStep(prompt, QStringLiteral("2026-04-01")), Outcome::Stopped);
+        QCOMPARE(dates.list().size(), 2);
+        QCOMPARE(dates.removeDateStep(prompt, QStringLiteral("2026-04-01")), Outcome::Done);
+        QVERIFY(dates.list().isEmpty());
+        QCOMPARE(dates.removeDateStep(prompt, QStringLiteral("2026-04-01")), Outcome::Stopped);
+        QCOMPARE(prompt.lines().last(), QStringLiteral("削除の確認: 2026/04/01 はありません。"));
+    }
 };
 
 QTEST_GUILESS_MAIN(SettingsTest)

@@ -319,7 +319,9 @@ private:
             return;
         if (!QRegularExpression(QStringLiteral("^[0-9]{2}$")).match(rest).hasMatch())
             return fail(QStringLiteral("テンプレートのCodeは2桁の数字です"));
-        c->templateCode = rest;
+        if (c->segments.isEmpty())
+            return fail(QStringLiteral("テンプレートは差し込む場所の区切り（「=↵」の行）の後に置いてください"));
+        c->segments.last().templateCode = rest;
     }
 
     Document m_doc;

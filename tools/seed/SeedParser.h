@@ -17,7 +17,8 @@
 //   語句 0001 表示名称 = 既定の語句    the embedded word ★0001★ of this clause
 //   参照 0001 条0003 項02            the reference ◆0001◆ of this clause and its target
 //                                    (規程NN 章NN 条NNNN 項NN 号NN 丸NN イロハNN 結合N)
-//   テンプレート 01                  a template to insert at this clause
+//   テンプレート 01                  a template to insert in place of the segment above it,
+//                                    which must continue its clause after a line break
 //   標準案                           (header) the document comes composed and on the list
 //   標準外                           this clause and all under it stay out of the standard
 //                                    draft: stock that the user can add

@@ -26,6 +26,9 @@ struct Place {
 struct Segment {
     QString text;
     bool lineBreak = false;
+    // A table or form the user inserts here; it completes the clause, so it is one of the
+    // clause's segments after a line break and takes no number of its own.
+    QString templateCode = QStringLiteral("0");
 };
 
 struct Word {
@@ -49,7 +52,6 @@ struct Clause {
     QString title;      // 章 and 条
     QString formalName; // 条
     QList<Segment> segments;
-    QString templateCode = QStringLiteral("0");
     bool stock = false; // 標準外: kept out of the standard draft, with everything under it
     QList<Word> words;
     QList<Reference> references;

@@ -63,6 +63,17 @@ QList<Marker> markersIn(const QString &text)
     return markers;
 }
 
+// A calendar date written out (令和８年４月１日, ２０２６年４月１日, 同年１２月２８日). An agreement
+// that fixes one in its text or in a word's default prints it whatever date the user gives the
+// agreement; its dates come from the effective date (☆0030☆) or from a blank word instead.
+const QRegularExpression &calendarDatePattern()
+{
+    static const QRegularExpression p(QStringLiteral("(令和|平成|昭和)?[0-9０-９元]+年[0-9０-９]+月[0-9０-９]+日|同年[0-9０-９]+月[0-9０-９]+日|(令和|平成|昭和)[0-9０-９元]+年"));
+    return p;
+}
+
+bool isAgreement(const Document &doc) { return doc.kind == u"2"; }
+
 class Validator {
 public:
     explicit Validator(const Dictionary &d) : m_dictionary(d) {}
@@ -126,8 +137,43 @@ private:
                 fail(doc, c.line, QStringLiteral("前文は一つの規程に一つだけです"));
             checkCode(doc, c);
             checkOrder(doc, c, lastCode);
-            if (isTextLevel(c.level))
+            if (isTextLevel(c.level)) {
                 checkText(doc, c);
+                checkTemplates(doc, c);
+                if (isAgreement(doc))
+                    checkNoFixedDates(doc, c);
+            }
+        }
+    }
+
+    // A template completes the clause that announces it: printed as a line of its own inside
+    // that clause, it must not be a clause by itself, which would take a number never printed.
+    void checkTemplates(const Document &doc, const Clause &c)
+    {
+        const bool printsTemplates = levelInfo(c.level).templateLine;
+        for (qsizetype i = 0; i < c.segments.size(); ++i) {
+            const Segment &s = c.segments[i];
+            if (s.templateCode == u"0")
+                continue;
+            if (!printsTemplates)
+                fail(doc, c.line, QStringLiteral("テンプレートは項か号に置いてください: %1").arg(c.place.describe()));
+            else if (i == 0 || !s.lineBreak)
+                fail(doc, c.line, QStringLiteral("テンプレート%1は条項の続き（「=↵」の区切り）に置いてください。それだけで一つの条項にはできません: %2")
+                                      .arg(s.templateCode, c.place.describe()));
+        }
+    }
+
+    void checkNoFixedDates(const Document &doc, const Clause &c)
+    {
+        for (const Segment &s : c.segments) {
+            const auto m = calendarDatePattern().match(s.text);
+            if (m.hasMatch())
+                fail(doc, c.line, QStringLiteral("協定の本文に日付「%1」があります。☆0030☆（有効期間起算日）か埋込語句にしてください").arg(m.captured(0)));
+        }
+        for (const Word &w : c.words) {
+            const auto m = calendarDatePattern().match(w.word);
+            if (m.hasMatch())
+                fail(doc, w.line, QStringLiteral("語句 %1 の既定の語句が日付「%2」です。「令和　年　月　日」のように空けてください").arg(w.code, m.captured(0)));
         }
     }
 
@@ -244,6 +290,10 @@ private:
                     if (m.kind != u'☆')
                         codes << m.kind + m.code + u'@' + segmentJoin(i, c.segments.size());
                 }
+            }
+            for (int i = 0; i < c.segments.size(); ++i) {
+                if (c.segments[i].templateCode != u"0")
+                    codes << QStringLiteral("テンプレート") + c.segments[i].templateCode + u'@' + segmentJoin(i, c.segments.size());
             }
             for (const Word &w : c.words)
                 codes << QStringLiteral("語句") + w.code + u'=' + w.caption + u'/' + w.word;

@@ -3,6 +3,7 @@
 #include "base/Database.h"
 #include "base/FileOps.h"
 #include "rulebase/Schema.h"
+#include "rulebase/SegmentKind.h"
 #include "seed/SeedDraft.h"
 #include "seed/SeedParser.h"
 #include "seed/SeedValidator.h"
@@ -18,18 +19,6 @@ namespace {
 const QString kConnection = QStringLiteral("normaris_seed");
 
 QString segmentJoin(int i, int n) { return n == 1 ? QStringLiteral("0") : QString::number(i + 1); }
-
-// 結合種別: a segment that is exactly one marker holds a word (1) or a basic word (3).
-QString segmentKind(const QString &text)
-{
-    static const QRegularExpression word(QStringLiteral("^★[0-9]{4}★$"));
-    static const QRegularExpression basic(QStringLiteral("^☆[0-9]{4}☆$"));
-    if (word.match(text).hasMatch())
-        return QStringLiteral("1");
-    if (basic.match(text).hasMatch())
-        return QStringLiteral("3");
-    return QStringLiteral("0");
-}
 
 bool holdsWords(const QString &text) { return text.contains(u'★') || text.contains(u'☆'); }
 bool holdsReferences(const QString &text) { return text.contains(u'◆'); }
@@ -93,7 +82,7 @@ private:
                 insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak, s.text,
                                                         holdsWords(s.text), 0, selectedInSeed(doc, c), segmentKind(s.text)});
             } else {
-                writeClauseRow(doc, c, s, join, i == 0);
+                writeClauseRow(doc, c, s, join);
             }
             writeMarkerRows(c, s.text, join);
         }
@@ -111,7 +100,7 @@ private:
         insertRow(m_db, dictionaryTable(Level::Article), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
     }
 
-    void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join, bool first)
+    void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join)
     {
         const Place &p = c.place;
         QVariantList values = {doc.style, p.kitei, p.sho, p.jo};
@@ -119,7 +108,7 @@ private:
         const int depth = int(c.level) - int(Level::Paragraph);
         for (int d = 0; d <= depth; ++d)
             values << codes[d];
-        values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
+        values << s.text << join << s.lineBreak << s.templateCode
                << holdsWords(s.text) << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
         insertRow(m_db, dictionaryTable(c.level), values);
     }

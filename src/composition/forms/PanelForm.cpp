@@ -1,5 +1,6 @@
 #include "composition/forms/PanelForm.h"
 
+#include "composition/PanelStep.h"
 #include "composition/Panels.h"
 #include "composition/forms/CompositionPanel.h"
 #include "base/BusyCursor.h"
@@ -104,29 +105,21 @@ void PanelForm::process()
 {
     if (!m_panel)
         return;
+    const AppState &state = AppState::instance();
     const int i = m_panel->selectedRow();
     try {
-        const PanelDecision d = decide(m_panel->rows(), i, m_panel->chosenAction());
-        switch (d.kind) {
-        case PanelDecision::Kind::Nothing:
+        const PanelChoice choice = choosePanelStep(AppState::cn(), uiPrompt(),
+                                                   {state.CurBunshoKeishikiCode, state.CurKiteiCode, m_kind.paragraphLevels,
+                                                    m_panel->rows(), i, m_panel->chosenAction()});
+        if (choice.kind == PanelChoice::Kind::Nothing || choice.kind == PanelChoice::Kind::Stopped)
             return;
-        case PanelDecision::Kind::Refuse:
-            uiPrompt().error(d.title, d.text);
-            return;
-        case PanelDecision::Kind::Confirm:
-            if (!uiPrompt().question(d.title, d.text))
-                return;
-            break;
-        case PanelDecision::Kind::OpenParagraphs:
-            break;
-        }
-        handOver(m_panel->rows().at(i), d);
+        handOver(m_panel->rows().at(i), choice);
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));
     }
 }
 
-void PanelForm::handOver(const PanelRow &row, const PanelDecision &d)
+void PanelForm::handOver(const PanelRow &row, const PanelChoice &choice)
 {
     AppState &state = AppState::instance();
     QString *codes[] = {&state.CurShoCode, &state.CurJoCode, &state.CurKouCode, &state.CurGouCode, &state.CurMaruCode, &state.CurIrohaCode};
@@ -134,12 +127,12 @@ void PanelForm::handOver(const PanelRow &row, const PanelDecision &d)
         *codes[k] = row.codes.value(k);
     state.CurRowIndex = m_panel->selectedRow();
     state.*m_kind.actedRow = m_panel->selectedRow();
-    state.CurShubetsu = levelCode(d.current);
-    state.AddShubetsu = d.release || d.kind != PanelDecision::Kind::Confirm ? QString()
-                        : d.firstParagraph                                   ? QStringLiteral("0")
-                                                                             : levelCode(d.added);
+    using Kind = PanelChoice::Kind;
+    state.CurShubetsu = choice.kind == Kind::Add ? choice.add.selected : choice.kind == Kind::Release ? choice.release.level : row.level;
+    state.AddShubetsu = choice.add.added;
+    state.AddFirstParagraph = choice.add.firstParagraph;
     using CompositionFlow::Form;
-    const Form next = d.kind == PanelDecision::Kind::OpenParagraphs ? Form::ParagraphPanel : d.release ? Form::Release : Form::Add;
+    const Form next = choice.kind == Kind::OpenParagraphs ? Form::ParagraphPanel : choice.kind == Kind::Release ? Form::Release : Form::Add;
     if (next == Form::ParagraphPanel)
         state.ParagraphPanelRow = -1; // the 項 of another 条 start at their top
     state.*m_kind.flag = false;

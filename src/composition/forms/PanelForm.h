@@ -19,14 +19,15 @@ class QVBoxLayout;
 namespace normaris {
 
 class CompositionPanel;
+struct PanelChoice;
 
 struct PanelFormKind {
     const char *objectName;
     const char *caption;
     bool AppState::*flag;              // builds at load only when set
     int AppState::*actedRow;           // the row to come back to when rebuilt
-    int visibleRows;                   // rows on view at the form's own size
-    bool paragraphLevels;              // the levels of the 項 panel
+    int visibleRows;                   // rows on view before the scroll bar appears
+    bool paragraphLevels;              // the 項 panel, whose rows are the levels 項 to イ～ネ
     const char *emptyLabel;            // objectName of "※データがありません"
     CompositionFlow::Form closesTo;    // shown again by 閉じる
 };
@@ -47,15 +48,14 @@ protected:
 
     virtual void fillHeadings() = 0;
     virtual QList<PanelRow> readRows() = 0;
-    virtual PanelDecision decide(const QList<PanelRow> &rows, int row, const QString &action) = 0;
 
     void reject() override; // 閉じる, the Escape key and the close box alike
 
 private:
     void build(QList<PanelRow> rows);
     void process();
-    // The selected row's codes and level go to the application state; the form closes.
-    void handOver(const PanelRow &row, const PanelDecision &decision);
+    // The selected row's codes and levels go to the application state; the form closes.
+    void handOver(const PanelRow &row, const PanelChoice &choice);
 
     const PanelFormKind &m_kind;
     QGridLayout *m_headings = nullptr;

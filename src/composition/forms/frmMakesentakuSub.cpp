@@ -23,14 +23,4 @@ QList<PanelRow> frmMakesentakuSub::readRows()
     return articlePanel(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
 }
 
-PanelDecision frmMakesentakuSub::decide(const QList<PanelRow> &rows, int i, const QString &action)
-{
-    const AppState &s = AppState::instance();
-    const PanelRow &row = rows.at(i);
-    // Only going down to the 項 level needs to know whether the dictionary holds any.
-    const bool hasParagraphs = action == u"5" && row.level == Level::Article
-                               && articleHasParagraphs(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode, row.codes[0], row.codes[1]);
-    return articlePanelAction(rows, i, action, hasParagraphs);
-}
-
 } // namespace normaris

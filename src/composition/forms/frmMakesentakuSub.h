@@ -15,7 +15,6 @@ public:
 protected:
     void fillHeadings() override;
     QList<PanelRow> readRows() override;
-    PanelDecision decide(const QList<PanelRow> &rows, int row, const QString &action) override;
 };
 
 } // namespace normaris

@@ -35,11 +35,6 @@ QList<PanelRow> frmMakesentakuSub2::readRows()
     return paragraphPanel(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode, s.CurShoCode, s.CurJoCode);
 }
 
-PanelDecision frmMakesentakuSub2::decide(const QList<PanelRow> &rows, int i, const QString &action)
-{
-    return paragraphPanelAction(rows, i, action);
-}
-
 void frmMakesentakuSub2::openWords()
 {
     // The words of this 条, without the preview that needs the work data; this panel stays open.

@@ -16,7 +16,6 @@ public:
 protected:
     void fillHeadings() override;
     QList<PanelRow> readRows() override;
-    PanelDecision decide(const QList<PanelRow> &rows, int row, const QString &action) override;
 
 private:
     void openWords();

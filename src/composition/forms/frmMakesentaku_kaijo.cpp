@@ -1,5 +1,6 @@
 #include "composition/forms/frmMakesentaku_kaijo.h"
 
+#include "composition/PanelStep.h"
 #include "composition/forms/CompositionFlow.h"
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
@@ -14,31 +15,13 @@ namespace normaris {
 
 namespace {
 
-// The seven releases by the level of the selected row (CurShubetsu).
-struct ReleaseMethod {
-    const char *current;
-    Outcome (*run)(ClauseReleaser &, ReleaseRequest);
-};
-const ReleaseMethod kReleaseMethods[] = {
-    {"10", Kaijo10}, {"2", Kaijo02}, {"3", Kaijo03}, {"4", Kaijo04}, {"5", Kaijo05}, {"6", Kaijo06}, {"7", Kaijo07},
-};
-
-auto methodFor(const QString &current) -> decltype(ReleaseMethod::run)
-{
-    for (const ReleaseMethod &m : kReleaseMethods) {
-        if (current == QLatin1StringView(m.current))
-            return m.run;
-    }
-    return nullptr;
-}
-
 ReleaseRequest requestFromState()
 {
     const AppState &s = AppState::instance();
     ReleaseRequest r;
     r.style = s.CurBunshoKeishikiCode;
     r.document = s.CurKiteiCode;
-    r.level = levelOf(s.CurShubetsu);
+    r.level = s.CurShubetsu;
     r.rowIndex = s.CurRowIndex;
     r.codes = {s.CurShoCode, s.CurJoCode, s.CurKouCode, s.CurGouCode, s.CurMaruCode, s.CurIrohaCode};
     return r;
@@ -47,7 +30,7 @@ ReleaseRequest requestFromState()
 } // namespace
 
 frmMakesentaku_kaijo::frmMakesentaku_kaijo(QWidget *parent)
-    : QDialog(parent), m_request(requestFromState()), m_method(methodFor(AppState::instance().CurShubetsu))
+    : QDialog(parent), m_request(requestFromState()), m_method(releaseMember(m_request.level))
 {
     setObjectName(QStringLiteral("frmMakesentaku_kaijo"));
     setWindowTitle(QStringLiteral("解除"));
@@ -79,9 +62,8 @@ void frmMakesentaku_kaijo::release()
         return;
     try {
         BusyCursor busy;
-        ClauseReleaser releaser(AppState::cn(), uiPrompt());
         // A release runs once per opening.
-        if (m_method(releaser, m_request) == Outcome::Done)
+        if (carryOutRelease(AppState::cn(), uiPrompt(), m_request) == Outcome::Done)
             m_release->setEnabled(false);
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));

@@ -24,7 +24,7 @@ private:
     void release();
 
     ReleaseRequest m_request;
-    Outcome (*m_method)(ClauseReleaser &, ReleaseRequest) = nullptr; // Kaijo… of the level
+    const ReleaseMember *m_method = nullptr; // the release family's member for the level
     QPushButton *m_release = nullptr;
 };
 

@@ -1,5 +1,6 @@
 #include "composition/forms/frmMakesentaku_tsuika.h"
 
+#include "composition/PanelStep.h"
 #include "composition/Panels.h"
 #include "composition/forms/CompositionFlow.h"
 #include "base/AppState.h"
@@ -18,39 +19,15 @@ namespace normaris {
 
 namespace {
 
-// The twenty adds by the level of the selected row (CurShubetsu) and the level added
-// (AddShubetsu, '0' for a new first 項).
-struct AddMethod {
-    const char *current;
-    const char *added;
-    Outcome (*run)(ClauseAdder &, AddRequest);
-};
-const AddMethod kAddMethods[] = {
-    {"1", "10", Tuika0110}, {"1", "2", Tuika0102}, {"10", "2", Tuika1002}, {"2", "3", Tuika0203},
-    {"3", "2", Tuika0302},  {"3", "3", Tuika0303}, {"4", "0", Tuika0400},  {"4", "4", Tuika0404},
-    {"4", "5", Tuika0405},  {"5", "4", Tuika0504}, {"5", "5", Tuika0505},  {"5", "6", Tuika0506},
-    {"6", "4", Tuika0604},  {"6", "5", Tuika0605}, {"6", "6", Tuika0606},  {"6", "7", Tuika0607},
-    {"7", "4", Tuika0704},  {"7", "5", Tuika0705}, {"7", "6", Tuika0706},  {"7", "7", Tuika0707},
-};
-
-auto methodFor(const QString &current, const QString &added) -> decltype(AddMethod::run)
-{
-    for (const AddMethod &m : kAddMethods) {
-        if (current == QLatin1StringView(m.current) && added == QLatin1StringView(m.added))
-            return m.run;
-    }
-    return nullptr;
-}
-
 AddRequest requestFromState()
 {
     const AppState &s = AppState::instance();
     AddRequest r;
     r.style = s.CurBunshoKeishikiCode;
     r.document = s.CurKiteiCode;
-    r.selected = levelOf(s.CurShubetsu);
-    r.firstParagraph = s.AddShubetsu == u"0";
-    r.added = r.firstParagraph ? Level::Paragraph : levelOf(s.AddShubetsu);
+    r.selected = s.CurShubetsu;
+    r.added = s.AddShubetsu;
+    r.firstParagraph = s.AddFirstParagraph;
     r.rowIndex = s.CurRowIndex;
     r.codes = {s.CurShoCode, s.CurJoCode, s.CurKouCode, s.CurGouCode, s.CurMaruCode, s.CurIrohaCode};
     return r;
@@ -58,9 +35,9 @@ AddRequest requestFromState()
 
 } // namespace
 
-frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent) : QDialog(parent), m_request(requestFromState())
+frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent)
+    : QDialog(parent), m_request(requestFromState()), m_method(addMember(m_request))
 {
-    m_method = methodFor(AppState::instance().CurShubetsu, AppState::instance().AddShubetsu);
     setObjectName(QStringLiteral("frmMakesentaku_tsuika"));
     setWindowTitle(QStringLiteral("追加"));
     const StockTexts texts = stockTexts(m_request.added, m_request.firstParagraph);
@@ -149,13 +126,11 @@ void frmMakesentaku_tsuika::add()
 {
     if (!m_method)
         return;
-    AddRequest request = m_request;
-    request.chosen = m_stock->currentIndex() >= 0 ? m_stock->currentData().toString() : QString();
+    const QString chosen = m_stock->currentIndex() >= 0 ? m_stock->currentData().toString() : QString();
     Outcome outcome = Outcome::Failed;
     try {
         BusyCursor busy;
-        ClauseAdder adder(AppState::cn(), uiPrompt());
-        outcome = m_method(adder, request);
+        outcome = carryOutAdd(AppState::cn(), uiPrompt(), m_request, chosen);
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));
         return;

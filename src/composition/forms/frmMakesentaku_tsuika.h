@@ -18,7 +18,7 @@ class frmMakesentaku_tsuika : public QDialog {
     Q_OBJECT
 public:
     // Reads the selection a panel left in the application state (CurShubetsu,
-    // AddShubetsu, CurRowIndex and the codes of the selected row).
+    // AddShubetsu, AddFirstParagraph, CurRowIndex and the codes of the selected row).
     explicit frmMakesentaku_tsuika(QWidget *parent = nullptr);
 
 protected:
@@ -29,7 +29,7 @@ private:
     void add();
 
     AddRequest m_request;
-    Outcome (*m_method)(ClauseAdder &, AddRequest) = nullptr; // Tuika… of the selection
+    const AddMember *m_method = nullptr; // the add family's member for the selection
     bool m_done = false; // an add runs once per opening
     QComboBox *m_stock = nullptr;
     QLabel *m_code = nullptr;

@@ -8,6 +8,7 @@
 #include "base/AppState.h"
 #include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
+#include "versions/forms/frmVersions.h"
 #include "words/forms/frmGokusentakuSub.h"
 
 #include <QButtonGroup>
@@ -135,6 +136,11 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
         if (i == 4)
             button->setStyleSheet(QStringLiteral("background-color: #ffe8b0;"));
     }
+    // Beside the chain: the kept versions of the chosen document and their comparison.
+    QPushButton *versions = makeButton(this, QStringLiteral("Command8"), QStringLiteral("新旧対照表(&V)"));
+    connect(versions, &QPushButton::clicked, this, &frmExport::openVersions);
+    right->addSpacing(8);
+    right->addWidget(versions);
     m_steps[0] = findChild<QPushButton *>(QStringLiteral("Command4"));
     m_steps[1] = findChild<QPushButton *>(QStringLiteral("Command5"));
     m_steps[2] = findChild<QPushButton *>(QStringLiteral("Command6"));
@@ -289,6 +295,15 @@ void frmExport::sendToWord()
     } catch (const Failure &f) {
         uiPrompt().failure(f.text());
     }
+}
+
+void frmExport::openVersions()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    frmVersions dialog(state.CurBunshoKeishikiCode, state.CurKiteiCode, this);
+    dialog.exec();
 }
 
 } // namespace normaris

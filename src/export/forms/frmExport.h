@@ -40,6 +40,7 @@ private:
     void openWords();
     void substitute();
     void sendToWord();
+    void openVersions();
 
     QButtonGroup *m_style = nullptr;  // Option2
     QButtonGroup *m_kind = nullptr;   // Option4

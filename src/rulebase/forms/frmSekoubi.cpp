@@ -1,6 +1,5 @@
 #include "rulebase/forms/frmSekoubi.h"
 
-#include "base/Database.h"
 #include "rulebase/JapaneseDate.h"
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
@@ -26,10 +25,8 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     setWindowTitle(QStringLiteral("日付の設定"));
     const AppState &state = AppState::instance();
     auto *outer = new QVBoxLayout(this);
-    const QString name = scalar(AppState::cn(), QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                                {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString();
-    const QString style = scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"),
-                                 {state.CurBunshoKeishikiCode}).toString();
+    const QString name = m_dates.documentName(state.CurBunshoKeishikiCode);
+    const QString style = m_dates.styleName(state.CurBunshoKeishikiCode);
     auto *label1 = new QLabel(name, this);
     label1->setObjectName(QStringLiteral("Label1"));
     outer->addWidget(label1);
@@ -186,20 +183,18 @@ void frmSekoubi::commit()
 {
     if (m_date->text().trimmed().isEmpty() && m_rows.isEmpty())
         return;
-    const auto date = EffectiveDates::checkDate(uiPrompt(), m_date->text());
-    if (!date) {
-        m_date->setFocus();
+    qint64 changed = m_bookmark;
+    Outcome outcome = Outcome::Failed;
+    {
+        BusyCursor busy;
+        outcome = m_mode == Mode::Adding ? m_dates.addStep(uiPrompt(), AppState::instance().CurBunshoKeishikiCode, m_date->text(), &changed)
+                                         : m_dates.changeStep(uiPrompt(), m_bookmark, m_date->text());
+    }
+    if (outcome == Outcome::Stopped) {
+        m_date->setFocus(); // a wrong date: the entry stays open
         return;
     }
-    std::optional<qint64> select;
-    const bool ok = runInTransaction(uiPrompt(), AppState::cn(), [&] {
-        BusyCursor busy;
-        if (m_mode == Mode::Adding)
-            select = m_dates.add(AppState::instance().CurBunshoKeishikiCode, *date);
-        else
-            m_dates.change(*(select = m_bookmark), *date);
-    });
-    reload(ok ? select : std::optional<qint64>(m_bookmark));
+    reload(changed);
     setMode(Mode::Browsing);
 }
 
@@ -215,13 +210,12 @@ void frmSekoubi::remove()
     const int row = m_grid->currentRow();
     if (row < 0)
         return;
-    if (!uiPrompt().question(QStringLiteral("削除の確認"), m_grid->item(row, 0)->text() + QStringLiteral(" を削除しますか？")))
-        return;
     const qint64 id = m_rows[row].id;
     const std::optional<qint64> next = row + 1 < m_rows.size() ? std::optional(m_rows[row + 1].id)
                                        : row > 0              ? std::optional(m_rows[row - 1].id)
                                                               : std::nullopt;
-    runInTransaction(uiPrompt(), AppState::cn(), [&] { m_dates.remove(id); });
+    if (m_dates.removeStep(uiPrompt(), id, m_grid->item(row, 0)->text()) == Outcome::Stopped)
+        return;
     reload(next);
     setMode(Mode::Browsing);
 }

@@ -1,7 +1,9 @@
 #include "shell/forms/frmMain01.h"
 
 #include "composition/forms/frmMakesentaku.h"
+#include "dictionary/forms/frmDicsentaku.h"
 #include "export/forms/frmExport.h"
+#include "import/forms/frmCopy01.h"
 #include "rulebase/forms/frmDBSakujyo.h"
 #include "rulebase/forms/frmDBSakuseiSub.h"
 #include "rulebase/forms/frmDBSentaku.h"
@@ -109,6 +111,8 @@ void frmMain01::buildCommands()
     m_factories[0] = [](QWidget *parent) -> QDialog * { return new frmKihon(parent); };
     m_factories[1] = [](QWidget *parent) -> QDialog * { return new frmMakesentaku(parent); };
     m_factories[2] = [](QWidget *parent) -> QDialog * { return new frmExport(parent); };
+    m_factories[3] = [](QWidget *parent) -> QDialog * { return new frmDicsentaku(parent); };
+    m_factories[4] = [](QWidget *parent) -> QDialog * { return new frmCopy01(parent); };
 }
 
 void frmMain01::buildStatusBar()
@@ -129,12 +133,32 @@ void frmMain01::setCommandDialog(int index, DialogFactory factory) { m_factories
 
 QString frmMain01::companyPanelText() const { return m_companyPanel->text(); }
 
+// Which of the five commands show: all while a company is open, none at start, and
+// after a close as the reason for it says.
+std::array<bool, 5> frmMain01::commandsOnView()
+{
+    using ClosedBy = AppState::ClosedBy;
+    static const std::pair<ClosedBy, std::array<bool, 5>> afterClose[] = {
+        {ClosedBy::MainWindow, {false, false, false, false, false}},
+        {ClosedBy::Maintenance, {false, false, false, false, true}}, // 他社データ取込 stays on view
+        {ClosedBy::Copying, {true, true, true, true, true}},         // nothing changes on this path
+    };
+    const AppState &state = AppState::instance();
+    if (state.isCompanyOpen())
+        return {true, true, true, true, true};
+    for (const auto &[why, shown] : afterClose) {
+        if (state.lastClose() == why)
+            return shown;
+    }
+    return {};
+}
+
 void frmMain01::refreshFromState()
 {
-    const AppState &state = AppState::instance();
-    m_companyPanel->setText(state.companyPanel());
+    m_companyPanel->setText(AppState::instance().companyPanel());
+    const std::array<bool, 5> shown = commandsOnView();
     for (int i = 0; i < 5; ++i)
-        m_commands[i]->setVisible(state.commandVisible(i));
+        m_commands[i]->setVisible(shown[i]);
 }
 
 void frmMain01::onActivated()
@@ -177,7 +201,7 @@ bool frmMain01::closeOpenCompanyFirst(const QString &question)
         return true;
     if (!uiPrompt().question(QStringLiteral("データ指定の確認"), question.arg(state.companyPanel())))
         return false;
-    state.closeCompany(AppState::CommandsOnClose::HideAll);
+    state.closeCompany(AppState::ClosedBy::MainWindow);
     return true;
 }
 
@@ -219,7 +243,7 @@ void frmMain01::quit()
         return;
     AppState &state = AppState::instance();
     if (state.isCompanyOpen())
-        state.closeCompany(AppState::CommandsOnClose::HideAll);
+        state.closeCompany(AppState::ClosedBy::MainWindow);
     m_quitting = true;
     close();
     QApplication::quit();

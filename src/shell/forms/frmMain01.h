@@ -40,6 +40,7 @@ private:
     void buildCommands();
     void buildStatusBar();
     void refreshFromState();
+    static std::array<bool, 5> commandsOnView();
     void onActivated();
     void runCommand(int index);
     // Asks to close the open company before a dialog that replaces it; false on no.

@@ -1,0 +1,289 @@
+#include "dictionary/SegmentEditor.h"
+
+#include "base/Database.h"
+#include "dictionary/DictionaryMessages.h"
+
+#include <QSqlQuery>
+
+namespace normaris::dictionary {
+
+namespace {
+
+const QStringList kWorkTables = {QStringLiteral("変数テーブル語句更新前"), QStringLiteral("変数テーブル語句更新後"),
+                                 QStringLiteral("変数テーブル番号更新前"), QStringLiteral("変数テーブル番号更新後")};
+const QString kWordsBefore = QStringLiteral("変数テーブル語句更新前");
+const QString kWordsAfter = QStringLiteral("変数テーブル語句更新後");
+// The word columns that the work tables copy: Code … 表示名称 (ordinals 1 to 12).
+const QString kWordColumns = QStringLiteral("Code, 語句, 規程Code, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
+                                            "号の細分イロハCode, 結合, 種別, 表示名称");
+// The segment whose word look-up is built without the AND before 種別: its query fails,
+// and with it the opening. The member is one of the family as the editor has it.
+constexpr int kSegmentWithoutAnd = 3;
+
+} // namespace
+
+SegmentEditor::SegmentEditor(QSqlDatabase db, ClausePlace place, QString documentKind)
+    : m_db(std::move(db)), m_place(std::move(place)), m_documentKind(std::move(documentKind))
+{
+    m_loadedKind.fill(SegmentKind::Text);
+}
+
+bool SegmentEditor::open(Prompt &prompt)
+{
+    try {
+        for (const QString &table : kWorkTables)
+            execSql(m_db, QStringLiteral("DELETE FROM \"%1\"").arg(table));
+        load(true);
+    } catch (const Failure &f) {
+        prompt.failure(f.text());
+        return false;
+    }
+    for (int k = 0; k < kSegments; ++k) {
+        m_loadedKind[k] = m_segments[k].kind;
+        m_loadedValue[k] = m_segments[k].kind == SegmentKind::Text ? m_segments[k].text : m_segments[k].code;
+        m_loadedWord[k] = m_segments[k].word;
+        m_loadedBreak[k] = m_segments[k].lineBreak;
+    }
+    return true;
+}
+
+void SegmentEditor::load(bool fillWorkTables)
+{
+    m_segments = Segments();
+    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                                       .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+                             m_place.whereValues());
+    m_rowCount = 0;
+    QList<QVariantList> read;
+    while (rows.next())
+        read << QVariantList{rows.value(0), rows.value(1), rows.value(2), rows.value(3), rows.value(4)};
+    m_rowCount = int(read.size());
+    m_loadedChanged = {};
+    for (int k = 0; k < kSegments && k < m_rowCount; ++k) {
+        const QVariantList &row = read[k];
+        SegmentRecord &s = m_segments[k];
+        // The stepping stops on the last row shown: its 選択フラグ is kept for the chain.
+        m_loadedSelectFlag = row[3].toBool();
+        m_loadedChanged[k] = row[4].toBool();
+        if (k > 0)
+            s.lineBreak = row[0].toBool();
+        const QString stored = row[1].toString();
+        const QString kind = row[2].toString();
+        if (kind == SegmentKind::Word) {
+            s.kind = SegmentKind::Word;
+            s.code = markerCode(stored);
+            QString where = QStringLiteral("Code = ? AND ") + m_place.variableWhereSql();
+            if (fillWorkTables && k == kSegmentWithoutAnd)
+                where.replace(QStringLiteral(" AND 種別"), QStringLiteral(" 種別"));
+            QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, 語句 FROM 変数テーブル語句 WHERE ") + where,
+                                      QVariantList{s.code} + m_place.variableWhereValues());
+            QList<std::pair<qint64, QString>> found;
+            while (words.next())
+                found << std::pair{words.value(0).toLongLong(), words.value(1).toString()};
+            // Only a word that stands once is the segment's.
+            if (found.size() == 1) {
+                if (fillWorkTables) {
+                    for (const QString &table : {kWordsBefore, kWordsAfter})
+                        execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 選択フラグ) SELECT %2, 0 FROM 変数テーブル語句 WHERE ID = ?")
+                                          .arg(table, kWordColumns),
+                                {found[0].first});
+                }
+                s.word = found[0].second;
+                s.hasValue = true;
+            }
+        } else if (kind == SegmentKind::BasicWord) {
+            s.kind = SegmentKind::BasicWord;
+            s.code = markerCode(stored);
+            s.hasValue = true;
+        } else {
+            s.text = stored;
+        }
+    }
+}
+
+bool SegmentEditor::changeKind(Prompt &prompt, int k, const QString &kind)
+{
+    if (m_segments[k].kind == kind)
+        return false;
+    if (!prompt.question(QStringLiteral("変更の確認"), QStringLiteral("処理する種別を変更しますか？")))
+        return false;
+    return runInTransaction(prompt, m_db, [&] { setKind(k, kind); });
+}
+
+void SegmentEditor::setKind(int k, const QString &kind)
+{
+    SegmentRecord &s = m_segments[k];
+    if (s.kind == kind)
+        return;
+    // A word that leaves the segment leaves the list of the words the clause uses now.
+    if (s.kind == SegmentKind::Word && !s.code.isEmpty())
+        execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句更新後 WHERE Code = ?"), {s.code});
+    if (kind == SegmentKind::Text) {
+        s.code.clear();
+        s.word.clear();
+    } else {
+        s.text.clear();
+        s.code.clear();
+        s.word.clear();
+    }
+    s.hasValue = false;
+    s.kind = kind;
+}
+
+void SegmentEditor::provideWord(const QString &code, const QString &word, const QString &caption)
+{
+    execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"), {code, m_place.document});
+    execSql(m_db, QStringLiteral("INSERT INTO 変数テーブル語句更新後 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) "
+                                 "VALUES (?, ?, ?, '', ?, ?, 0)"),
+            {code, word, m_place.document, levelCode(m_place.level), caption});
+}
+
+void SegmentEditor::setChosenValue(int k, const QString &code, const QString &word)
+{
+    SegmentRecord &s = m_segments[k];
+    if (!code.isEmpty())
+        s.hasValue = true;
+    s.code = code;
+    if (s.kind == SegmentKind::Word)
+        s.word = word;
+}
+
+bool SegmentEditor::isInUse() const { return m_place.isComposed(m_db); }
+
+void SegmentEditor::restoreLastGood()
+{
+    for (int k = 0; k < kSegments; ++k) {
+        SegmentRecord &s = m_segments[k];
+        s.kind = m_loadedKind[k];
+        // Rows past the clause's rows keep what the user put in them.
+        if (k >= m_rowCount)
+            continue;
+        s.text = s.kind == SegmentKind::Text ? m_loadedValue[k] : QString();
+        s.code = s.kind == SegmentKind::Text ? QString() : m_loadedValue[k];
+        s.word = s.kind == SegmentKind::Word ? m_loadedWord[k] : QString();
+        s.hasValue = s.kind != SegmentKind::Text;
+        s.lineBreak = m_loadedBreak[k];
+    }
+}
+
+Outcome SegmentEditor::update(Prompt &prompt)
+{
+    return runRefusableTransaction(prompt, m_db, [&] {
+        const bool inUse = isInUse();
+        int count = 0;
+        for (int k = 0; k < kSegments; ++k) {
+            if (m_segments[k].isEmpty())
+                continue;
+            // The rows close up: a segment is compared with the kind loaded at its place
+            // among the filled ones.
+            if (m_segments[k].kind != m_loadedKind[count++] && inUse) {
+                prompt.error(kEditLimitTitle, QStringLiteral("使用中のデータがあるため、種別を変更できません。"));
+                restoreLastGood();
+                return false;
+            }
+        }
+        if (count != m_rowCount && isInUse()) {
+            prompt.error(kEditLimitTitle, kSegmentCountInUse);
+            restoreLastGood();
+            return false;
+        }
+        if (count == 0 && m_documentKind == u"2" && m_place.document.toInt() < levelInfo(Level::Document).firstUserCode) {
+            prompt.error(kDeleteLimitTitle, kUserDataOnly);
+            restoreLastGood();
+            return false;
+        }
+        execSql(m_db, QStringLiteral("DELETE FROM \"%1\" WHERE %2").arg(m_place.table(), m_place.whereSql()), m_place.whereValues());
+        // Each text and each code is compared with the one saved value of its row.
+        bool changed = false;
+        for (int j = 0; j < kSegments; ++j)
+            changed = changed || m_segments[j].text != m_loadedValue[j] || m_segments[j].code != m_loadedValue[j];
+        int joinCounter = 0;
+        for (int k = 0; k < kSegments; ++k)
+            writeRow(prompt, k, joinCounter, changed);
+        // The words that have left the clause.
+        QSqlQuery before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
+        while (before.next()) {
+            const QString code = before.value(0).toString();
+            if (!scalar(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句更新後 WHERE Code = ?"), {code}).toInt())
+                execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句 WHERE Code = ? AND 規程Code = ?"), {code, m_place.document});
+        }
+        load(false);
+        for (int k = 0; k < kSegments; ++k) {
+            m_loadedValue[k] = m_segments[k].kind == SegmentKind::Text ? m_segments[k].text : m_segments[k].code;
+            m_loadedWord[k] = m_segments[k].word;
+            m_loadedBreak[k] = m_segments[k].lineBreak;
+        }
+        setWordPositions();
+        return true;
+    });
+}
+
+void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool changed)
+{
+    const SegmentRecord &s = m_segments[k];
+    QString stored;
+    if (s.kind == SegmentKind::Text)
+        stored = s.text;
+    else if (!s.code.isEmpty())
+        stored = s.kind == SegmentKind::Word ? wordMarker(s.code) : basicWordMarker(s.code);
+    if (stored.isEmpty())
+        return;
+    ++joinCounter;
+    bool othersFilled = false;
+    bool earlierFilled = false;
+    for (int j = 0; j < kSegments; ++j) {
+        if (j != k && !m_segments[j].isEmpty())
+            othersFilled = true;
+        if (j < k && !m_segments[j].isEmpty())
+            earlierFilled = true;
+    }
+    const QString join = othersFilled ? QString::number(joinCounter) : QStringLiteral("0");
+    const bool lineBreak = k > 0 && earlierFilled && s.lineBreak;
+    const QStringList keys = m_place.keyColumns();
+    QStringList marks;
+    for (qsizetype i = 0; i < keys.size() + 7; ++i)
+        marks << QStringLiteral("?");
+    execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
+                      .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
+            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text,
+                                                 changed || m_loadedChanged[joinCounter - 1], m_loadedSelectFlag, s.kind});
+    if (s.kind != SegmentKind::Word)
+        return;
+    QSqlQuery after = execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
+                              {s.code, m_place.document});
+    QList<QVariantList> found;
+    while (after.next())
+        found << QVariantList{after.value(0), after.value(1), after.value(2), after.value(3)};
+    if (found.size() != 1) {
+        prompt.error(QStringLiteral("更新エラー"), QStringLiteral("語句の更新でエラーが発生しました。"));
+        return;
+    }
+    execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句 WHERE Code = ? AND 規程Code = ?"), {s.code, m_place.document});
+    execSql(m_db, QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) VALUES (?, ?, ?, ?, ?, ?, 0)"),
+            {found[0][0], found[0][1], m_place.document, found[0][2], levelCode(m_place.level), found[0][3]});
+}
+
+void SegmentEditor::setWordPositions()
+{
+    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                                       .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+                             m_place.whereValues());
+    QList<std::pair<QString, QString>> clause;
+    while (rows.next())
+        clause << std::pair{rows.value(0).toString(), rows.value(1).toString()};
+    QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
+                              m_place.variableWhereValues());
+    QList<std::pair<qint64, QString>> wordRows;
+    while (words.next())
+        wordRows << std::pair{words.value(0).toLongLong(), words.value(1).toString()};
+    for (const auto &[join, text] : clause) {
+        // A clause of one row has no place to name: its words take the empty 結合.
+        const QString position = clause.size() == 1 ? QString() : join;
+        for (const auto &[id, code] : wordRows) {
+            if (text.contains(wordMarker(code)))
+                execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET 結合 = ? WHERE ID = ?"), {position, id});
+        }
+    }
+}
+
+} // namespace normaris::dictionary

@@ -1,0 +1,25 @@
+#pragma once
+// 基本語句の設定: one of the company settings that a 基本語句 segment stands for.
+
+#include <QDialog>
+
+class QComboBox;
+
+namespace normaris {
+
+class frmDic_kihongoku : public QDialog {
+    Q_OBJECT
+public:
+    // segmentCode takes the chosen code, and segmentWord is emptied, on an update.
+    frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent = nullptr);
+
+private:
+    void save();
+
+    QString m_segmentNumber;
+    QString &m_segmentCode;
+    QString &m_segmentWord;
+    QComboBox *m_choice = nullptr;
+};
+
+} // namespace normaris

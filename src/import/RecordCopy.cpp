@@ -1,0 +1,126 @@
+#include "import/RecordCopy.h"
+
+#include "base/BusyCursor.h"
+#include "base/Database.h"
+#include "rulebase/Schema.h"
+#include "rulebase/SegmentKind.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace normaris {
+
+namespace {
+
+QString quoted(const QString &name) { return u'"' + name + u'"'; }
+
+// The target's columns after ID, asked of the table itself.
+QStringList targetColumns(QSqlDatabase db, const QString &table)
+{
+    QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
+    QStringList columns;
+    while (q.next())
+        columns << q.value(1).toString();
+    if (q.lastError().isValid())
+        throw DbError(q.lastError().text());
+    columns.removeAll(QStringLiteral("ID"));
+    return columns;
+}
+
+// Returns the new row's rowid.
+qlonglong insert(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values)
+{
+    QStringList names;
+    for (const QString &c : columns)
+        names << quoted(c);
+    const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
+    const QSqlQuery q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
+    return q.lastInsertId().toLongLong();
+}
+
+} // namespace
+
+bool RecordCopy::copy(const ImportPlace &given, Level level)
+{
+    ImportPlace place = given;
+    place.level = level;
+    const SourceEntry entry(m_source, place);
+    BusyCursor busy;
+    const bool done = runInTransaction(m_prompt, m_target, [&] {
+        for (Level at : entry.clauseLevels())
+            copyClauses(entry, at);
+        for (const VariableTable &table : kVariableTables)
+            copyMarkers(entry, table);
+    });
+    if (done)
+        m_prompt.plain(QStringLiteral("処理完了"), QStringLiteral("データ取込処理が完了しました。"));
+    return done;
+}
+
+void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
+{
+    const LevelInfo &info = levelInfo(level);
+    const QString table = dictionaryTable(level);
+    const QStringList columns = targetColumns(m_target, table);
+    // A row is already there when its keys (down to its Code) and, for a clause in
+    // segments, its segment are.
+    QStringList keys = columns.mid(0, columns.indexOf(QStringLiteral("Code")) + 1);
+    if (info.segmented)
+        keys << QStringLiteral("結合");
+    QStringList terms;
+    for (const QString &k : keys)
+        terms << quoted(k) + QStringLiteral(" = ?");
+    const QString there = QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(quoted(table), terms.join(QStringLiteral(" AND ")));
+
+    for (const QSqlRecord &row : entry.clauseRows(level)) {
+        QVariantList keyValues;
+        for (const QString &k : keys)
+            keyValues << row.value(k);
+        if (scalar(m_target, there, keyValues).toInt() > 0)
+            continue;
+        QVariantList values;
+        for (const QString &c : columns) {
+            if (c == QStringLiteral("選択フラグ") && info.unselectedOnImport)
+                values << 0;
+            else if (row.contains(c))
+                values << row.value(c);
+            else if (c == kSegmentKindColumn)
+                values << segmentKind(row.value(textColumn(level)).toString());
+            else
+                throw DbError(QStringLiteral("取込元の表「%1」に列「%2」がありません。").arg(table, c));
+        }
+        insert(m_target, table, columns, values);
+    }
+}
+
+void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &table)
+{
+    const QString name = QString::fromUtf16(table.table);
+    const QStringList columns = schemaTable(name).columnNames().mid(0, table.copiedColumns);
+    // The row this run added last: a code met a second time overwrites it, so that
+    // the later of two source rows with one code wins.
+    qlonglong lastAdded = -1;
+    for (const QSqlRecord &row : entry.usedRows(table)) {
+        QVariantList values;
+        for (const QString &c : columns)
+            values << row.value(c);
+        const bool exists = scalar(m_target, QStringLiteral("SELECT count(*) FROM %1 WHERE Code = ? AND 規程Code = ?").arg(quoted(name)),
+                                   {row.value(QStringLiteral("Code")), row.value(QStringLiteral("規程Code"))})
+                                .toInt()
+                          > 0;
+        if (!exists) {
+            lastAdded = insert(m_target, name, columns, values);
+            continue;
+        }
+        // The checks made sure the document had none of the codes the text uses before
+        // the run, so the row found is one of this run's.
+        if (lastAdded < 0)
+            throw DbError(QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, row.value(QStringLiteral("Code")).toString()));
+        QStringList sets;
+        for (const QString &c : columns)
+            sets << quoted(c) + QStringLiteral(" = ?");
+        execSql(m_target, QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(quoted(name), sets.join(u',')), values + QVariantList{lastAdded});
+    }
+}
+
+} // namespace normaris

@@ -1,0 +1,115 @@
+#include "import/SourceCompany.h"
+
+#include "base/AppState.h"
+#include "base/BusyCursor.h"
+#include "base/Database.h"
+#include "base/FieldChecks.h"
+#include "rulebase/Schema.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QUrl>
+
+namespace normaris {
+
+namespace {
+
+const QString kTitle = QStringLiteral("会社指定の確認");
+
+// True when path lies inside dir (both taken at their real place).
+bool isInside(const QString &path, const QString &dir)
+{
+    const QString real = QFileInfo(path).canonicalFilePath();
+    const QString root = QFileInfo(dir).canonicalFilePath();
+    return !real.isEmpty() && !root.isEmpty() && real.startsWith(root + u'/');
+}
+
+bool hasSqliteHeader(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    return file.read(16) == QByteArray("SQLite format 3", 16);
+}
+
+// The connection string of a file that is only read: the read-only flag, and
+// immutable, so that SQLite neither locks it nor looks for a journal to replay.
+QString readOnlyUri(const QString &path)
+{
+    return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
+         + QStringLiteral("?mode=ro&immutable=1");
+}
+
+QString openChecked(const QString &path)
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), kSourceConnection);
+    db.setDatabaseName(readOnlyUri(path));
+    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+    if (!db.open())
+        return QStringLiteral("データファイルを開けません。%1").arg(db.lastError().text());
+    try {
+        execSql(db, QStringLiteral("PRAGMA trusted_schema=OFF"));
+        const int unsafe = scalar(db, QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type IN ('trigger', 'view')"
+                                                     " OR (type = 'table' AND sql LIKE 'CREATE VIRTUAL%')"))
+                               .toInt();
+        if (unsafe > 0)
+            return QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。");
+        const QString mismatch = schemaMismatch(db, SchemaForms::OlderAccepted);
+        if (!mismatch.isEmpty())
+            return QStringLiteral("本システムの会社データではありません。") + mismatch;
+    } catch (const DbError &) {
+        return QStringLiteral("データベースとして読めません。");
+    }
+    return {};
+}
+
+} // namespace
+
+QString SourceCompany::refusal(const DataLayout &layout, const QString &name)
+{
+    if (!layout.companyList().contains(name))
+        return QStringLiteral("その会社はありません。");
+    const QString dir = layout.companyDir(name);
+    const QString file = layout.companyFile(name);
+    const QFileInfo fileInfo(file);
+    if (QFileInfo(dir).isSymLink() || fileInfo.isSymLink() || !isInside(file, layout.dataDir()))
+        return QStringLiteral("データフォルダの外を指すファイルは取り込めません。");
+    if (!fileInfo.isFile())
+        return QStringLiteral("データファイルがありません。");
+    if (!fileInfo.isReadable())
+        return QStringLiteral("データファイルを読めません。");
+    if (fileInfo.size() == 0 || !hasSqliteHeader(file))
+        return QStringLiteral("データベースのファイルではありません。");
+    return {};
+}
+
+Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QString &name)
+{
+    close();
+    if (CheckCompanyName(prompt, name))
+        return Outcome::Stopped;
+    QString why;
+    {
+        BusyCursor busy;
+        why = refusal(layout, name);
+        if (why.isEmpty())
+            why = openChecked(layout.companyFile(name));
+    }
+    if (!why.isEmpty()) {
+        close();
+        prompt.plain(kTitle, QStringLiteral("『%1』のデータは取り込めません。").arg(name) + why);
+        return Outcome::Stopped;
+    }
+    AppState::instance().SourceCompanyName = name;
+    return Outcome::Done;
+}
+
+void SourceCompany::close() { closeDatabase(kSourceConnection); }
+
+bool SourceCompany::isOpen() { return QSqlDatabase::contains(kSourceConnection) && connection().isOpen(); }
+
+QSqlDatabase SourceCompany::connection() { return QSqlDatabase::database(kSourceConnection, false); }
+
+} // namespace normaris

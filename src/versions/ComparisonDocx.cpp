@@ -1,0 +1,114 @@
+#include "versions/ComparisonDocx.h"
+
+#include "fileformats/DocxBody.h"
+#include "fileformats/DocxPackage.h"
+#include "versions/ComparisonText.h"
+
+namespace normaris {
+
+namespace {
+
+using docx::Paragraph;
+
+Paragraph paragraph(Typist::Alignment alignment, const QString &text, docx::Font font = {})
+{
+    Paragraph p;
+    p.alignment = alignment;
+    p.mark = font;
+    if (!text.isEmpty())
+        p.runs.append({font, text, false});
+    return p;
+}
+
+void appendRun(Paragraph &p, const QString &text, bool underline)
+{
+    if (text.isEmpty())
+        return;
+    docx::Font font;
+    font.underline = underline;
+    if (!p.runs.isEmpty() && p.runs.last().font == font)
+        p.runs.last().text += text;
+    else
+        p.runs.append({font, text, false});
+}
+
+// A clause below the 項 stands a character further in for each level; its wrapped
+// lines hang one character in from where its label starts.
+QList<Paragraph> cellParagraphs(const ComparisonCell &cell)
+{
+    if (!cell.placeholder.isEmpty())
+        return {paragraph(Typist::Alignment::Left, cell.placeholder)};
+    QList<Paragraph> paragraphs;
+    for (const ComparisonLine &line : cell.lines) {
+        const int depth = isClauseLevel(line.level) ? clauseDepth(line.level) : 0;
+        Paragraph p;
+        p.indent = isClauseLevel(line.level) ? -(depth + 1) : 0;
+        const QString lead(depth, u'　');
+        appendRun(p, lead, false);
+        appendRun(p, line.label, line.labelChanged);
+        appendRun(p, labelSeparator(line), false);
+        for (const MarkedSpan &span : line.text) {
+            const QStringList pieces = span.text.split(u'\n');
+            for (qsizetype i = 0; i < pieces.size(); ++i) {
+                if (i > 0) {
+                    paragraphs.append(p);
+                    p.runs.clear();
+                    appendRun(p, lead, false);
+                }
+                appendRun(p, pieces[i], span.changed);
+            }
+        }
+        paragraphs.append(p);
+    }
+    return paragraphs;
+}
+
+docx::TableCell headerCell(const QString &caption)
+{
+    docx::Font bold;
+    bold.bold = true;
+    return docx::TableCell{{paragraph(Typist::Alignment::Center, caption, bold)}};
+}
+
+} // namespace
+
+docx::PageSetup comparisonPageSetup() { return docx::PageSetup{true, true}; }
+
+QList<docx::Block> comparisonBlocks(const ComparisonTable &table)
+{
+    QList<docx::Block> blocks;
+    docx::Font titleFont;
+    titleFont.bold = true;
+    titleFont.size = 14;
+    blocks << paragraph(Typist::Alignment::Center, table.title(), titleFont);
+    if (!table.company.isEmpty())
+        blocks << paragraph(Typist::Alignment::Right, table.company);
+    blocks << paragraph(Typist::Alignment::Right, QStringLiteral("%1：%2　%3：%4")
+                                                      .arg(ComparisonTable::kNewColumn, effectiveCaption(table.newer),
+                                                           ComparisonTable::kOldColumn, effectiveCaption(table.older)));
+    blocks << paragraph(Typist::Alignment::Left, QString());
+
+    const int half = docx::textWidth(comparisonPageSetup()) / 2;
+    docx::Table grid;
+    grid.columnWidths = {half, half};
+    grid.rows.append(docx::TableRow{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true});
+    for (const ComparisonEntry &entry : table.entries)
+        grid.rows.append(docx::TableRow{{docx::TableCell{cellParagraphs(entry.newer)}, docx::TableCell{cellParagraphs(entry.older)}}, false});
+    blocks << grid;
+
+    blocks << paragraph(Typist::Alignment::Right, ComparisonTable::kClosingNote);
+    if (!table.renumbered.isEmpty()) {
+        blocks << paragraph(Typist::Alignment::Left, QString());
+        blocks << paragraph(Typist::Alignment::Left, ComparisonTable::kRenumberedHeading);
+        for (const Renumbering &r : table.renumbered)
+            blocks << paragraph(Typist::Alignment::Left, QStringLiteral("　") + r.line());
+    }
+    return blocks;
+}
+
+void saveComparisonDocx(const ComparisonTable &table, const QString &path)
+{
+    docx::saveDocx(path, comparisonBlocks(table), comparisonPageSetup());
+}
+
+} // namespace normaris

@@ -1,0 +1,97 @@
+#include "versions/ComparisonExport.h"
+
+#include "base/BusyCursor.h"
+#include "base/Failure.h"
+#include "export/SettingValues.h"
+#include "versions/ComparisonDocx.h"
+#include "versions/ComparisonText.h"
+#include "versions/VersionComparison.h"
+
+#include <QSaveFile>
+
+namespace normaris {
+
+namespace {
+
+void writeText(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
+        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
+}
+
+QString companyName(QSqlDatabase db, const QString &fallback)
+{
+    const std::optional<SettingValues> settings = SettingValues::read(db);
+    const QString column = QStringLiteral("事業所名");
+    if (settings && !settings->isUnset(column) && !settings->value(column).isEmpty())
+        return settings->value(column);
+    return fallback;
+}
+
+} // namespace
+
+std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &request)
+{
+    VersionStore store(m_db);
+    const QList<VersionHeader> versions = store.list(request.style, request.document);
+    const auto refuse = [&](const QString &text) {
+        m_prompt.error(kTitle, text);
+        return std::nullopt;
+    };
+    if (versions.size() < 2)
+        return refuse(QStringLiteral("規程「%1」（文章形式 %2）の版が二つ以上ないので、新旧対照表を作成できません。")
+                          .arg(request.document, request.style));
+    // A named version must be one of this document in this style.
+    const auto check = [&](qint64 id) -> bool {
+        const std::optional<VersionHeader> found = store.header(id);
+        if (!found) {
+            m_prompt.error(kTitle, QStringLiteral("版 %1 はありません。").arg(id));
+            return false;
+        }
+        if (found->style != request.style || found->document != request.document) {
+            m_prompt.error(kTitle, QStringLiteral("版 %1 は規程「%2」（文章形式 %3）の版ではありません。")
+                                       .arg(QString::number(id), request.document, request.style));
+            return false;
+        }
+        return true;
+    };
+    if ((request.newer && !check(*request.newer)) || (request.older && !check(*request.older)))
+        return std::nullopt;
+    const qint64 newer = request.newer.value_or(versions.last().id);
+    qint64 older = 0;
+    if (request.older) {
+        older = *request.older;
+    } else {
+        // The version before newer; the oldest newer has none before it.
+        for (const VersionHeader &v : versions)
+            if (v.id < newer)
+                older = v.id;
+        if (older == 0)
+            return refuse(QStringLiteral("版 %1 より前の版がありません。").arg(newer));
+    }
+    if (older == newer)
+        return refuse(QStringLiteral("同じ版どうしは比較できません。"));
+    ComparisonTable table = compareVersions(store.read(older), store.read(newer));
+    table.company = companyName(m_db, request.company);
+    return table;
+}
+
+Outcome ComparisonExport::write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath)
+{
+    BusyCursor busy;
+    try {
+        const std::optional<ComparisonTable> made = table(request);
+        if (!made)
+            return Outcome::Stopped;
+        saveComparisonDocx(*made, docxPath);
+        if (!textPath.isEmpty())
+            writeText(textPath, comparisonText(*made));
+    } catch (const std::exception &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Failed;
+    }
+    return Outcome::Done;
+}
+
+} // namespace normaris

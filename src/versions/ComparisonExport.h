@@ -1,0 +1,41 @@
+#pragma once
+// 新旧対照表: two kept versions of one document compared and written as a .docx,
+// with a plain text beside it when asked. By default the last two versions.
+
+#include "base/Prompt.h"
+#include "versions/ComparisonTable.h"
+
+#include <QSqlDatabase>
+#include <optional>
+
+namespace normaris {
+
+struct ComparisonRequest {
+    QString style;
+    QString document;
+    std::optional<qint64> older; // the version before the change; by default the one before newer
+    std::optional<qint64> newer; // the version after it; by default the latest
+    QString company;             // the company's name when its 事業所名 is not set
+};
+
+class ComparisonExport {
+public:
+    ComparisonExport(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
+
+    // The table of the two versions; nothing after a message (fewer than two
+    // versions, an unknown version, a version of another document or style).
+    std::optional<ComparisonTable> table(const ComparisonRequest &request);
+
+    // The table written to docxPath, and as text to textPath when one is given.
+    // Stopped after a check's message with nothing written; Failed after the
+    // failure's own text.
+    Outcome write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath = {});
+
+    static inline const QString kTitle = QStringLiteral("新旧対照表");
+
+private:
+    QSqlDatabase m_db;
+    Prompt &m_prompt;
+};
+
+} // namespace normaris

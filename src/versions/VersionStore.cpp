@@ -1,0 +1,142 @@
+#include "versions/VersionStore.h"
+
+#include "base/Database.h"
+#include "versions/VersionTables.h"
+
+#include <QCryptographicHash>
+
+namespace normaris {
+
+namespace {
+
+const QString kHeaderColumns = QStringLiteral("ID, 文章形式Code, 規程Code, 正式名称, 作成日時, 施行日");
+
+VersionHeader headerOf(const QSqlQuery &q)
+{
+    VersionHeader h;
+    h.id = q.value(0).toLongLong();
+    h.style = q.value(1).toString();
+    h.document = q.value(2).toString();
+    h.name = q.value(3).toString();
+    h.made = QDateTime::fromString(q.value(4).toString(), Qt::ISODate);
+    h.effective = QDate::fromString(q.value(5).toString(), Qt::ISODate);
+    return h;
+}
+
+// Rows in one batch statement of at most this many rows (SQLite's limit of bound
+// values is 32766; a row binds 14).
+constexpr qsizetype kBatchRows = 500;
+
+void insertRows(QSqlDatabase db, qint64 id, const PrintedRows &rows)
+{
+    for (qsizetype from = 0; from < rows.size(); from += kBatchRows) {
+        const qsizetype n = qMin(kBatchRows, rows.size() - from);
+        QStringList tuples;
+        QVariantList binds;
+        for (qsizetype i = from; i < from + n; ++i) {
+            const PrintedRow &r = rows[i];
+            tuples << QStringLiteral("(?,?,?,?,?,?,?,?,?,?,?,?,?)");
+            binds << id << qint64(i + 1) << levelCode(r.level);
+            for (const QString &code : r.codes)
+                binds << boundValue(code);
+            binds << boundValue(r.segment) << (r.newLine ? QStringLiteral("1") : QStringLiteral("")) << boundValue(r.label)
+                  << boundValue(r.text);
+        }
+        execSql(db, QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
+                                   "号の細分イロハCode, 結合, 改行, 番号表示, 文章) VALUES ")
+                        + tuples.join(u','),
+                binds);
+    }
+}
+
+} // namespace
+
+VersionStore::VersionStore(QSqlDatabase db) : m_db(std::move(db)) { ensureVersionTables(m_db); }
+
+QString VersionStore::fingerprint(const QDate &effective, const PrintedRows &rows)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(effective.toString(Qt::ISODate).toUtf8());
+    for (const PrintedRow &r : rows) {
+        // Unit and record separators keep "ab"+"c" apart from "a"+"bc".
+        QStringList fields{levelCode(r.level), r.codes.join(u'\x1f'), r.segment, r.newLine ? QStringLiteral("1") : QString(),
+                           r.label, r.text};
+        hash.addData(QByteArray("\x1e"));
+        hash.addData(fields.join(u'\x1f').toUtf8());
+    }
+    return QString::fromLatin1(hash.result().toHex());
+}
+
+qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
+{
+    Transaction transaction(m_db);
+    const QString print = fingerprint(header.effective, rows);
+    QSqlQuery last = execSql(m_db, QStringLiteral("SELECT ID, 指紋 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID DESC LIMIT 1"),
+                             {header.style, header.document});
+    if (last.next() && last.value(1).toString() == print)
+        return last.value(0).toLongLong();
+    const QSqlQuery added = execSql(m_db, QStringLiteral("INSERT INTO 改訂履歴 (文章形式Code, 規程Code, 正式名称, 作成日時, 施行日, 指紋) VALUES (?,?,?,?,?,?)"),
+                                    {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate),
+                                     header.effective.toString(Qt::ISODate), print});
+    const qint64 id = added.lastInsertId().toLongLong();
+    insertRows(m_db, id, rows);
+    transaction.commit();
+    return id;
+}
+
+QList<VersionHeader> VersionStore::list(const QString &style, const QString &document)
+{
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID").arg(kHeaderColumns),
+                          {style, document});
+    QList<VersionHeader> headers;
+    while (q.next())
+        headers << headerOf(q);
+    return headers;
+}
+
+std::optional<VersionHeader> VersionStore::header(qint64 id)
+{
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE ID = ?").arg(kHeaderColumns), {id});
+    if (!q.next())
+        return std::nullopt;
+    return headerOf(q);
+}
+
+Version VersionStore::read(qint64 id)
+{
+    // One read transaction: the header and its rows as they stand together.
+    Transaction transaction(m_db);
+    const std::optional<VersionHeader> found = header(id);
+    if (!found)
+        throw Failure(QStringLiteral("版 %1 はありません。").arg(id));
+    Version version{*found, {}};
+    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合, 改行, "
+                                               "番号表示, 文章 FROM 改訂履歴行 WHERE 改訂履歴ID = ? ORDER BY 順番"),
+                          {id});
+    while (q.next()) {
+        PrintedRow r;
+        r.level = levelOf(q.value(0).toString());
+        for (int i = 0; i < 6; ++i)
+            r.codes[i] = q.value(1 + i).toString();
+        r.segment = q.value(7).toString();
+        r.newLine = q.value(8).toString() == u"1";
+        r.label = q.value(9).toString();
+        r.text = q.value(10).toString();
+        version.rows << r;
+    }
+    transaction.commit();
+    return version;
+}
+
+bool VersionStore::remove(qint64 id)
+{
+    Transaction transaction(m_db);
+    if (!header(id))
+        return false;
+    execSql(m_db, QStringLiteral("DELETE FROM 改訂履歴行 WHERE 改訂履歴ID = ?"), {id});
+    execSql(m_db, QStringLiteral("DELETE FROM 改訂履歴 WHERE ID = ?"), {id});
+    transaction.commit();
+    return true;
+}
+
+} // namespace normaris

@@ -1,0 +1,187 @@
+// The dict commands end to end: a document of the user's own with its 前文, composed,
+// renumbered and deleted; the refusals; get piped into put.
+
+#include "TestRoot.h"
+#include "base/AppState.h"
+#include "base/Database.h"
+#include "cli/Cli.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <cstdio>
+
+using namespace normaris;
+
+namespace {
+
+struct Run {
+    int status = 0;
+    QString out;
+    QString err;
+};
+
+QString readAll(std::FILE *f)
+{
+    std::rewind(f);
+    QByteArray bytes;
+    char buffer[4096];
+    size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0)
+        bytes.append(buffer, qsizetype(n));
+    std::fclose(f);
+    return QString::fromUtf8(bytes);
+}
+
+const QString kCompany = QStringLiteral("甲");
+
+} // namespace
+
+class DictCliTest : public QObject {
+    Q_OBJECT
+
+    Run dict(const QStringList &args)
+    {
+        AppState::instance().reset();
+        std::FILE *out = std::tmpfile();
+        std::FILE *err = std::tmpfile();
+        Run r;
+        r.status = cli::run(QStringList{QStringLiteral("--root"), m_root, QStringLiteral("--yes")} + args, QStringLiteral(NORMARIS_APP_DIR), out, err);
+        r.out = readAll(out);
+        r.err = readAll(err);
+        return r;
+    }
+    QString writeFile(const QString &name, const QString &text)
+    {
+        const QString path = m_dir.path() + u'/' + name;
+        QFile f(path);
+        if (!f.open(QIODevice::WriteOnly))
+            qFatal("cannot write %s", qUtf8Printable(path));
+        f.write(text.toUtf8());
+        return path;
+    }
+    // The rows of a document, table by table.
+    QString rowsOf(const QString &code)
+    {
+        const QString file = m_root + QStringLiteral("/Data/甲/甲.sqlite");
+        QStringList counts;
+        for (const char *table : {"規程", "前文", "施行日", "変数テーブル語句", "作成データ補助～条", "作成データ補助項～"}) {
+            const QString column = QString::fromUtf8(table) == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
+            counts << QString::fromUtf8(table) + u'='
+                    + test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code)).toString();
+        }
+        return counts.join(u' ');
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_root = m_dir.path() + QStringLiteral("/r");
+        QCOMPARE(dict({QStringLiteral("company"), QStringLiteral("new"), kCompany}).status, 0);
+    }
+
+    void ownDocumentLifeCycle()
+    {
+        const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
+        Run r = dict(QStringList{"dict", "docs", "add"} + company + QStringList{"--code", "75", "--name", "安全衛生規程"});
+        QCOMPARE(r.err, QString());
+        QCOMPARE(r.status, 0);
+        r = dict(QStringList{"dict", "docs", "list"} + company);
+        QVERIFY2(r.out.contains(QStringLiteral("75\t安全衛生規程\tTrue\t安全衛生規程\tFalse\t1\n")), qPrintable(r.out));
+
+        const QString preamble = writeFile(QStringLiteral("75.txt"), QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n"));
+        r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", preamble});
+        QCOMPARE(r.status, 0);
+        r = dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "75"});
+        QCOMPARE(r.out, QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n正式名称 安全衛生規程\n文章種別 1\n前文\n= この規程は、\n= ☆0001☆\n"));
+        // get piped into put changes nothing.
+        const QString again = writeFile(QStringLiteral("again.txt"), r.out);
+        QCOMPARE(dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", again}).status, 0);
+        QCOMPARE(dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "75"}).out, r.out);
+
+        // On the list and composed with its 前文.
+        QCOMPARE(dict(QStringList{"docs", "add"} + company + QStringList{"--doc", "75"}).status, 0);
+        r = dict(QStringList{"compose", "add"} + company + QStringList{"--doc", "75", "--row", "0", "--action", "3", "--pick", "01"});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(dict(QStringList{"dates", "add", "--company", kCompany, "--doc", "75", "2026/4/1"}).status, 0);
+
+        const QString three = writeFile(QStringLiteral("three.txt"), QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n= の規程とする。\n"));
+        r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", three});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("編集制限: 使用中のデータがあるため、分割の数を変更できません。\n"));
+
+        const QString composed = rowsOf(QStringLiteral("75"));
+        QVERIFY2(composed.startsWith(QStringLiteral("規程=1 前文=2 施行日=1 変数テーブル語句=0 作成データ補助～条=")), qPrintable(composed));
+        r = dict(QStringList{"dict", "docs", "edit"} + company + QStringList{"--code", "75", "--new-code", "76"});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(rowsOf(QStringLiteral("76")), composed);
+        QCOMPARE(rowsOf(QStringLiteral("75")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
+
+        r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("削除制限: 作成データとして使用中なので削除できません。\n"));
+        QCOMPARE(dict(QStringList{"docs", "remove"} + company + QStringList{"--doc", "76"}).status, 0);
+        r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(rowsOf(QStringLiteral("76")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
+
+        r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "01"});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("削除制限: ユーザー追加データ以外は削除できません。\n"));
+    }
+
+    void badInput_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("code out of range") << QStringList{"dict", "docs", "add", "--code", "100", "--name", "x"}
+                                           << "入力エラー: 70～99を入力してください。･･･Code\n";
+        QTest::newRow("standard code") << QStringList{"dict", "docs", "add", "--code", "5", "--name", "x"}
+                                       << "入力エラー: 70～99を入力してください。･･･Code\n";
+        QTest::newRow("duplicate") << QStringList{"dict", "docs", "add", "--code", "80", "--name", "x"} << "入力エラー: Codeが重複しています。\n";
+        QTest::newRow("too long") << QStringList{"dict", "docs", "add", "--code", "81", "--name", QString(41, u'規')}
+                                  << "入力のエラー: 項目の長さ(82)が制限(80)を越えています。 ･･･表示名称\n";
+        QTest::newRow("no name") << QStringList{"dict", "docs", "add", "--code", "81", "--name", ""} << "入力エラー: 未入力は許されません。･･･表示名称\n";
+        QTest::newRow("standard renumbered") << QStringList{"dict", "docs", "edit", "--code", "01", "--new-code", "02"}
+                                             << "入力エラー: 01～69は変更できません。･･･Code\n";
+    }
+    void badInput()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, message);
+        dict(QStringList{"dict", "docs", "add", "--company", kCompany, "--style", "1", "--code", "80", "--name", "既存"});
+        const Run r = dict(args + QStringList{"--company", kCompany, "--style", "1"});
+        QCOMPARE(r.err, message);
+        QCOMPARE(r.status, 1);
+        QCOMPARE(test::valueIn(m_root + QStringLiteral("/Data/甲/甲.sqlite"), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'")).toInt(), 0);
+    }
+
+    void putRefusesABadFile_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("unknown line") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n何か\n" << "読込エラー: bad.txt:5: ";
+        QTest::newRow("other document") << "文章形式 1\n規程 02 賃金規程\n前文\n= 甲\n" << "読込エラー: bad.txt:2: 規程のCodeが --doc と違います\n";
+        QTest::newRow("a chapter") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n章 01 総則\n" << "読込エラー: bad.txt:5: 書き込めるのは前文一つだけです\n";
+        QTest::newRow("eight segments") << "文章形式 1\n規程 01 就業規則\n前文\n= 1\n= 2\n= 3\n= 4\n= 5\n= 6\n= 7\n= 8\n"
+                                        << "読込エラー: bad.txt:3: この文章の分割は7までです\n";
+    }
+    void putRefusesABadFile()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, message);
+        const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
+        const QString before = dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out;
+        const Run r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", writeFile(QStringLiteral("bad.txt"), text)});
+        QCOMPARE(r.status, 1);
+        QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
+        QCOMPARE(dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out, before);
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QString m_root;
+};
+
+QTEST_GUILESS_MAIN(DictCliTest)
+#include "tst_dictcli.moc"
