@@ -178,7 +178,7 @@ private slots:
         const QString rows = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out;
         Run r = runCli(root, QStringList{QStringLiteral("docs"), QStringLiteral("remove")} + doc);
         QCOMPARE(r.status, 1);
-        QVERIFY(r.err.startsWith(QStringLiteral("リストから外す確認: 『就業規則』をリストから外します。\n")));
+        QVERIFY(r.err.startsWith(QStringLiteral("リストから外す確認: 『就業規則』をリストから外します。 ")));
         QCOMPARE(runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out, rows);
         QVERIFY(runCli(root, list).out.contains(QStringLiteral("\t01\t就業規則\t")));
         r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("docs"), QStringLiteral("remove")} + doc);

@@ -34,6 +34,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <memory>
@@ -68,8 +69,11 @@ const QList<std::pair<QString, Factory>> &dialogTable()
         {QStringLiteral("語句設定（条の指定）"), [] { return new frmGokusentakuSub; }},
         {QStringLiteral("埋込語句の設定"), [] {
              AppState &state = AppState::instance();
-             state.CurShoCode = QStringLiteral("01");
-             state.CurJoCode = QStringLiteral("0001");
+             const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
+                                                                         "AND 種別 <> '10' AND 選択フラグ = 1 GROUP BY 章Code, 条Code "
+                                                                         "ORDER BY count(*) DESC LIMIT 1")).toString();
+             state.CurShoCode = place.section(u' ', 0, 0);
+             state.CurJoCode = place.section(u' ', 1, 1);
              state.WordsPreviewAllowed = true;
              return new frmGokusentaku_01;
          }},
@@ -348,7 +352,8 @@ private slots:
     }
 
     // NORMARIS_SCREENSHOT_DIR=DIR: each dialog at its own size and maximised, as PNG files
-    // for a person to look at.
+    // for a person to look at; under a virtual display for a screen of a real size:
+    //   xvfb-run -a -s '-screen 0 1600x1000x24' env QT_QPA_PLATFORM=xcb tst_desktop screenshots
     void screenshots()
     {
         const QString folder = qEnvironmentVariable("NORMARIS_SCREENSHOT_DIR");
@@ -358,8 +363,8 @@ private slots:
         all << std::pair{QStringLiteral("項以下の設定"), Factory([] {
                    AppState &state = AppState::instance();
                    state.ParagraphPanelActive = true;
-                   state.CurShoCode = QStringLiteral("03");
-                   state.CurJoCode = QStringLiteral("0011");
+                   state.CurShoCode = QStringLiteral("01");
+                   state.CurJoCode = QStringLiteral("0001");
                    return static_cast<QDialog *>(new frmMakesentakuSub2);
                })};
         for (int i = 0; i < all.size(); ++i) {
@@ -367,7 +372,11 @@ private slots:
             dialog->show();
             QTest::qWait(50);
             dialog->grab().save(QStringLiteral("%1/%2-%3.png").arg(folder).arg(i, 2, 10, QChar(u'0')).arg(dialog->objectName()));
-            dialog->showMaximized();
+            // What a maximised window gets (a virtual display has no window manager to do it),
+            // for the dialogs that offer it.
+            if (!(dialog->windowFlags() & Qt::WindowMaximizeButtonHint))
+                continue;
+            dialog->setGeometry(dialog->screen()->availableGeometry());
             QTest::qWait(50);
             dialog->grab().save(QStringLiteral("%1/%2-%3-max.png").arg(folder).arg(i, 2, 10, QChar(u'0')).arg(dialog->objectName()));
         }

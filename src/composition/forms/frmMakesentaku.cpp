@@ -45,6 +45,7 @@ frmMakesentaku::frmMakesentaku(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmMakesentaku"));
     setWindowTitle(QStringLiteral("データ作成（規則・規程・協定の指定）"));
+    setWindowFlag(Qt::WindowMaximizeButtonHint); // the lists grow with the window
     AppState &state = AppState::instance();
     state.ArticlePanelActive = state.ParagraphPanelActive = false;
     state.ArticlePanelRow = state.ParagraphPanelRow = -1;

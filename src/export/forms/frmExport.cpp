@@ -64,6 +64,7 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmExport"));
     setWindowTitle(QStringLiteral("データエクスポート"));
+    setWindowFlag(Qt::WindowMaximizeButtonHint); // the lists grow with the window
     auto *columns = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
     auto *right = new QVBoxLayout;
