@@ -283,8 +283,9 @@ private slots:
         QCOMPARE(body.paragraphs.size(), 3); // the document's last paragraph is the one the cursor is in
         QCOMPARE(body.paragraphs[0].text(), kHeading);
         QCOMPARE(body.paragraphs[1].text(), QStringLiteral("●  ★0001★とする。"));
-        QCOMPARE(body.paragraphs[1].props.value(QStringLiteral("ind@hangingChars")), QStringLiteral("100"));
-        QCOMPARE(body.paragraphs[1].runs.first().props.value(QStringLiteral("color@val")), QStringLiteral("0000FF"));
+        // The 項 indent and the blue of an unsettled marker come from their styles.
+        QCOMPARE(body.paragraphs[1].props.value(QStringLiteral("pStyle@val")), QStringLiteral("Paragraph"));
+        QCOMPARE(body.paragraphs[1].runs.first().props.value(QStringLiteral("rStyle@val")), QStringLiteral("Unsettled"));
     }
 };
 

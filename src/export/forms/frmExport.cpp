@@ -381,6 +381,8 @@ void frmExport::printDocument()
     if (!typeDocument(document))
         return;
     showPrintPreview(document.pdf());
+}
+
 void frmExport::openVersions()
 {
     if (!chooseStyleAndDocument())
