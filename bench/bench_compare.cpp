@@ -53,14 +53,16 @@ const QString kStyle = QStringLiteral("1");
 void changeTenArticles(QSqlDatabase db)
 {
     Transaction transaction(db);
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT DISTINCT 条Code FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' ORDER BY 条Code"));
+    QSqlQuery q =
+        execSql(db, QStringLiteral("SELECT DISTINCT 条Code FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' ORDER BY 条Code"));
     QStringList articles;
     while (q.next())
         articles << q.value(0).toString();
     for (int i = 0; i < 10; ++i) {
         const QString article = articles.value(i * articles.size() / 10);
-        execSql(db, QStringLiteral("UPDATE 作成データ SET 文章 = substr(文章, 1, 8) || '、原則として、' || substr(文章, 9) "
-                                   "WHERE ID = (SELECT min(ID) FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' AND 条Code = ?)"),
+        execSql(db,
+                QStringLiteral("UPDATE 作成データ SET 文章 = substr(文章, 1, 8) || '、原則として、' || substr(文章, 9) "
+                               "WHERE ID = (SELECT min(ID) FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' AND 条Code = ?)"),
                 {article});
     }
     transaction.commit();
@@ -86,7 +88,8 @@ Version synthetic(int articles, bool changed)
             clause.level = Level::Paragraph;
             clause.codes[2] = QStringLiteral("%1").arg(p, 2, 10, QLatin1Char('0'));
             clause.label = p == 1 ? QString() : fullWidthDigits(p);
-            clause.text = QStringLiteral("会社は、第%1条の定めにより、従業員の労働条件その他就業に関する事項を定め、これを誠実に運用する。").arg(fullWidthDigits(a));
+            clause.text = QStringLiteral("会社は、第%1条の定めにより、従業員の労働条件その他就業に関する事項を定め、これを誠実に運用する。")
+                              .arg(fullWidthDigits(a));
             if (changed && a % 100 == 0 && p == 3)
                 clause.text.replace(QStringLiteral("誠実に"), QStringLiteral("適正かつ誠実に"));
             v.rows << clause;
@@ -128,7 +131,8 @@ int main(int argc, char **argv)
     ComparisonRequest request{kStyle, QStringLiteral("01"), std::nullopt, std::nullopt, QStringLiteral("ベンチ")};
     Outcome outcome = Outcome::Failed;
     const double whole = timed([&] {
-        outcome = ComparisonExport(db, prompt).write(request, dir.filePath(QStringLiteral("t.docx")), dir.filePath(QStringLiteral("t.txt")));
+        outcome =
+            ComparisonExport(db, prompt).write(request, dir.filePath(QStringLiteral("t.docx")), dir.filePath(QStringLiteral("t.txt")));
     });
     const int rows = scalar(db, QStringLiteral("SELECT count(*) FROM 改訂履歴行 WHERE 改訂履歴ID = 2")).toInt();
     const std::optional<ComparisonTable> table = ComparisonExport(db, prompt).table(request);

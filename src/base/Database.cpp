@@ -115,11 +115,12 @@ void Transaction::commit()
 
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work)
 {
-    return runRefusableTransaction(prompt, db, [&] {
-               work();
-               return true;
-           })
-        == Outcome::Done;
+    return runRefusableTransaction(prompt, db,
+                                   [&] {
+                                       work();
+                                       return true;
+                                   })
+           == Outcome::Done;
 }
 
 Outcome runRefusableTransaction(Prompt &prompt, QSqlDatabase db, const std::function<bool()> &work)

@@ -21,8 +21,7 @@ public:
 enum class OpenMode { ReadWrite, ReadOnly };
 
 // Opens path under the connection name. Throws DbError when the file can't be opened.
-QSqlDatabase openDatabase(const QString &path, const QString &connectionName,
-                          OpenMode mode = OpenMode::ReadWrite);
+QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode = OpenMode::ReadWrite);
 // Closes and forgets the connection; nothing happens when it is not there.
 void closeDatabase(const QString &connectionName);
 

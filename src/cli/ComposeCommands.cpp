@@ -21,7 +21,8 @@ QString documentOf(Context &c) { return c.args.option(QStringLiteral("--doc")); 
 int docsList(Context &c)
 {
     DocumentList list(AppState::cn());
-    const QStringList styles = c.args.has(QStringLiteral("--style")) ? QStringList{styleOf(c)} : QStringList{QStringLiteral("1"), QStringLiteral("2")};
+    const QStringList styles =
+        c.args.has(QStringLiteral("--style")) ? QStringList{styleOf(c)} : QStringList{QStringLiteral("1"), QStringLiteral("2")};
     for (const QString &style : styles) {
         for (const bool selected : {true, false}) {
             if ((selected && c.args.has(QStringLiteral("--unselected"))) || (!selected && c.args.has(QStringLiteral("--selected"))))
@@ -54,7 +55,8 @@ bool onParagraphPanel(Context &c) { return c.args.has(QStringLiteral("--article"
 QList<PanelRow> panelOf(Context &c)
 {
     QSqlDatabase db = AppState::cn();
-    return onParagraphPanel(c) ? paragraphPanel(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
+    return onParagraphPanel(c) ? paragraphPanel(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")),
+                                                c.args.option(QStringLiteral("--article")))
                                : articlePanel(db, styleOf(c), documentOf(c));
 }
 
@@ -62,13 +64,14 @@ int composeRows(Context &c)
 {
     QSqlDatabase db = AppState::cn();
     const QList<CompositionRow> rows = onParagraphPanel(c)
-        ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
-        : readArticleRows(db, styleOf(c), documentOf(c));
+                                           ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")),
+                                                            c.args.option(QStringLiteral("--article")))
+                                           : readArticleRows(db, styleOf(c), documentOf(c));
     const QList<PanelRow> panel = panelOf(c);
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const CompositionRow &r = rows[i];
-        c.out << i << '\t' << r.order << '\t' << levelCode(r.level) << '\t' << r.number << '\t' << r.codes.join(u'\t') << '\t'
-              << r.join << '\t' << panel.value(i).text << '\n';
+        c.out << i << '\t' << r.order << '\t' << levelCode(r.level) << '\t' << r.number << '\t' << r.codes.join(u'\t') << '\t' << r.join
+              << '\t' << panel.value(i).text << '\n';
     }
     return ExitDone;
 }
@@ -90,16 +93,14 @@ int composeAction(Context &c, const QString &action)
     case PanelChoice::Kind::Nothing:
         c.prompt.error(QStringLiteral("処理方法の指定"), QStringLiteral("この行では、その処理は選べません。"));
         return ExitStopped;
-    case PanelChoice::Kind::Stopped:
-        return ExitStopped;
+    case PanelChoice::Kind::Stopped: return ExitStopped;
     case PanelChoice::Kind::OpenParagraphs:
-        c.prompt.information(QStringLiteral("処理方法の指定"),
-                             QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(panel[i].codes[0], panel[i].codes[1]));
+        c.prompt.information(
+            QStringLiteral("処理方法の指定"),
+            QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(panel[i].codes[0], panel[i].codes[1]));
         return ExitStopped;
-    case PanelChoice::Kind::Release:
-        return exitCodeOf(carryOutRelease(db, c.prompt, choice.release));
-    case PanelChoice::Kind::Add:
-        break;
+    case PanelChoice::Kind::Release: return exitCodeOf(carryOutRelease(db, c.prompt, choice.release));
+    case PanelChoice::Kind::Add: break;
     }
     return exitCodeOf(carryOutAdd(db, c.prompt, choice.add, c.args.option(QStringLiteral("--pick"))));
 }
@@ -117,20 +118,31 @@ void addComposeCommands(QList<Command> &commands)
                                  optional(QStringLiteral("--article"), QStringLiteral("A"))};
     const Option row = required(QStringLiteral("--row"), QStringLiteral("I"));
     commands << companyCommand({kDocs, QStringLiteral("list")},
-                               {optionalStyle(), optional(QStringLiteral("--selected")), optional(QStringLiteral("--unselected"))}, {}, 0, 0, docsList, false);
-    commands << companyCommand({kDocs, QStringLiteral("add")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, true); }, true);
-    commands << companyCommand({kDocs, QStringLiteral("remove")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, false); }, true);
+                               {optionalStyle(), optional(QStringLiteral("--selected")), optional(QStringLiteral("--unselected"))}, {}, 0,
+                               0, docsList, false);
+    commands << companyCommand(
+        {kDocs, QStringLiteral("add")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, true); }, true);
+    commands << companyCommand(
+        {kDocs, QStringLiteral("remove")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, false); }, true);
     commands << companyCommand({kCompose, QStringLiteral("rows")}, panel, {}, 0, 0, composeRows, true);
-    commands << companyCommand({kCompose, QStringLiteral("add")},
-                               panel + QList<Option>{row, required(QStringLiteral("--action"), QStringLiteral("CODE")), optional(QStringLiteral("--pick"), QStringLiteral("CODE"))},
-                               {}, 0, 0, [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
-    commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QList<Option>{row}, {}, 0, 0,
-                               [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
-    const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords}, {"words", ListKind::EmbeddedWords},
-                                                       {"refs", ListKind::References}, {"templates", ListKind::Templates}};
+    commands << companyCommand(
+        {kCompose, QStringLiteral("add")},
+        panel
+            + QList<Option>{row, required(QStringLiteral("--action"), QStringLiteral("CODE")),
+                            optional(QStringLiteral("--pick"), QStringLiteral("CODE"))},
+        {}, 0, 0, [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
+    commands << companyCommand(
+        {kCompose, QStringLiteral("release")}, panel + QList<Option>{row}, {}, 0, 0,
+        [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
+    const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords},
+                                                       {"words", ListKind::EmbeddedWords},
+                                                       {"refs", ListKind::References},
+                                                       {"templates", ListKind::Templates}};
     for (const auto &[name, kind] : lists) {
-        commands << companyCommand({QStringLiteral("lists"), QString::fromLatin1(name)}, {requiredStyle(), required(QStringLiteral("--out"), QStringLiteral("FILE.xlsx"))},
-                                   {}, 0, 0, [kind = kind](Context &c) { return writeList(c, kind); }, true);
+        commands << companyCommand(
+            {QStringLiteral("lists"), QString::fromLatin1(name)},
+            {requiredStyle(), required(QStringLiteral("--out"), QStringLiteral("FILE.xlsx"))}, {}, 0, 0,
+            [kind = kind](Context &c) { return writeList(c, kind); }, true);
     }
 }
 

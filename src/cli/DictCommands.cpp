@@ -47,7 +47,8 @@ int docsEdit(Context &c)
     DocumentMaster master(AppState::cn(), styleOf(c));
     const std::optional<DocumentRecord> saved = master.document(c.args.option(QStringLiteral("--code")));
     if (!saved) {
-        c.prompt.plain(QStringLiteral("データ指定の確認"), QStringLiteral("規程「%1」はありません。").arg(c.args.option(QStringLiteral("--code"))));
+        c.prompt.plain(QStringLiteral("データ指定の確認"),
+                       QStringLiteral("規程「%1」はありません。").arg(c.args.option(QStringLiteral("--code"))));
         return ExitStopped;
     }
     DocumentRecord entered = *saved;
@@ -74,7 +75,8 @@ int dictGet(Context &c)
 {
     const QString text = preambleText(AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")));
     if (text.isEmpty()) {
-        c.prompt.plain(QStringLiteral("データ指定の確認"), QStringLiteral("この文章形式に規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc"))));
+        c.prompt.plain(QStringLiteral("データ指定の確認"),
+                       QStringLiteral("この文章形式に規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc"))));
         return ExitStopped;
     }
     c.out << text;
@@ -92,9 +94,7 @@ std::optional<ClauseSource> readPreambleSource(Context &c, const QString &path)
     const QString name = QFileInfo(path).fileName();
     QList<seed::SourceError> errors;
     const seed::Document doc = seed::parseDocument(name, QString::fromUtf8(file.readAll()), errors);
-    const auto refuse = [&](int line, const QString &message) {
-        errors << seed::SourceError{name, line, message};
-    };
+    const auto refuse = [&](int line, const QString &message) { errors << seed::SourceError{name, line, message}; };
     if (errors.isEmpty() && doc.style != styleOf(c))
         refuse(1, QStringLiteral("文章形式が --style と違います"));
     if (errors.isEmpty() && doc.code != c.args.option(QStringLiteral("--doc")))
@@ -145,8 +145,8 @@ void addDictCommands(QList<Command> &commands)
     const Option kind = optional(QStringLiteral("--kind"), QStringLiteral("KIND"), {QStringLiteral("1"), QStringLiteral("2")});
     commands << companyCommand({kDict, kDocs, QStringLiteral("list")}, {requiredStyle()}, {}, 0, 0, docsList, false);
     commands << companyCommand({kDict, kDocs, QStringLiteral("add")},
-                               {requiredStyle(), code, required(QStringLiteral("--name"), QStringLiteral("NAME")), formal, kind}, {}, 0, 0, docsAdd,
-                               false);
+                               {requiredStyle(), code, required(QStringLiteral("--name"), QStringLiteral("NAME")), formal, kind}, {}, 0, 0,
+                               docsAdd, false);
     commands << companyCommand({kDict, kDocs, QStringLiteral("edit")},
                                {requiredStyle(), code, optional(QStringLiteral("--new-code"), QStringLiteral("MM")), name, formal, kind,
                                 optional(QStringLiteral("--changed"), QStringLiteral("FLAG"), {QStringLiteral("0"), QStringLiteral("1")})},

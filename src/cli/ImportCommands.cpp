@@ -79,8 +79,8 @@ void addImportCommands(QList<Command> &commands)
     // The deepest place given is the level; every place above it must be given too.
     QList<Option> options = {required(QStringLiteral("--from"), QStringLiteral("SOURCE")), requiredStyle(),
                              required(kLevelOptions[0], QStringLiteral("NN"))};
-    const QString values[] = {QStringLiteral("C"), QStringLiteral("A"), QStringLiteral("P"), QStringLiteral("I"),
-                              QStringLiteral("M"), QStringLiteral("R")};
+    const QString values[] = {QStringLiteral("C"), QStringLiteral("A"), QStringLiteral("P"),
+                              QStringLiteral("I"), QStringLiteral("M"), QStringLiteral("R")};
     for (size_t i = 1; i < kLevelOptions.size(); ++i)
         options << optional(kLevelOptions[i], values[i - 1]);
     // Not needsDocument: the document is the source's, and the current company may lack it.

@@ -48,9 +48,9 @@ int versionsDelete(Context &c)
     VersionStore store(AppState::cn());
     const std::optional<VersionHeader> found = store.header(*id);
     if (!found || found->style != c.args.option(QStringLiteral("--style")) || found->document != c.args.option(QStringLiteral("--doc"))) {
-        c.prompt.error(ComparisonExport::kTitle, QStringLiteral("規程「%1」（文章形式 %2）に版 %3 はありません。")
-                                                     .arg(c.args.option(QStringLiteral("--doc")), c.args.option(QStringLiteral("--style")),
-                                                          QString::number(*id)));
+        c.prompt.error(ComparisonExport::kTitle,
+                       QStringLiteral("規程「%1」（文章形式 %2）に版 %3 はありません。")
+                           .arg(c.args.option(QStringLiteral("--doc")), c.args.option(QStringLiteral("--style")), QString::number(*id)));
         return ExitStopped;
     }
     if (!c.prompt.question(QStringLiteral("版の削除"), QStringLiteral("版 %1 を削除します。").arg(*id)))
@@ -76,12 +76,14 @@ int compare(Context &c)
 void addVersionCommands(QList<Command> &commands)
 {
     commands << companyCommand({kVersions, QStringLiteral("list")}, {requiredStyle()}, {}, 0, 0, versionsList, true);
-    commands << companyCommand({kVersions, QStringLiteral("delete")}, {requiredStyle(), required(QStringLiteral("--version"), QStringLiteral("V"))},
-                               {}, 0, 0, versionsDelete, true);
-    commands << companyCommand({QStringLiteral("compare")},
-                               {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
-                                required(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
-                               {}, 0, 0, compare, true);
+    commands << companyCommand({kVersions, QStringLiteral("delete")},
+                               {requiredStyle(), required(QStringLiteral("--version"), QStringLiteral("V"))}, {}, 0, 0, versionsDelete,
+                               true);
+    commands << companyCommand(
+        {QStringLiteral("compare")},
+        {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
+         required(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+        {}, 0, 0, compare, true);
 }
 
 } // namespace normaris::cli

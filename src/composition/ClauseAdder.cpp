@@ -19,8 +19,9 @@ void placeRows(QList<CompositionRow> &rows, int first)
 void markSelected(QSqlDatabase db, const QString &style, const QString &document, Level level, const QStringList &place)
 {
     const int n = placeDepth(level);
-    execSql(db, QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
-                    .arg(dictionaryTable(level), dictionaryPlaceWhere(level, n)),
+    execSql(db,
+            QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
+                .arg(dictionaryTable(level), dictionaryPlaceWhere(level, n)),
             QVariantList{style, document} + QVariantList(place.begin(), place.begin() + n));
 }
 
@@ -76,8 +77,9 @@ Outcome ClauseAdder::add(const AddRequest &r)
 ClauseAdder::LevelAdder ClauseAdder::adderOf(Level added)
 {
     // The levels above 項 each add their own way; every clause level adds alike.
-    static const std::pair<Level, LevelAdder> adders[] = {
-        {Level::Preamble, &ClauseAdder::addPreamble}, {Level::Chapter, &ClauseAdder::addChapter}, {Level::Article, &ClauseAdder::addArticle}};
+    static const std::pair<Level, LevelAdder> adders[] = {{Level::Preamble, &ClauseAdder::addPreamble},
+                                                          {Level::Chapter, &ClauseAdder::addChapter},
+                                                          {Level::Article, &ClauseAdder::addArticle}};
     for (const auto &[level, adder] : adders) {
         if (level == added)
             return adder;
@@ -87,7 +89,8 @@ ClauseAdder::LevelAdder ClauseAdder::adderOf(Level added)
 
 void ClauseAdder::addPreamble(const AddRequest &r)
 {
-    execSql(m_db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"), {r.style, r.document});
+    execSql(m_db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"),
+            {r.style, r.document});
     QList<CompositionRow> rows = DictionaryWalk(m_db, r.style, r.document).preamble();
     const int at = r.rowIndex + 2;
     RowsetScope::document(m_db, r.style, r.document).shiftOrder(at, int(rows.size()));
@@ -104,8 +107,8 @@ void ClauseAdder::addChapter(const AddRequest &r)
     const int i = r.rowIndex, n = int(articles.size());
     const int p = scope.numberBefore(Level::Chapter, {}, i + 1);
     // Below a 条 the new chapter's articles follow that 条; elsewhere they lead the run.
-    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i)
-                                               : scope.numberBefore(Level::Article, {r.chosen}, i + 1);
+    const int q =
+        r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i) : scope.numberBefore(Level::Article, {r.chosen}, i + 1);
     scope.shiftOrder(i + 2, n + 1);
     scope.renumber(Level::Chapter, {}, p, p + 1);
     scope.renumber(Level::Article, {}, q, q + n);
@@ -130,8 +133,7 @@ void ClauseAdder::addArticle(const AddRequest &r)
     const QString chapter = r.codes[0];
     markSelected(m_db, r.style, r.document, Level::Article, {chapter, r.chosen});
     const int i = r.rowIndex;
-    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i)
-                                               : scope.numberBefore(Level::Article, {}, i + 1);
+    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i) : scope.numberBefore(Level::Article, {}, i + 1);
     scope.shiftOrder(i + 2, 1);
     scope.renumber(Level::Article, {}, q, q + 1);
     CompositionRow row = walk.article(chapter, r.chosen);
@@ -164,13 +166,13 @@ void ClauseAdder::addClause(const AddRequest &r)
     insertCompositionRows(m_db, kClauseRowsTable, rows);
 }
 
-#define NORMARIS_TUIKA(name, selectedLevel, addedLevel, isFirst)                                                        \
-    Outcome name(ClauseAdder &a, AddRequest r)                                                                        \
-    {                                                                                                                 \
-        r.selected = Level::selectedLevel;                                                                            \
-        r.added = Level::addedLevel;                                                                                  \
-        r.firstParagraph = isFirst;                                                                                   \
-        return a.add(r);                                                                                              \
+#define NORMARIS_TUIKA(name, selectedLevel, addedLevel, isFirst)                                                                           \
+    Outcome name(ClauseAdder &a, AddRequest r)                                                                                             \
+    {                                                                                                                                      \
+        r.selected = Level::selectedLevel;                                                                                                 \
+        r.added = Level::addedLevel;                                                                                                       \
+        r.firstParagraph = isFirst;                                                                                                        \
+        return a.add(r);                                                                                                                   \
     }
 NORMARIS_TUIKA(Tuika0110, Document, Preamble, false)
 NORMARIS_TUIKA(Tuika0102, Document, Chapter, false)

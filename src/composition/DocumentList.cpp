@@ -21,14 +21,16 @@ QList<CodeAndName> codesAndNames(QSqlQuery q)
 
 QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
 {
-    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
-                                 {style, selected ? 1 : 0}));
+    return codesAndNames(execSql(
+        m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
+        {style, selected ? 1 : 0}));
 }
 
 QList<CodeAndName> DocumentList::selectedOfKind(const QString &style, const QString &kind)
 {
-    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
-                                                      "ORDER BY CAST(Code AS INTEGER)"),
+    return codesAndNames(execSql(m_db,
+                                 QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
+                                                "ORDER BY CAST(Code AS INTEGER)"),
                                  {style, kind}));
 }
 
@@ -46,10 +48,13 @@ void DocumentList::addToList(const QString &style, const QString &document)
 {
     Transaction transaction(m_db);
     execSql(m_db, QStringLiteral("UPDATE 規程 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
-    const bool composed = scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
-                                 {style, document}).toInt() > 0;
+    const bool composed =
+        scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"), {style, document})
+            .toInt()
+        > 0;
     if (!composed) {
-        QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
+        QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
+                              {style, document});
         if (q.next()) {
             CompositionRow row;
             row.order = 1;
@@ -68,14 +73,21 @@ void DocumentList::addToList(const QString &style, const QString &document)
 Outcome DocumentList::takeOffList(const QString &style, const QString &document, Prompt &prompt)
 {
     // Only a document of the dictionary's own loses its composition; the user's own keep theirs.
-    const bool losesComposition = document.toInt() < kUserCodes
-        && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"), {style, document}).toInt() > 0;
+    const bool losesComposition =
+        document.toInt() < kUserCodes
+        && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
+                  {style, document})
+                   .toInt()
+               > 0;
     if (losesComposition) {
-        const QString name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
-        if (!prompt.questionNoByDefault(QStringLiteral("リストから外す確認"),
-                                        QStringLiteral("『%1』をリストから外します。\n"
-                                                       "この規則・規程・協定で選択した章・条・項などの構成はすべて削除され、元に戻せません。\n\n"
-                                                       "よろしいですか？").arg(name)))
+        const QString name =
+            scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+        if (!prompt.questionNoByDefault(
+                QStringLiteral("リストから外す確認"),
+                QStringLiteral("『%1』をリストから外します。\n"
+                               "この規則・規程・協定で選択した章・条・項などの構成はすべて削除され、元に戻せません。\n\n"
+                               "よろしいですか？")
+                    .arg(name)))
             return Outcome::Stopped;
     }
     removeFromList(style, document);

@@ -18,17 +18,13 @@ PanelChoice choosePanelStep(QSqlDatabase db, Prompt &prompt, const PanelSelectio
     }
     PanelChoice choice;
     switch (d.kind) {
-    case PanelDecision::Kind::Nothing:
-        return choice;
+    case PanelDecision::Kind::Nothing: return choice;
     case PanelDecision::Kind::Refuse:
         prompt.error(d.title, d.text);
         choice.kind = PanelChoice::Kind::Stopped;
         return choice;
-    case PanelDecision::Kind::OpenParagraphs:
-        choice.kind = PanelChoice::Kind::OpenParagraphs;
-        return choice;
-    case PanelDecision::Kind::Confirm:
-        break;
+    case PanelDecision::Kind::OpenParagraphs: choice.kind = PanelChoice::Kind::OpenParagraphs; return choice;
+    case PanelDecision::Kind::Confirm: break;
     }
     if (!prompt.question(d.title, d.text)) {
         choice.kind = PanelChoice::Kind::Stopped;
@@ -49,7 +45,8 @@ Outcome carryOutAdd(QSqlDatabase db, Prompt &prompt, AddRequest request, const Q
     const QStringList place = ClauseAdder::placeOf(AddRequest{request.style, request.document, request.selected, request.added,
                                                               request.firstParagraph, request.rowIndex, request.codes, chosen});
     bool offered = false;
-    for (const CodeAndName &s : stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
+    for (const CodeAndName &s :
+         stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
         offered = offered || s.code == chosen;
     request.chosen = offered ? chosen : QString();
     ClauseAdder adder(db, prompt);

@@ -52,8 +52,8 @@ bool checkSegmentCount(Prompt &prompt, const ClauseSource &source, int limit)
 {
     if (source.segments.size() <= limit)
         return true;
-    prompt.error(kSourceErrorTitle, sourceError(source, source.segments[limit].line,
-                                                QStringLiteral("この文章の分割は%1までです").arg(limit)));
+    prompt.error(kSourceErrorTitle,
+                 sourceError(source, source.segments[limit].line, QStringLiteral("この文章の分割は%1までです").arg(limit)));
     return false;
 }
 
@@ -70,8 +70,11 @@ void writeWords(QSqlDatabase db, const ClausePlace &place, const QList<SourceWor
             execSql(db, QStringLiteral("UPDATE 変数テーブル語句 SET 語句 = ?, 表示名称 = ? WHERE ID = ? AND (語句 <> ? OR 表示名称 <> ?)"),
                     {w.word, captionOf(w), id, w.word, captionOf(w)});
         } else {
-            execSql(db, QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) VALUES (?, ?, ?, '', ?, ?, 0)"),
-                    {w.code, w.word, place.document, levelCode(place.level), captionOf(w)});
+            execSql(
+                db,
+                QStringLiteral(
+                    "INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) VALUES (?, ?, ?, '', ?, ?, 0)"),
+                {w.code, w.word, place.document, levelCode(place.level), captionOf(w)});
         }
     }
 }
@@ -115,7 +118,8 @@ Outcome putSegments(Prompt &prompt, QSqlDatabase db, const ClausePlace &place, c
             r.kind = SegmentKind::BasicWord;
             r.code = b.captured(1);
             if (basicPhraseName(r.code).isEmpty()) {
-                prompt.error(kSourceErrorTitle, sourceError(source, s.line, QStringLiteral("基本語句は☆0001☆、☆0010☆、☆0030☆のどれかです")));
+                prompt.error(kSourceErrorTitle,
+                             sourceError(source, s.line, QStringLiteral("基本語句は☆0001☆、☆0010☆、☆0030☆のどれかです")));
                 return Outcome::Stopped;
             }
         } else {
@@ -169,15 +173,18 @@ QString preambleText(QSqlDatabase db, const QString &style, const QString &docum
     out += QStringLiteral("正式名称 ") + doc->formalName + u'\n';
     out += QStringLiteral("文章種別 ") + doc->kind + u'\n';
     out += QStringLiteral("前文\n");
-    QSqlQuery rows = execSql(db, QStringLiteral("SELECT 改行, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(place.textColumn(), place.table(), place.whereSql()),
+    QSqlQuery rows = execSql(db,
+                             QStringLiteral("SELECT 改行, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                                 .arg(place.textColumn(), place.table(), place.whereSql()),
                              place.whereValues());
     QString clauseText;
     while (rows.next()) {
         out += (rows.value(0).toBool() ? QStringLiteral("=↵ ") : QStringLiteral("= ")) + rows.value(1).toString() + u'\n';
         clauseText += rows.value(1).toString();
     }
-    QSqlQuery words = execSql(db, QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE %1 ORDER BY Code").arg(place.variableWhereSql()),
-                              place.variableWhereValues());
+    QSqlQuery words = execSql(
+        db, QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE %1 ORDER BY Code").arg(place.variableWhereSql()),
+        place.variableWhereValues());
     while (words.next()) {
         const QString code = words.value(0).toString();
         // The word table has no style: the words of this style's clause are those it holds.

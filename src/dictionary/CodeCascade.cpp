@@ -27,8 +27,13 @@ constexpr int kTargetLevelOrdinal = 19;
 // The clause tables compared by plain column number from 規程Code on.
 constexpr int kClausePlaceOrdinal = 2;
 
-const QStringList kDocumentTables = {QStringLiteral("前文"), QStringLiteral("章"), QStringLiteral("条"), QStringLiteral("項"),
-                                     QStringLiteral("号"), QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ")};
+const QStringList kDocumentTables = {QStringLiteral("前文"),
+                                     QStringLiteral("章"),
+                                     QStringLiteral("条"),
+                                     QStringLiteral("項"),
+                                     QStringLiteral("号"),
+                                     QStringLiteral("号の細分丸"),
+                                     QStringLiteral("号の細分イロハ")};
 const QStringList kCompositionTables = {QStringLiteral("作成データ置換前"), QStringLiteral("作成データ"),
                                         QStringLiteral("作成データ補助～条"), QStringLiteral("作成データ補助項～")};
 
@@ -51,8 +56,7 @@ QList<VariableRow> variableRows(QSqlDatabase db, const QString &table, const QSt
 
 // Whether the clause of the current style at the row's place holds the marker. Only the
 // clause levels have a look-up; any other level holds nothing here.
-bool clauseHolds(QSqlDatabase db, const QString &style, const QSqlRecord &row, int placeOrdinal, int levelOrdinal,
-                 const QString &marker)
+bool clauseHolds(QSqlDatabase db, const QString &style, const QSqlRecord &row, int placeOrdinal, int levelOrdinal, const QString &marker)
 {
     const Level level = levelOf(row.value(levelOrdinal).toString());
     if (!isClauseLevel(level))
@@ -64,7 +68,9 @@ bool clauseHolds(QSqlDatabase db, const QString &style, const QSqlRecord &row, i
         where << (i == depth - 1 ? QStringLiteral("Code") : placeColumns()[i]) + QStringLiteral(" = ?");
         values << row.value(placeOrdinal + 1 + i).toString();
     }
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(textColumn(level), dictionaryTable(level), where.join(QStringLiteral(" AND "))),
+    QSqlQuery q = execSql(db,
+                          QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)")
+                              .arg(textColumn(level), dictionaryTable(level), where.join(QStringLiteral(" AND "))),
                           values);
     // Every row of the clause's chain is its text.
     while (q.next()) {

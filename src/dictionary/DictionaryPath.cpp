@@ -29,7 +29,9 @@ QList<CodeAndName> DictionaryPath::choices(Level level, const QStringList &paren
 {
     QVariantList values;
     const QString where = parentWhere(level, parents, values, m_style);
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(textColumn(level), dictionaryTable(level), where),
+    QSqlQuery q = execSql(m_db,
+                          QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)")
+                              .arg(textColumn(level), dictionaryTable(level), where),
                           values);
     QList<CodeAndName> list;
     while (q.next())
@@ -42,7 +44,9 @@ bool DictionaryPath::stands(Level level, const QStringList &parents, const QStri
     QVariantList values;
     const QString where = parentWhere(level, parents, values, m_style);
     values << code << name;
-    return scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 AND Code = ? AND \"%3\" = ?").arg(dictionaryTable(level), where, textColumn(level)),
+    return scalar(m_db,
+                  QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 AND Code = ? AND \"%3\" = ?")
+                      .arg(dictionaryTable(level), where, textColumn(level)),
                   values)
                .toInt()
            > 0;

@@ -21,7 +21,7 @@ const QString kEmptyField = QStringLiteral("未入力は許されません。");
 DocumentRecord recordOf(const QSqlQuery &q)
 {
     return {q.value(0).toString(), q.value(1).toString(), q.value(2).toBool(),
-            q.value(3).toString(), q.value(4).toBool(), q.value(5).toString()};
+            q.value(3).toString(), q.value(4).toBool(),   q.value(5).toString()};
 }
 
 const QString kSelectDocuments =
@@ -137,8 +137,7 @@ Outcome DocumentMaster::update(Prompt &prompt, Mode mode, const DocumentRecord &
     }
     DocumentRecord row = entered;
     if (!row.changed) {
-        row.changed = saved.name.isEmpty() || saved.name != row.name || saved.formalName.isEmpty()
-                      || saved.formalName != row.formalName;
+        row.changed = saved.name.isEmpty() || saved.name != row.name || saved.formalName.isEmpty() || saved.formalName != row.formalName;
     }
     // The checks read the table that the step writes: they run inside its transaction.
     return runRefusableTransaction(prompt, m_db, [&] {
@@ -147,12 +146,14 @@ Outcome DocumentMaster::update(Prompt &prompt, Mode mode, const DocumentRecord &
         if (mode == Mode::Edit) {
             if (row.code != saved.code)
                 CodeCascade(m_db, m_style).changeCode(saved.code, row.code);
-            execSql(m_db, QStringLiteral("UPDATE 規程 SET Code = ?, 規程 = ?, 変更フラグ = ?, 正式名称 = ?, 文章種別 = ? "
-                                         "WHERE 文章形式Code = ? AND Code = ?"),
+            execSql(m_db,
+                    QStringLiteral("UPDATE 規程 SET Code = ?, 規程 = ?, 変更フラグ = ?, 正式名称 = ?, 文章種別 = ? "
+                                   "WHERE 文章形式Code = ? AND Code = ?"),
                     {row.code, row.name, row.changed, row.formalName, row.kind, m_style, saved.code});
         } else {
-            execSql(m_db, QStringLiteral("INSERT INTO 規程 (文章形式Code, Code, 規程, 変更フラグ, 正式名称, 選択フラグ, 文章種別) "
-                                         "VALUES (?, ?, ?, ?, ?, 0, ?)"),
+            execSql(m_db,
+                    QStringLiteral("INSERT INTO 規程 (文章形式Code, Code, 規程, 変更フラグ, 正式名称, 選択フラグ, 文章種別) "
+                                   "VALUES (?, ?, ?, ?, ?, 0, ?)"),
                     {m_style, row.code, row.name, row.changed, row.formalName, row.kind});
         }
         return true;
@@ -172,11 +173,12 @@ Outcome DocumentMaster::remove(Prompt &prompt, const QString &code)
             return false;
         // A document of the user's own keeps its composition while it is off the list,
         // for when it comes back; only a document on the list counts as in use.
-        const bool inUse = doc->selected
-                           && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
-                                     {m_style, code})
-                                      .toInt()
-                                  > 0;
+        const bool inUse =
+            doc->selected
+            && scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
+                      {m_style, code})
+                       .toInt()
+                   > 0;
         if (inUse) {
             prompt.error(kDeleteLimitTitle, QStringLiteral("作成データとして使用中なので削除できません。"));
             return false;
@@ -188,7 +190,8 @@ Outcome DocumentMaster::remove(Prompt &prompt, const QString &code)
             return false;
         }
         if (!prompt.question(QStringLiteral("削除の確認"),
-                             QStringLiteral(" %1 %2 を削除しますか？\n前文および章以下のデータがある場合は、それらも一緒に削除します。").arg(code, doc->name)))
+                             QStringLiteral(" %1 %2 を削除しますか？\n前文および章以下のデータがある場合は、それらも一緒に削除します。")
+                                 .arg(code, doc->name)))
             return false;
         cascade.deleteRows(code);
         execSql(m_db, QStringLiteral("DELETE FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {m_style, code});

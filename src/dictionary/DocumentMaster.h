@@ -24,8 +24,7 @@ struct DocumentRecord {
 
 class DocumentMaster {
 public:
-    enum class Mode { Add,
-                      Edit };
+    enum class Mode { Add, Edit };
 
     DocumentMaster(QSqlDatabase db, QString style) : m_db(std::move(db)), m_style(std::move(style)) {}
 

@@ -38,7 +38,9 @@ void InlineSegmentEditor::open()
     texts = Texts();
     breaks = Breaks();
     m_loadedChanged = {};
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+    QSqlQuery q = execSql(m_db,
+                          QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                              .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                           m_place.whereValues());
     m_rowCount = 0;
     while (q.next()) {
@@ -87,8 +89,9 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
         QStringList marks;
         for (qsizetype i = 0; i < keys.size() + 7; ++i)
             marks << QStringLiteral("?");
-        const QString insert = QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
-                                   .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", ")));
+        const QString insert =
+            QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
+                .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", ")));
         int counter = 0;
         bool earlierFilled = false;
         for (int k = 0; k < kSegments; ++k) {
@@ -102,10 +105,11 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
             // An unchanged clause keeps the flag of the row at the place; the kind is read
             // off the text as the dictionary's text sources have it.
             execSql(m_db, insert,
-                    m_place.whereValues() + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar), changed || m_loadedChanged[counter - 1], m_loadedSelectFlag, segmentKindOf(text)});
+                    m_place.whereValues()
+                        + QVariantList{join, lineBreak, text, text.contains(kStar) || text.contains(kWhiteStar),
+                                       changed || m_loadedChanged[counter - 1], m_loadedSelectFlag, segmentKindOf(text)});
             // While in use, no marker may appear in, or vanish from, a segment.
-            if (inUse
-                && (text.contains(kStar) != m_loadedStar[k] || text.contains(kWhiteStar) != m_loadedWhiteStar[k])) {
+            if (inUse && (text.contains(kStar) != m_loadedStar[k] || text.contains(kWhiteStar) != m_loadedWhiteStar[k])) {
                 prompt.error(kEditLimitTitle, QStringLiteral("使用中のデータがあるため、埋込記号の移動・削除はできません。"));
                 return false;
             }
@@ -113,7 +117,9 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
         open();
         // Word positions: this editor writes the row's 変数語句 where the segment editor
         // writes its 結合.
-        QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 変数語句, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+        QSqlQuery rows = execSql(m_db,
+                                 QStringLiteral("SELECT 変数語句, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                                     .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                                  m_place.whereValues());
         QList<std::pair<QString, QString>> clause;
         while (rows.next())

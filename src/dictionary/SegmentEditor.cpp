@@ -50,8 +50,11 @@ bool SegmentEditor::open(Prompt &prompt)
 void SegmentEditor::load(bool fillWorkTables)
 {
     m_segments = Segments();
-    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
-                             m_place.whereValues());
+    QSqlQuery rows =
+        execSql(m_db,
+                QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                    .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+                m_place.whereValues());
     m_rowCount = 0;
     QList<QVariantList> read;
     while (rows.next())
@@ -83,7 +86,9 @@ void SegmentEditor::load(bool fillWorkTables)
             if (found.size() == 1) {
                 if (fillWorkTables) {
                     for (const QString &table : {kWordsBefore, kWordsAfter})
-                        execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 選択フラグ) SELECT %2, 0 FROM 変数テーブル語句 WHERE ID = ?").arg(table, kWordColumns),
+                        execSql(m_db,
+                                QStringLiteral("INSERT INTO \"%1\" (%2, 選択フラグ) SELECT %2, 0 FROM 変数テーブル語句 WHERE ID = ?")
+                                    .arg(table, kWordColumns),
                                 {found[0].first});
                 }
                 s.word = found[0].second;
@@ -131,8 +136,9 @@ void SegmentEditor::setKind(int k, const QString &kind)
 void SegmentEditor::provideWord(const QString &code, const QString &word, const QString &caption)
 {
     execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"), {code, m_place.document});
-    execSql(m_db, QStringLiteral("INSERT INTO 変数テーブル語句更新後 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) "
-                                 "VALUES (?, ?, ?, '', ?, ?, 0)"),
+    execSql(m_db,
+            QStringLiteral("INSERT INTO 変数テーブル語句更新後 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) "
+                           "VALUES (?, ?, ?, '', ?, ?, 0)"),
             {code, word, m_place.document, levelCode(m_place.level), caption});
 }
 
@@ -241,12 +247,17 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
     QStringList marks;
     for (qsizetype i = 0; i < keys.size() + 7; ++i)
         marks << QStringLiteral("?");
-    execSql(m_db, QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)").arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
-            m_place.whereValues() + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text, changed || m_loadedChanged[joinCounter - 1], m_loadedSelectFlag, s.kind});
+    execSql(m_db,
+            QStringLiteral("INSERT INTO \"%1\" (%2, 結合, 改行, \"%3\", 変数語句, 変更フラグ, 選択フラグ, 結合種別) VALUES (%4)")
+                .arg(m_place.table(), keys.join(QStringLiteral(", ")), m_place.textColumn(), marks.join(QStringLiteral(", "))),
+            m_place.whereValues()
+                + QVariantList{join, lineBreak, stored, s.kind != SegmentKind::Text, changed || m_loadedChanged[joinCounter - 1],
+                               m_loadedSelectFlag, s.kind});
     if (s.kind != SegmentKind::Word)
         return;
-    QSqlQuery after = execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
-                              {s.code, m_place.document});
+    QSqlQuery after =
+        execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
+                {s.code, m_place.document});
     QList<QVariantList> found;
     while (after.next())
         found << QVariantList{after.value(0), after.value(1), after.value(2), after.value(3)};
@@ -255,13 +266,17 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
         return;
     }
     execSql(m_db, QStringLiteral("DELETE FROM 変数テーブル語句 WHERE Code = ? AND 規程Code = ?"), {s.code, m_place.document});
-    execSql(m_db, QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) VALUES (?, ?, ?, ?, ?, ?, 0)"),
+    execSql(m_db,
+            QStringLiteral(
+                "INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 結合, 種別, 表示名称, 選択フラグ) VALUES (?, ?, ?, ?, ?, ?, 0)"),
             {found[0][0], found[0][1], m_place.document, found[0][2], levelCode(m_place.level), found[0][3]});
 }
 
 void SegmentEditor::setWordPositions()
 {
-    QSqlQuery rows = execSql(m_db, QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)").arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
+    QSqlQuery rows = execSql(m_db,
+                             QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                                 .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     QList<std::pair<QString, QString>> clause;
     while (rows.next())

@@ -44,7 +44,10 @@ QString gouLabel(const CompositionRow &head, bool)
 }
 
 QString maruLabel(const CompositionRow &head, bool) { return QStringLiteral("    ") + maruCharacter(head.number) + QStringLiteral("  "); }
-QString irohaLabel(const CompositionRow &head, bool) { return QStringLiteral("      ") + irohaCharacter(head.number) + QStringLiteral("  "); }
+QString irohaLabel(const CompositionRow &head, bool)
+{
+    return QStringLiteral("      ") + irohaCharacter(head.number) + QStringLiteral("  ");
+}
 
 // The preview numbers nothing: ● stands where the number will be.
 QString previewKouLabel(const CompositionRow &, bool) { return QStringLiteral("●  "); }
@@ -56,11 +59,11 @@ QString previewIrohaLabel(const CompositionRow &, bool) { return QStringLiteral(
 
 struct ClauseForm {
     Typist::ParagraphStyle style;
-    int indent;               // first-line indent in characters; negative hangs
-    LabelOf label;            // before the first line of the clause
-    QString continuation;     // blank prefix of a segment that starts a new line
-    bool templates;           // a segment with 改行 and テンプレート is the template line
-    ColourOf marks;           // the colour of a segment by its text
+    int indent;           // first-line indent in characters; negative hangs
+    LabelOf label;        // before the first line of the clause
+    QString continuation; // blank prefix of a segment that starts a new line
+    bool templates;       // a segment with 改行 and テンプレート is the template line
+    ColourOf marks;       // the colour of a segment by its text
     SegmentColour colour;
     bool breakBeforeLoneLine; // a single row with 改行 first ends the paragraph
 };
@@ -70,7 +73,8 @@ namespace {
 // The finished document. Every marker left in a segment (★ word, ◆ reference,
 // ☆ setting) shows in blue.
 // Columns: style, indent, label, continued line, templates, marks, segment colour, break before a lone line.
-const ClauseForm kZenbun{Typist::ParagraphStyle::Preamble, 0, zenbunLabel, QStringLiteral("  "), false, markColor, SegmentColour::OwnKept, true};
+const ClauseForm kZenbun{Typist::ParagraphStyle::Preamble, 0,   zenbunLabel, QStringLiteral("  "), false, markColor,
+                         SegmentColour::OwnKept,           true};
 const ClauseForm kDocumentLevels[] = {
     /* 項 */ {Typist::ParagraphStyle::Paragraph, -1, kouLabel, QStringLiteral("    "), true, markColor, SegmentColour::OwnThenBlack, false},
     /* 号 */ {Typist::ParagraphStyle::Item, -2, gouLabel, QStringLiteral("      "), true, markColor, SegmentColour::OwnThenBlack, false},
@@ -82,10 +86,15 @@ const ClauseForm kDocumentLevels[] = {
 // in blue, on every segment, and a template segment is typed as it stands.
 // Columns as above.
 const ClauseForm kPreviewLevels[] = {
-    /* 項 */ {Typist::ParagraphStyle::Paragraph, -1, previewKouLabel, QStringLiteral("    "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* 号 */ {Typist::ParagraphStyle::Item, -2, previewGouLabel, QStringLiteral("      "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* ① */ {Typist::ParagraphStyle::Maru, -3, previewMaruLabel, QStringLiteral("        "), false, wordMarkColor, SegmentColour::OwnKept, false},
-    /* イ */ {Typist::ParagraphStyle::Iroha, -4, previewIrohaLabel, QStringLiteral("          "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* 項 */ {Typist::ParagraphStyle::Paragraph, -1, previewKouLabel, QStringLiteral("    "), false, wordMarkColor, SegmentColour::OwnKept,
+              false},
+    /* 号 */
+    {Typist::ParagraphStyle::Item, -2, previewGouLabel, QStringLiteral("      "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* ① */
+    {Typist::ParagraphStyle::Maru, -3, previewMaruLabel, QStringLiteral("        "), false, wordMarkColor, SegmentColour::OwnKept, false},
+    /* イ */
+    {Typist::ParagraphStyle::Iroha, -4, previewIrohaLabel, QStringLiteral("          "), false, wordMarkColor, SegmentColour::OwnKept,
+     false},
 };
 
 bool isTemplateSegment(const ClauseForm &form, const CompositionRow &row)
@@ -105,10 +114,7 @@ ClauseWriter::ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstPara
 {
 }
 
-ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor)
-{
-    return ClauseWriter(typist, cursor, true, kPreviewLevels);
-}
+ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor) { return ClauseWriter(typist, cursor, true, kPreviewLevels); }
 
 void ClauseWriter::type(Level level) { typeClause(isClauseLevel(level) ? m_levels[clauseDepth(level)] : kZenbun); }
 

@@ -8,9 +8,8 @@ namespace normaris {
 
 bool hasClauses(const QList<CompositionRow> &rows)
 {
-    return std::any_of(rows.begin(), rows.end(), [](const CompositionRow &row) {
-        return isClauseLevel(row.level) || row.level == Level::Preamble;
-    });
+    return std::any_of(rows.begin(), rows.end(),
+                       [](const CompositionRow &row) { return isClauseLevel(row.level) || row.level == Level::Preamble; });
 }
 
 const CompositionRow *firstOutOfOrder(const QList<CompositionRow> &rows)

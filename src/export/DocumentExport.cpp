@@ -46,8 +46,8 @@ void keepVersion(QSqlDatabase db, const QString &style, const QString &document,
 
 } // namespace
 
-Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options,
-                              const QString &docxPath, const QString &textPath, ExtraOutput *extra)
+Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
+                              const QString &textPath, ExtraOutput *extra)
 {
     BusyCursor busy;
     DocxTypist docx;
@@ -84,7 +84,8 @@ QString DocumentExport::temporaryPath(const QString &document)
     // Only the digits of the code reach the path, never a name.
     QString code = document;
     code.remove(QRegularExpression(QStringLiteral("[^0-9]")));
-    QTemporaryFile file(QDir::temp().filePath(QStringLiteral("normaris_%1_XXXXXX.docx").arg(code.isEmpty() ? QStringLiteral("todoke") : code)));
+    QTemporaryFile file(
+        QDir::temp().filePath(QStringLiteral("normaris_%1_XXXXXX.docx").arg(code.isEmpty() ? QStringLiteral("todoke") : code)));
     file.setAutoRemove(false);
     if (!file.open())
         throw Failure(QStringLiteral("一時フォルダ「%1」にファイルを作成できません。").arg(QDir::tempPath()));

@@ -97,8 +97,9 @@ Outcome DocumentRenderer::renderDocument(Typist &typist, const QString &style, c
     // the user decides whether such a document is printed.
     if (const CompositionRow *row = firstOutOfOrder(rows)) {
         const QString heading = row->level == Level::Chapter ? chapterHeading(*row) : articleHeading(*row);
-        if (!m_prompt.question(QStringLiteral("番号の確認"),
-                               QStringLiteral("「%1」から番号が１、２、３…の順になっていません。このまま文書を作成しますか？").arg(heading)))
+        if (!m_prompt.question(
+                QStringLiteral("番号の確認"),
+                QStringLiteral("「%1」から番号が１、２、３…の順になっていません。このまま文書を作成しますか？").arg(heading)))
             return Outcome::Stopped;
     }
 

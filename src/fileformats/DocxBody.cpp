@@ -261,7 +261,8 @@ QByteArray documentXml(const QList<Block> &blocks, const PageSetup &setup)
             continue;
         }
         const bool blankAfterHeading = keep && paragraph->runs.isEmpty();
-        writeParagraph(xml, *paragraph, blankAfterHeading, (i == firstEntry ? BeginsField : NoField) | (i == lastEntry ? EndsField : NoField));
+        writeParagraph(xml, *paragraph, blankAfterHeading,
+                       (i == firstEntry ? BeginsField : NoField) | (i == lastEntry ? EndsField : NoField));
         keep = paragraphStyleInfo(paragraph->style).keepWithNext || blankAfterHeading;
     }
     writePageSetup(xml, setup, cover);

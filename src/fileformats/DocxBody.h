@@ -11,7 +11,6 @@ class QXmlStreamWriter;
 
 namespace normaris::docx {
 
-
 QByteArray documentXml(const QList<Paragraph> &paragraphs);
 // Paragraphs and tables under the page set-up given. A footer with the page number
 // is the part word/footer1.xml, related as rId3 (see DocxParts.h).

@@ -15,10 +15,7 @@ QString hexColor(Typist::Color color)
 
 // Font sizes are written in half-points, within what a word processor accepts
 // (1 to 1638 pt).
-int halfPoints(double points)
-{
-    return qBound(2, qRound(points * 2), 3276);
-}
+int halfPoints(double points) { return qBound(2, qRound(points * 2), 3276); }
 
 } // namespace
 
@@ -111,12 +108,9 @@ void writeIndent(QXmlStreamWriter &xml, int characters, int base)
 QString alignmentValue(Typist::Alignment alignment)
 {
     switch (alignment) {
-    case Typist::Alignment::Center:
-        return QStringLiteral("center");
-    case Typist::Alignment::Right:
-        return QStringLiteral("right");
-    case Typist::Alignment::Left:
-        break;
+    case Typist::Alignment::Center: return QStringLiteral("center");
+    case Typist::Alignment::Right: return QStringLiteral("right");
+    case Typist::Alignment::Left: break;
     }
     return QStringLiteral("left");
 }

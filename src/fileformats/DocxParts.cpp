@@ -68,10 +68,7 @@ QByteArray contentTypesXml(bool withFooter)
     return out;
 }
 
-QByteArray packageRelationsXml()
-{
-    return relationsXml({{"officeDocument", "word/document.xml"}});
-}
+QByteArray packageRelationsXml() { return relationsXml({{"officeDocument", "word/document.xml"}}); }
 
 QByteArray documentRelationsXml(bool withFooter)
 {

@@ -9,10 +9,10 @@ namespace normaris::docx {
 
 // With withFooter the package holds word/footer1.xml, related to the document as rId3.
 QByteArray contentTypesXml(bool withFooter = false);      // [Content_Types].xml
-QByteArray packageRelationsXml();                        // _rels/.rels
+QByteArray packageRelationsXml();                         // _rels/.rels
 QByteArray documentRelationsXml(bool withFooter = false); // word/_rels/document.xml.rels
-QByteArray pageNumberFooterXml();                        // word/footer1.xml: the page number, centred
-QByteArray stylesXml();            // word/styles.xml
-QByteArray settingsXml();          // word/settings.xml
+QByteArray pageNumberFooterXml();                         // word/footer1.xml: the page number, centred
+QByteArray stylesXml();                                   // word/styles.xml
+QByteArray settingsXml();                                 // word/settings.xml
 
 } // namespace normaris::docx

@@ -10,10 +10,7 @@ namespace {
 // surrogate and neither U+FFFE nor U+FFFF; such characters are dropped rather
 // than let them make the whole document unreadable. No page layout wants them
 // either.
-bool carriable(QChar c)
-{
-    return c == u'\t' || (c.unicode() >= 0x20 && c.unicode() != 0xFFFE && c.unicode() != 0xFFFF);
-}
+bool carriable(QChar c) { return c == u'\t' || (c.unicode() >= 0x20 && c.unicode() != 0xFFFE && c.unicode() != 0xFFFF); }
 
 } // namespace
 

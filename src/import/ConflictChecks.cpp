@@ -34,10 +34,10 @@ bool ConflictChecks::parentMissing(const ImportPlace &place)
 {
     const Level parent = place.parent();
     const KeyFilter filter = keyFilter(parent, place.style, place.codes.mid(0, place.depth()));
-    const bool found = scalar(m_target, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(parent), filter.where()),
-                              filter.values)
-                           .toInt()
-                     > 0;
+    const bool found =
+        scalar(m_target, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(parent), filter.where()), filter.values)
+            .toInt()
+        > 0;
     if (found)
         return false;
     m_prompt.error(kRefusedTitle, QStringLiteral("自社データに") + caption(parent) + QStringLiteral("Code：") + place.code(parent)
@@ -48,10 +48,11 @@ bool ConflictChecks::parentMissing(const ImportPlace &place)
 bool ConflictChecks::ownCodeTaken(const ImportPlace &place)
 {
     const KeyFilter filter = keyFilter(place.level, place.style, place.codes);
-    const bool found = scalar(m_target, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(place.level), filter.where()),
-                              filter.values)
-                           .toInt()
-                     > 0;
+    const bool found =
+        scalar(m_target, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(place.level), filter.where()),
+               filter.values)
+            .toInt()
+        > 0;
     if (!found)
         return false;
     const LevelInfo &info = levelInfo(place.level);
@@ -66,14 +67,17 @@ bool ConflictChecks::markerTaken(const SourceEntry &entry, const VariableTable &
     const QString document = entry.place().code(Level::Document);
     for (const QSqlRecord &row : entry.usedRows(table)) {
         const QString code = row.value(QStringLiteral("Code")).toString();
-        const bool taken = scalar(m_target, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 規程Code = ? AND Code = ?").arg(QString::fromUtf16(table.table)),
-                                  {document, code})
-                               .toInt()
-                         > 0;
+        const bool taken =
+            scalar(m_target,
+                   QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 規程Code = ? AND Code = ?").arg(QString::fromUtf16(table.table)),
+                   {document, code})
+                .toInt()
+            > 0;
         if (!taken)
             continue;
         const QString name = QString::fromUtf16(table.conflictName);
-        m_prompt.error(kDuplicateTitle, QStringLiteral("自社データに") + name + QStringLiteral("の重複Codeがあるためデータ取込を中止します。\n") + name
+        m_prompt.error(kDuplicateTitle, QStringLiteral("自社データに") + name
+                                            + QStringLiteral("の重複Codeがあるためデータ取込を中止します。\n") + name
                                             + QStringLiteral("の重複Code：") + code);
         return true;
     }

@@ -7,8 +7,7 @@
 
 namespace normaris {
 
-QList<CodeAndName> importChoices(QSqlDatabase source, const QString &style, Level level, const QStringList &parents,
-                                 bool ownLevel)
+QList<CodeAndName> importChoices(QSqlDatabase source, const QString &style, Level level, const QStringList &parents, bool ownLevel)
 {
     const LevelInfo &info = levelInfo(level);
     const KeyFilter filter = keyFilter(level, style, parents);
@@ -48,7 +47,7 @@ QString importLevelPrompt(Level level)
         return document + QStringLiteral("を指定してください");
     const QString joint = depth == 1 ? QStringLiteral("と") : QStringLiteral("～");
     return QStringLiteral("「") + document + QStringLiteral("」") + joint + QStringLiteral("「") + levelCaption(level)
-         + QStringLiteral("」を指定してください");
+           + QStringLiteral("」を指定してください");
 }
 
 QString importGuardText(Level level) { return QStringLiteral("「") + levelCaption(level) + QStringLiteral("」を指定してください"); }

@@ -12,8 +12,7 @@ namespace normaris {
 
 // The entries of `level` under parents (規程Code first, one per level above it).
 // With ownLevel, only the user's own codes.
-QList<CodeAndName> importChoices(QSqlDatabase source, const QString &style, Level level, const QStringList &parents,
-                                 bool ownLevel);
+QList<CodeAndName> importChoices(QSqlDatabase source, const QString &style, Level level, const QStringList &parents, bool ownLevel);
 
 // The name of the style in the source's 文章形式 table.
 QString styleName(QSqlDatabase source, const QString &style);

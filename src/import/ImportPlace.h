@@ -17,7 +17,7 @@ inline constexpr std::array<Level, 7> kImportLevels = {Level::Document, Level::C
 inline QString keyColumn(Level level) { return QString::fromUtf16(levelInfo(level).keyColumn); }
 
 struct ImportPlace {
-    QString style;     // 文章形式Code
+    QString style; // 文章形式Code
     Level level = Level::Document;
     QStringList codes; // 規程Code, 章Code, … down to the level: one per level
 

@@ -107,7 +107,7 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
         const bool exists = scalar(m_target, QStringLiteral("SELECT count(*) FROM %1 WHERE Code = ? AND 規程Code = ?").arg(quoted(name)),
                                    {row.value(QStringLiteral("Code")), row.value(QStringLiteral("規程Code"))})
                                 .toInt()
-                          > 0;
+                            > 0;
         if (!exists) {
             lastAdded = insert(m_target, name, columns, values);
             continue;
@@ -115,11 +115,13 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
         // The checks made sure the document had none of the codes the text uses before
         // the run, so the row found is one of this run's.
         if (lastAdded < 0)
-            throw DbError(QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, row.value(QStringLiteral("Code")).toString()));
+            throw DbError(
+                QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, row.value(QStringLiteral("Code")).toString()));
         QStringList sets;
         for (const QString &c : columns)
             sets << quoted(c) + QStringLiteral(" = ?");
-        execSql(m_target, QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(quoted(name), sets.join(u',')), values + QVariantList{lastAdded});
+        execSql(m_target, QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(quoted(name), sets.join(u',')),
+                values + QVariantList{lastAdded});
     }
 }
 

@@ -38,8 +38,7 @@ bool hasSqliteHeader(const QString &path)
 // immutable, so that SQLite neither locks it nor looks for a journal to replay.
 QString readOnlyUri(const QString &path)
 {
-    return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
-         + QStringLiteral("?mode=ro&immutable=1");
+    return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/")) + QStringLiteral("?mode=ro&immutable=1");
 }
 
 QString openChecked(const QString &path)

@@ -15,8 +15,10 @@ constexpr int kSegmentLimit = 250;
 const QHash<QString, int> &textLimits()
 {
     static const QHash<QString, int> limits = {
-        {QStringLiteral("規程.規程"), 80},          {QStringLiteral("規程.正式名称"), 80},
-        {QStringLiteral("変数テーブル語句.語句"), 80}, {QStringLiteral("変数テーブル語句.表示名称"), 80},
+        {QStringLiteral("規程.規程"), 80},
+        {QStringLiteral("規程.正式名称"), 80},
+        {QStringLiteral("変数テーブル語句.語句"), 80},
+        {QStringLiteral("変数テーブル語句.表示名称"), 80},
     };
     return limits;
 }
@@ -24,8 +26,8 @@ const QHash<QString, int> &textLimits()
 // Codes, segment places, levels and templates: digits only, and short.
 bool isCodeColumn(const QString &column)
 {
-    return column.endsWith(QStringLiteral("Code")) || column.endsWith(QStringLiteral("結合"))
-        || column.endsWith(QStringLiteral("種別")) || column == QStringLiteral("テンプレート");
+    return column.endsWith(QStringLiteral("Code")) || column.endsWith(QStringLiteral("結合")) || column.endsWith(QStringLiteral("種別"))
+           || column == QStringLiteral("テンプレート");
 }
 constexpr int kCodeWidthLimit = 5;
 
@@ -42,8 +44,10 @@ QString describeRow(const QString &table, const QSqlRecord &row)
     QStringList keys;
     for (int i = 0; i < row.count(); ++i) {
         const QString name = row.fieldName(i);
-        if (name == QStringLiteral("Code") || (name.endsWith(QStringLiteral("Code")) && name != QStringLiteral("文章形式Code")
-                                               && !name.startsWith(QStringLiteral("変換参照"))) || name == QStringLiteral("結合")) {
+        if (name == QStringLiteral("Code")
+            || (name.endsWith(QStringLiteral("Code")) && name != QStringLiteral("文章形式Code")
+                && !name.startsWith(QStringLiteral("変換参照")))
+            || name == QStringLiteral("結合")) {
             const QString value = row.value(i).toString();
             if (!value.isEmpty() && value.size() <= kCodeWidthLimit)
                 keys << name + u'：' + value;
@@ -91,8 +95,8 @@ bool sourceValuesAcceptable(const SourceEntry &entry, Prompt &prompt)
                 continue;
             const QString why = valueRefusal(table, row.fieldName(i), row.value(i));
             if (!why.isEmpty()) {
-                prompt.error(QStringLiteral("処理不可"), QStringLiteral("取込元の") + describeRow(table, row) + QStringLiteral("の")
-                                                        + why + QStringLiteral("データ取込を中止します。"));
+                prompt.error(QStringLiteral("処理不可"), QStringLiteral("取込元の") + describeRow(table, row) + QStringLiteral("の") + why
+                                                             + QStringLiteral("データ取込を中止します。"));
                 return true;
             }
         }

@@ -10,9 +10,9 @@ namespace normaris {
 
 struct VariableTable {
     const char16_t *table;
-    char16_t marker;            // ★nnnn★ or ◆nnnn◆
+    char16_t marker;              // ★nnnn★ or ◆nnnn◆
     const char16_t *conflictName; // in the duplicate-code message
-    int copiedColumns;          // ordinals 1 to this are copied; later ones take the table's defaults
+    int copiedColumns;            // ordinals 1 to this are copied; later ones take the table's defaults
 };
 
 inline constexpr std::array<VariableTable, 2> kVariableTables = {{

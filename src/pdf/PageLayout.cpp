@@ -45,19 +45,18 @@ bool keepsWithNext(const QList<docx::Paragraph> &paragraphs, qsizetype index)
 // A paragraph broken into lines, in device units.
 struct LaidParagraph {
     std::unique_ptr<QTextLayout> layout;
-    QList<double> heights;            // of each line, on the grid
+    QList<double> heights;             // of each line, on the grid
     QList<std::pair<int, int>> struck; // double-struck character ranges: start, length
-    double fontHeight = 0;            // of an empty paragraph's mark
+    double fontHeight = 0;             // of an empty paragraph's mark
     double fontAscent = 0;
-    bool breakAfter = false;          // a page break ends it
+    bool breakAfter = false; // a page break ends it
     bool keepWithNext = false;
 };
 
 class Layouter {
 public:
     Layouter(QPainter &painter, const QList<docx::Paragraph> &paragraphs, const PageGeometry &geometry)
-        : m_painter(painter), m_paragraphs(paragraphs), m_geometry(geometry),
-          m_scale(painter.device()->logicalDpiY() / 72.0)
+        : m_painter(painter), m_paragraphs(paragraphs), m_geometry(geometry), m_scale(painter.device()->logicalDpiY() / 72.0)
     {
     }
 
@@ -82,10 +81,7 @@ private:
 };
 
 // The line grid: a line takes as many lines of the grid as its font needs.
-double onGrid(double height, double pitch)
-{
-    return std::max(1.0, std::ceil(height / pitch - 0.01)) * pitch;
-}
+double onGrid(double height, double pitch) { return std::max(1.0, std::ceil(height / pitch - 0.01)) * pitch; }
 
 const LaidParagraph &Layouter::laid(qsizetype index)
 {

@@ -11,7 +11,7 @@ namespace normaris::pdf {
 namespace {
 
 struct Substitute {
-    const char16_t *name;            // as the document names it
+    const char16_t *name;                     // as the document names it
     std::array<const char16_t *, 4> families; // installed faces, the first found is used
 };
 

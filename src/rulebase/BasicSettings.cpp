@@ -81,12 +81,9 @@ bool BasicSettings::checkField(Prompt &prompt, int index, const QString &value)
 bool BasicSettings::acceptsKey(int index, QChar key)
 {
     switch (settingFields().at(index).keys) {
-    case SettingField::Keys::Any:
-        return true;
-    case SettingField::Keys::Digits:
-        return key >= u'0' && key <= u'9';
-    case SettingField::Keys::DigitsAndHyphen:
-        return (key >= u'0' && key <= u'9') || key == u'-';
+    case SettingField::Keys::Any: return true;
+    case SettingField::Keys::Digits: return key >= u'0' && key <= u'9';
+    case SettingField::Keys::DigitsAndHyphen: return (key >= u'0' && key <= u'9') || key == u'-';
     }
     return false;
 }

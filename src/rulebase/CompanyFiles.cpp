@@ -24,8 +24,7 @@ const QString kProbeConnection = QStringLiteral("normaris_probe");
 QString quotedName(const QString &name) { return u'『' + name + u'』'; }
 
 // A name from the CLI may be anything; a name from a dialog's list passes as well.
-bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title,
-                          const QString &name)
+bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
 {
     if (CheckCompanyName(prompt, name))
         return true;
@@ -86,9 +85,8 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
 
 Outcome CompanyFiles::create(const QString &name, const QString &sourceFile)
 {
-    if (!m_prompt.question(QStringLiteral("ファイル作成の確認"),
-                           QStringLiteral("新しいフォルダ") + quotedName(name)
-                               + QStringLiteral("を作成し、その中にデータファイルを作成します。")))
+    if (!m_prompt.question(QStringLiteral("ファイル作成の確認"), QStringLiteral("新しいフォルダ") + quotedName(name)
+                                                                     + QStringLiteral("を作成し、その中にデータファイルを作成します。")))
         return Outcome::Stopped;
 
     const QString dir = m_layout.companyDir(name);

@@ -93,7 +93,8 @@ QList<docx::Block> comparisonBlocks(const ComparisonTable &table)
     grid.columnWidths = {half, half};
     grid.rows.append(docx::TableRow{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true});
     for (const ComparisonEntry &entry : table.entries)
-        grid.rows.append(docx::TableRow{{docx::TableCell{cellParagraphs(entry.newer)}, docx::TableCell{cellParagraphs(entry.older)}}, false});
+        grid.rows.append(
+            docx::TableRow{{docx::TableCell{cellParagraphs(entry.newer)}, docx::TableCell{cellParagraphs(entry.older)}}, false});
     blocks << grid;
 
     blocks << paragraph(Typist::Alignment::Right, ComparisonTable::kClosingNote);

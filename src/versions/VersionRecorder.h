@@ -43,8 +43,8 @@ private:
 
     struct Pending {
         PrintedRow row;
-        QString ownText;  // the row's text in the work data
-        QString printed;  // what was typed for it, line ends as '\n'
+        QString ownText; // the row's text in the work data
+        QString printed; // what was typed for it, line ends as '\n'
     };
     std::optional<Pending> m_pending;
     Color m_color = Color::Black;

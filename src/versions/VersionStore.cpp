@@ -42,9 +42,10 @@ void insertRows(QSqlDatabase db, qint64 id, const PrintedRows &rows)
             binds << boundValue(r.segment) << (r.newLine ? QStringLiteral("1") : QStringLiteral("")) << boundValue(r.label)
                   << boundValue(r.text);
         }
-        execSql(db, QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
-                                   "号の細分イロハCode, 結合, 改行, 番号表示, 文章) VALUES ")
-                        + tuples.join(u','),
+        execSql(db,
+                QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
+                               "号の細分イロハCode, 結合, 改行, 番号表示, 文章) VALUES ")
+                    + tuples.join(u','),
                 binds);
     }
 }
@@ -59,8 +60,8 @@ QString VersionStore::fingerprint(const QDate &effective, const PrintedRows &row
     hash.addData(effective.toString(Qt::ISODate).toUtf8());
     for (const PrintedRow &r : rows) {
         // Unit and record separators keep "ab"+"c" apart from "a"+"bc".
-        QStringList fields{levelCode(r.level), r.codes.join(u'\x1f'), r.segment, r.newLine ? QStringLiteral("1") : QString(),
-                           r.label, r.text};
+        QStringList fields{
+            levelCode(r.level), r.codes.join(u'\x1f'), r.segment, r.newLine ? QStringLiteral("1") : QString(), r.label, r.text};
         hash.addData(QByteArray("\x1e"));
         hash.addData(fields.join(u'\x1f').toUtf8());
     }
@@ -71,13 +72,15 @@ qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
 {
     Transaction transaction(m_db);
     const QString print = fingerprint(header.effective, rows);
-    QSqlQuery last = execSql(m_db, QStringLiteral("SELECT ID, 指紋 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID DESC LIMIT 1"),
-                             {header.style, header.document});
+    QSqlQuery last =
+        execSql(m_db, QStringLiteral("SELECT ID, 指紋 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID DESC LIMIT 1"),
+                {header.style, header.document});
     if (last.next() && last.value(1).toString() == print)
         return last.value(0).toLongLong();
-    const QSqlQuery added = execSql(m_db, QStringLiteral("INSERT INTO 改訂履歴 (文章形式Code, 規程Code, 正式名称, 作成日時, 施行日, 指紋) VALUES (?,?,?,?,?,?)"),
-                                    {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate),
-                                     header.effective.toString(Qt::ISODate), print});
+    const QSqlQuery added = execSql(
+        m_db, QStringLiteral("INSERT INTO 改訂履歴 (文章形式Code, 規程Code, 正式名称, 作成日時, 施行日, 指紋) VALUES (?,?,?,?,?,?)"),
+        {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate), header.effective.toString(Qt::ISODate),
+         print});
     const qint64 id = added.lastInsertId().toLongLong();
     insertRows(m_db, id, rows);
     transaction.commit();
@@ -86,8 +89,9 @@ qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
 
 QList<VersionHeader> VersionStore::list(const QString &style, const QString &document)
 {
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID").arg(kHeaderColumns),
-                          {style, document});
+    QSqlQuery q =
+        execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID").arg(kHeaderColumns),
+                {style, document});
     QList<VersionHeader> headers;
     while (q.next())
         headers << headerOf(q);
@@ -110,8 +114,9 @@ Version VersionStore::read(qint64 id)
     if (!found)
         throw Failure(QStringLiteral("版 %1 はありません。").arg(id));
     Version version{*found, {}};
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合, 改行, "
-                                               "番号表示, 文章 FROM 改訂履歴行 WHERE 改訂履歴ID = ? ORDER BY 順番"),
+    QSqlQuery q = execSql(m_db,
+                          QStringLiteral("SELECT 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合, 改行, "
+                                         "番号表示, 文章 FROM 改訂履歴行 WHERE 改訂履歴ID = ? ORDER BY 順番"),
                           {id});
     while (q.next()) {
         PrintedRow r;

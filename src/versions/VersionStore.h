@@ -17,7 +17,7 @@ struct VersionHeader {
     qint64 id = 0; // the version number
     QString style;
     QString document;
-    QString name;  // the document's formal name
+    QString name; // the document's formal name
     QDateTime made;
     QDate effective;
 };

@@ -46,7 +46,8 @@ class DictCliTest : public QObject {
         std::FILE *out = std::tmpfile();
         std::FILE *err = std::tmpfile();
         Run r;
-        r.status = cli::run(QStringList{QStringLiteral("--root"), m_root, QStringLiteral("--yes")} + args, QStringLiteral(NORMARIS_APP_DIR), out, err);
+        r.status = cli::run(QStringList{QStringLiteral("--root"), m_root, QStringLiteral("--yes")} + args, QStringLiteral(NORMARIS_APP_DIR),
+                            out, err);
         r.out = readAll(out);
         r.err = readAll(err);
         return r;
@@ -68,7 +69,10 @@ class DictCliTest : public QObject {
         for (const char *table : {"規程", "前文", "施行日", "変数テーブル語句", "作成データ補助～条", "作成データ補助項～"}) {
             const QString column = QString::fromUtf8(table) == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
             counts << QString::fromUtf8(table) + u'='
-                          + test::valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code)).toString();
+                          + test::valueIn(
+                                file,
+                                QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code))
+                                .toString();
         }
         return counts.join(u' ');
     }
@@ -89,11 +93,13 @@ private slots:
         r = dict(QStringList{"dict", "docs", "list"} + company);
         QVERIFY2(r.out.contains(QStringLiteral("75\t安全衛生規程\tTrue\t安全衛生規程\tFalse\t1\n")), qPrintable(r.out));
 
-        const QString preamble = writeFile(QStringLiteral("75.txt"), QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n"));
+        const QString preamble =
+            writeFile(QStringLiteral("75.txt"), QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n"));
         r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", preamble});
         QCOMPARE(r.status, 0);
         r = dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "75"});
-        QCOMPARE(r.out, QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n正式名称 安全衛生規程\n文章種別 1\n前文\n= この規程は、\n= ☆0001☆\n"));
+        QCOMPARE(r.out,
+                 QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n正式名称 安全衛生規程\n文章種別 1\n前文\n= この規程は、\n= ☆0001☆\n"));
         // get piped into put changes nothing.
         const QString again = writeFile(QStringLiteral("again.txt"), r.out);
         QCOMPARE(dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", again}).status, 0);
@@ -105,17 +111,21 @@ private slots:
         QCOMPARE(r.status, 0);
         QCOMPARE(dict(QStringList{"dates", "add", "--company", kCompany, "--doc", "75", "2026/4/1"}).status, 0);
 
-        const QString three = writeFile(QStringLiteral("three.txt"), QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n= の規程とする。\n"));
+        const QString three =
+            writeFile(QStringLiteral("three.txt"),
+                      QStringLiteral("文章形式 1\n規程 75 安全衛生規程\n前文\n= この規程は、\n= ☆0001☆\n= の規程とする。\n"));
         r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "75", three});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("編集制限: 使用中のデータがあるため、分割の数を変更できません。\n"));
 
         const QString composed = rowsOf(QStringLiteral("75"));
-        QVERIFY2(composed.startsWith(QStringLiteral("規程=1 前文=2 施行日=1 変数テーブル語句=0 作成データ補助～条=")), qPrintable(composed));
+        QVERIFY2(composed.startsWith(QStringLiteral("規程=1 前文=2 施行日=1 変数テーブル語句=0 作成データ補助～条=")),
+                 qPrintable(composed));
         r = dict(QStringList{"dict", "docs", "edit"} + company + QStringList{"--code", "75", "--new-code", "76"});
         QCOMPARE(r.status, 0);
         QCOMPARE(rowsOf(QStringLiteral("76")), composed);
-        QCOMPARE(rowsOf(QStringLiteral("75")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
+        QCOMPARE(rowsOf(QStringLiteral("75")),
+                 QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
 
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
         QCOMPARE(r.status, 1);
@@ -123,7 +133,8 @@ private slots:
         QCOMPARE(dict(QStringList{"docs", "remove"} + company + QStringList{"--doc", "76"}).status, 0);
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "76"});
         QCOMPARE(r.status, 0);
-        QCOMPARE(rowsOf(QStringLiteral("76")), QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
+        QCOMPARE(rowsOf(QStringLiteral("76")),
+                 QStringLiteral("規程=0 前文=0 施行日=0 変数テーブル語句=0 作成データ補助～条=0 作成データ補助項～=0"));
 
         r = dict(QStringList{"dict", "docs", "delete"} + company + QStringList{"--code", "01"});
         QCOMPARE(r.status, 1);
@@ -138,10 +149,12 @@ private slots:
                                            << "入力エラー: 70～99を入力してください。･･･Code\n";
         QTest::newRow("standard code") << QStringList{"dict", "docs", "add", "--code", "5", "--name", "x"}
                                        << "入力エラー: 70～99を入力してください。･･･Code\n";
-        QTest::newRow("duplicate") << QStringList{"dict", "docs", "add", "--code", "80", "--name", "x"} << "入力エラー: Codeが重複しています。\n";
+        QTest::newRow("duplicate") << QStringList{"dict", "docs", "add", "--code", "80", "--name", "x"}
+                                   << "入力エラー: Codeが重複しています。\n";
         QTest::newRow("too long") << QStringList{"dict", "docs", "add", "--code", "81", "--name", QString(41, u'規')}
                                   << "入力のエラー: 項目の長さ(82)が制限(80)を越えています。 ･･･表示名称\n";
-        QTest::newRow("no name") << QStringList{"dict", "docs", "add", "--code", "81", "--name", ""} << "入力エラー: 未入力は許されません。･･･表示名称\n";
+        QTest::newRow("no name") << QStringList{"dict", "docs", "add", "--code", "81", "--name", ""}
+                                 << "入力エラー: 未入力は許されません。･･･表示名称\n";
         QTest::newRow("standard renumbered") << QStringList{"dict", "docs", "edit", "--code", "01", "--new-code", "02"}
                                              << "入力エラー: 01～69は変更できません。･･･Code\n";
     }
@@ -153,7 +166,9 @@ private slots:
         const Run r = dict(args + QStringList{"--company", kCompany, "--style", "1"});
         QCOMPARE(r.err, message);
         QCOMPARE(r.status, 1);
-        QCOMPARE(test::valueIn(m_root + QStringLiteral("/Data/甲/甲.sqlite"), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'")).toInt(), 0);
+        QCOMPARE(test::valueIn(m_root + QStringLiteral("/Data/甲/甲.sqlite"), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'"))
+                     .toInt(),
+                 0);
     }
 
     void putRefusesABadFile_data()

@@ -148,8 +148,10 @@ private slots:
         QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("変更の確認: 処理する種別を変更しますか？"),
                                               QStringLiteral("確認: 更新しました。フォームを閉じますか？"),
                                               QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")}));
-        QSqlQuery q = execSql(AppState::cn(), QStringLiteral("SELECT 結合 || '|' || 前文 || '|' || 結合種別 FROM 前文 WHERE 文章形式Code = '1' AND 規程Code = '75' "
-                                                             "ORDER BY CAST(結合 AS INTEGER)"));
+        QSqlQuery q =
+            execSql(AppState::cn(),
+                    QStringLiteral("SELECT 結合 || '|' || 前文 || '|' || 結合種別 FROM 前文 WHERE 文章形式Code = '1' AND 規程Code = '75' "
+                                   "ORDER BY CAST(結合 AS INTEGER)"));
         QStringList rows;
         while (q.next())
             rows << q.value(0).toString();
@@ -164,7 +166,8 @@ private slots:
         find<QRadioButton>(&sub, QStringLiteral("Option2_2"))->click();
         QVERIFY(!find<QComboBox>(&sub, QStringLiteral("DataCombo2"))->isHidden());
         QVERIFY(find<QComboBox>(&sub, QStringLiteral("DataCombo3"))->isHidden());
-        QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label11"))->text(), QStringLiteral("「規則・規程・労使協定」と「章」を指定してください"));
+        QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label11"))->text(),
+                 QStringLiteral("「規則・規程・労使協定」と「章」を指定してください"));
         click(&sub, QStringLiteral("Command1"));
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("未指定: 「規則・規程・労使協定」を指定してください")});
         // The pickers fill as the focus comes to them, and a change above empties those below.

@@ -29,12 +29,16 @@ int count(QSqlDatabase db, const QString &sql, const QVariantList &binds = {}) {
 // A clause 項 of one row at 章 01, 条 0001 of a document.
 void addParagraph(QSqlDatabase db, const QString &style, const QString &doc, const QString &code, const QString &text)
 {
-    insertRow(db, QStringLiteral("項"), {style, doc, QStringLiteral("01"), QStringLiteral("0001"), code, text, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, 0, QStringLiteral("0")});
+    insertRow(db, QStringLiteral("項"),
+              {style, doc, QStringLiteral("01"), QStringLiteral("0001"), code, text, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0,
+               0, QStringLiteral("0")});
 }
 
 void addWord(QSqlDatabase db, const QString &code, const QString &doc, const QString &kou, const QString &level)
 {
-    insertRow(db, QStringLiteral("変数テーブル語句"), {code, QStringLiteral("語") + code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou, QString(), QString(), QString(), QString(), level, QStringLiteral("見出し"), 0});
+    insertRow(db, QStringLiteral("変数テーブル語句"),
+              {code, QStringLiteral("語") + code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou, QString(), QString(), QString(),
+               QString(), level, QStringLiteral("見出し"), 0});
 }
 
 // A reference ◆code◆ standing in 項 kou of doc, pointing at 項 targetKou of target.
@@ -42,13 +46,16 @@ void addReference(QSqlDatabase db, const QString &code, const QString &doc, cons
                   const QString &targetKou)
 {
     insertRow(db, QStringLiteral("変数テーブル番号"),
-              {code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou, QString(), QString(), QString(), QString(), QStringLiteral("4"),
-               target, QStringLiteral("01"), QStringLiteral("0001"), targetKou, QString(), QString(), QString(), QString(), QStringLiteral("4")});
+              {code, doc, QStringLiteral("01"), QStringLiteral("0001"), kou, QString(), QString(), QString(), QString(),
+               QStringLiteral("4"), target, QStringLiteral("01"), QStringLiteral("0001"), targetKou, QString(), QString(), QString(),
+               QString(), QStringLiteral("4")});
 }
 
 void addComposition(QSqlDatabase db, const QString &table, const QString &style, const QString &doc, const QString &level)
 {
-    insertRow(db, table, {1, level, doc, 1, QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(), QStringLiteral("x"), 0, 0, 0, style, QString()});
+    insertRow(db, table,
+              {1, level, doc, 1, QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString(),
+               QStringLiteral("x"), 0, 0, 0, style, QString()});
 }
 
 } // namespace
@@ -85,12 +92,16 @@ class DictionaryTest : public QObject {
     }
     QStringList preambleRows(const QString &doc, const QString &style = kStyle)
     {
-        QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 結合, 改行, 前文, 変数語句, 結合種別 FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? "
-                                                   "ORDER BY CAST(結合 AS INTEGER)"),
-                              {style, doc});
+        QSqlQuery q =
+            execSql(m_db,
+                    QStringLiteral("SELECT 結合, 改行, 前文, 変数語句, 結合種別 FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? "
+                                   "ORDER BY CAST(結合 AS INTEGER)"),
+                    {style, doc});
         QStringList rows;
         while (q.next())
-            rows << QStringLiteral("%1|%2|%3|%4|%5").arg(q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), q.value(3).toString(), q.value(4).toString());
+            rows << QStringLiteral("%1|%2|%3|%4|%5")
+                        .arg(q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), q.value(3).toString(),
+                             q.value(4).toString());
         return rows;
     }
 
@@ -215,8 +226,8 @@ private slots:
         addReference(m_db, QStringLiteral("0951"), QStringLiteral("01"), QStringLiteral("91"), QStringLiteral("75"), QStringLiteral("01"));
         insertRow(m_db, QStringLiteral("施行日"), {kStyle, QStringLiteral("75"), QStringLiteral("2026-04-01")});
         insertRow(m_db, QStringLiteral("施行日"), {kOther, QStringLiteral("75"), QStringLiteral("2026-04-01")});
-        for (const QString &table : {QStringLiteral("作成データ補助～条"), QStringLiteral("作成データ補助項～"), QStringLiteral("作成データ置換前"),
-                                     QStringLiteral("作成データ")})
+        for (const QString &table : {QStringLiteral("作成データ補助～条"), QStringLiteral("作成データ補助項～"),
+                                     QStringLiteral("作成データ置換前"), QStringLiteral("作成データ")})
             addComposition(m_db, table, kStyle, QStringLiteral("75"), QStringLiteral("4"));
         writeTwoSegments();
 
@@ -235,12 +246,14 @@ private slots:
         // The word tables hold the seed's words too: the test's own are told by their documents.
         QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0012' AND 規程Code = '76'")), 1);
         QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0013' AND 規程Code = '75'")), 1);
-        QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0014' AND 規程Code = '75'")), 1); // a 前文 word stays
+        QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0014' AND 規程Code = '75'")),
+                 1); // a 前文 word stays
         QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE Code = '0001' AND 規程Code = '76'")), 1);
-        QCOMPARE(rowsOf(QStringLiteral("SELECT 変換参照■規程Code = '76' AND 規程Code = '01' FROM 変数テーブル番号 WHERE Code = '0951'")), 1);
+        QCOMPARE(rowsOf(QStringLiteral("SELECT 変換参照■規程Code = '76' AND 規程Code = '01' FROM 変数テーブル番号 WHERE Code = '0951'")),
+                 1);
         QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM 施行日 WHERE 規程Code = '76'")), 2);
-        for (const QString &table : {QStringLiteral("作成データ補助～条"), QStringLiteral("作成データ補助項～"), QStringLiteral("作成データ置換前"),
-                                     QStringLiteral("作成データ")})
+        for (const QString &table : {QStringLiteral("作成データ補助～条"), QStringLiteral("作成データ補助項～"),
+                                     QStringLiteral("作成データ置換前"), QStringLiteral("作成データ")})
             QCOMPARE(rowsOf(QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 規程Code = '75'").arg(table)), 0);
     }
 
@@ -251,8 +264,9 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("standard document") << "01" << 0 << "削除制限: ユーザー追加データ以外は削除できません。";
         QTest::newRow("composed") << "75" << 1 << "削除制限: 作成データとして使用中なので削除できません。";
-        QTest::newRow("referred to") << "75" << 2
-                                     << "削除制限(参照条文番号): 「本Code又は本Codeに含まれる下位Code」が「他条文」から参照されているため削除できません。";
+        QTest::newRow("referred to")
+            << "75" << 2
+            << "削除制限(参照条文番号): 「本Code又は本Codeに含まれる下位Code」が「他条文」から参照されているため削除できません。";
     }
     void deleteRefusals()
     {
@@ -265,7 +279,8 @@ private slots:
             addParagraph(m_db, kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("本文"));
             // The other document's clause, scanned after 75's own (Code order).
             addParagraph(m_db, kStyle, QStringLiteral("01"), QStringLiteral("91"), QStringLiteral("◆0951◆を見よ"));
-            addReference(m_db, QStringLiteral("0951"), QStringLiteral("01"), QStringLiteral("91"), QStringLiteral("75"), QStringLiteral("02"));
+            addReference(m_db, QStringLiteral("0951"), QStringLiteral("01"), QStringLiteral("91"), QStringLiteral("75"),
+                         QStringLiteral("02"));
         }
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, code), Outcome::Stopped);
         QCOMPARE(m_prompt.lines(), QStringList{message});
@@ -294,14 +309,17 @@ private slots:
         addComposition(m_db, QStringLiteral("作成データ補助～条"), kStyle, QStringLiteral("75"), QStringLiteral("1"));
         m_prompt.answer({false});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Stopped);
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("削除の確認:  75 社内規程 を削除しますか？\n前文および章以下のデータがある場合は、それらも一緒に削除します。")});
+        QCOMPARE(m_prompt.lines(),
+                 QStringList{QStringLiteral(
+                     "削除の確認:  75 社内規程 を削除しますか？\n前文および章以下のデータがある場合は、それらも一緒に削除します。")});
         m_prompt.answer({true});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Done);
         for (const QString &table : {QStringLiteral("前文"), QStringLiteral("項"), QStringLiteral("作成データ補助～条")})
             QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = '1' AND 規程Code = '75'").arg(table)), 0);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = '2' AND 規程Code = '75'")), 1);
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code) FROM 変数テーブル語句 WHERE 規程Code = '75'")).toString(), QStringLiteral("0013"));
+        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code) FROM 変数テーブル語句 WHERE 規程Code = '75'")).toString(),
+                 QStringLiteral("0013"));
     }
 
     void aFailedCascadeLeavesNothing()
@@ -417,7 +435,9 @@ private slots:
         QFETCH(QString, result);
         writeTwoSegments();
         addWord(m_db, QStringLiteral("0007"), QStringLiteral("75"), QString(), QStringLiteral("10"));
-        insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("3"), 0, QStringLiteral("★0007★"), 1, 1, 0, QStringLiteral("1")});
+        insertRow(m_db, QStringLiteral("前文"),
+                  {kStyle, QStringLiteral("75"), QStringLiteral("01"), QStringLiteral("3"), 0, QStringLiteral("★0007★"), 1, 1, 0,
+                   QStringLiteral("1")});
         SegmentEditor editor(m_db, ClausePlace::preamble(kStyle, QStringLiteral("75")), QStringLiteral("1"));
         QVERIFY(editor.open(m_prompt));
         QCOMPARE(editor.segments()[2].word, QStringLiteral("語0007"));
@@ -442,7 +462,10 @@ private slots:
     {
         addWord(m_db, QStringLiteral("0007"), QStringLiteral("75"), QString(), QStringLiteral("10"));
         for (int i = 1; i <= 4; ++i)
-            insertRow(m_db, QStringLiteral("前文"), {kStyle, QStringLiteral("75"), QStringLiteral("01"), QString::number(i), 0, i == 4 ? QStringLiteral("★0007★") : QStringLiteral("文"), i == 4, 1, 0, i == 4 ? QStringLiteral("1") : QStringLiteral("0")});
+            insertRow(m_db, QStringLiteral("前文"),
+                      {kStyle, QStringLiteral("75"), QStringLiteral("01"), QString::number(i), 0,
+                       i == 4 ? QStringLiteral("★0007★") : QStringLiteral("文"), i == 4, 1, 0,
+                       i == 4 ? QStringLiteral("1") : QStringLiteral("0")});
         SegmentEditor editor(m_db, ClausePlace::preamble(kStyle, QStringLiteral("75")), QStringLiteral("1"));
         QVERIFY(!editor.open(m_prompt));
         QCOMPARE(m_prompt.shown().size(), 1);
@@ -458,7 +481,9 @@ private slots:
         editor.provideWord(QStringLiteral("0007"), QStringLiteral("新しい語"), QStringLiteral("見出し"));
         editor.setChosenValue(1, QStringLiteral("0007"), QStringLiteral("新しい語"));
         QCOMPARE(editor.update(m_prompt), Outcome::Done);
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(結合 || '|' || 語句 || '|' || 種別) FROM 変数テーブル語句 WHERE Code = '0007' AND 規程Code = '75'")).toString(),
+        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(結合 || '|' || 語句 || '|' || 種別) FROM 変数テーブル語句 WHERE Code = "
+                                             "'0007' AND 規程Code = '75'"))
+                     .toString(),
                  QStringLiteral("2|新しい語|10"));
         QCOMPARE(preambleRows(QStringLiteral("75")), (QStringList{"1|0|甲|0|0", "2|0|★0007★|1|1"}));
     }
@@ -469,11 +494,14 @@ private slots:
         QTest::addColumn<QStringList>("texts");
         QTest::addColumn<QString>("message");
         // The standard 前文 of 31: ☆0001☆ / （以下…）と / ☆0010☆… / とは、…
-        QTest::newRow("edited in use") << true << QStringList{"☆0001☆", "（以下「当社」という。）と", "☆0010☆（以下「従業員代表」という。）", "とは、協定する。"}
+        QTest::newRow("edited in use") << true
+                                       << QStringList{"☆0001☆", "（以下「当社」という。）と", "☆0010☆（以下「従業員代表」という。）",
+                                                      "とは、協定する。"}
                                        << QString();
         QTest::newRow("marker moved in use") << true << QStringList{"（以下）と", "☆0001☆", "☆0010☆（以下）", "とは、協定する。"}
                                              << "編集制限: 使用中のデータがあるため、埋込記号の移動・削除はできません。";
-        QTest::newRow("count changed in use") << true << QStringList{"☆0001☆", "☆0010☆"} << "編集制限: 使用中のデータがあるため、分割の数を変更できません。";
+        QTest::newRow("count changed in use") << true << QStringList{"☆0001☆", "☆0010☆"}
+                                              << "編集制限: 使用中のデータがあるため、分割の数を変更できません。";
         QTest::newRow("count changed, not in use") << false << QStringList{"☆0001☆と☆0010☆は協定する。"} << QString();
         QTest::newRow("emptied agreement") << false << QStringList{} << "削除制限: ユーザー追加データ以外は削除できません。";
     }
@@ -512,7 +540,8 @@ private slots:
         QCOMPARE(code, QStringLiteral("0001"));
         QCOMPARE(chooseBasicPhrase(m_prompt, m_db, QStringLiteral("2"), code, QStringLiteral("日付")), Outcome::Done);
         QCOMPARE(code, QStringLiteral("0030"));
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code || ':' || 語句) FROM 基本語句更新後")).toString(), QStringLiteral("0030:2"));
+        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code || ':' || 語句) FROM 基本語句更新後")).toString(),
+                 QStringLiteral("0030:2"));
     }
 
     // The text of a 前文 read back through its editor changes nothing.

@@ -142,12 +142,11 @@ private slots:
     {
         QTest::addColumn<QString>("id");
         QTest::addColumn<QStringList>("expected"); // properties the style must have
-        QTest::newRow("Normal") << u"Normal"_qs
-                                << QStringList{u"widowControl"_qs, u"rFonts@ascii=ＭＳ 明朝"_qs, u"rFonts@hAnsi=ＭＳ 明朝"_qs,
-                                               u"rFonts@eastAsia=ＭＳ 明朝"_qs, u"rFonts@cs=ＭＳ 明朝"_qs, u"rFonts@hint=eastAsia"_qs};
-        QTest::newRow("章") << u"ChapterHeading"_qs
-                           << QStringList{u"basedOn@val=Normal"_qs, u"next@val=Normal"_qs, u"keepNext"_qs, u"jc@val=center"_qs,
-                                          u"outlineLvl@val=0"_qs, u"b"_qs};
+        QTest::newRow("Normal") << u"Normal"_qs << QStringList{u"widowControl"_qs,           u"rFonts@ascii=ＭＳ 明朝"_qs,
+                                                               u"rFonts@hAnsi=ＭＳ 明朝"_qs, u"rFonts@eastAsia=ＭＳ 明朝"_qs,
+                                                               u"rFonts@cs=ＭＳ 明朝"_qs,    u"rFonts@hint=eastAsia"_qs};
+        QTest::newRow("章") << u"ChapterHeading"_qs << QStringList{u"basedOn@val=Normal"_qs, u"next@val=Normal"_qs,  u"keepNext"_qs,
+                                                                   u"jc@val=center"_qs,      u"outlineLvl@val=0"_qs, u"b"_qs};
         QTest::newRow("条") << u"ArticleHeading"_qs << QStringList{u"keepNext"_qs, u"outlineLvl@val=1"_qs};
         QTest::newRow("項") << u"Paragraph"_qs << QStringList{u"ind@hangingChars=100"_qs, u"ind@leftChars=100"_qs};
         QTest::newRow("イ") << u"Iroha"_qs << QStringList{u"ind@hangingChars=400"_qs, u"ind@left=840"_qs};
@@ -193,7 +192,8 @@ private slots:
                                      << QStringList{u"b@val=0"_qs, u"bCs@val=0"_qs};
         QTest::newRow("項 without indent") << int(Style::Paragraph) << int(Align::Left) << 0 << false << u"Paragraph"_qs
                                            << QStringList{u"ind@left=0"_qs, u"ind@leftChars=0"_qs};
-        QTest::newRow("body centred") << int(Style::Body) << int(Align::Center) << 0 << false << QString() << QStringList{u"jc@val=center"_qs};
+        QTest::newRow("body centred") << int(Style::Body) << int(Align::Center) << 0 << false << QString()
+                                      << QStringList{u"jc@val=center"_qs};
     }
     void paragraphsUseStyles()
     {
@@ -288,9 +288,8 @@ private slots:
         typeWithContents(typist);
         const Saved saved = save(typist, m_temp->filePath(QStringLiteral("keep.docx")));
         const QList<DocxParagraph> &ps = saved.body.paragraphs;
-        const auto chapter = std::find_if(ps.begin(), ps.end(), [](const DocxParagraph &p) {
-            return p.props.value(QStringLiteral("pStyle@val")) == u"ChapterHeading";
-        });
+        const auto chapter = std::find_if(
+            ps.begin(), ps.end(), [](const DocxParagraph &p) { return p.props.value(QStringLiteral("pStyle@val")) == u"ChapterHeading"; });
         QVERIFY(chapter != ps.end() && chapter + 2 < ps.end());
         QVERIFY((chapter + 1)->runs.isEmpty());
         QVERIFY((chapter + 1)->props.contains(QStringLiteral("keepNext")));
@@ -316,7 +315,8 @@ private slots:
         }
         QCOMPARE(SettingSubstitution(company.db, prompt).run(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
         DocxTypist typist;
-        QCOMPARE(DocumentRenderer(company.db, prompt).render(typist, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()), Outcome::Done);
+        QCOMPARE(DocumentRenderer(company.db, prompt).render(typist, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()),
+                 Outcome::Done);
         const QString docx = m_temp->filePath(QStringLiteral("就業規則.docx"));
         typist.save(docx);
         QString error;
@@ -342,7 +342,8 @@ private slots:
             ++numbered;
             // The table of contents is all headings: only the body's pages count.
             if (i >= 5 && lines.size() >= 2)
-                QVERIFY2(!heading.match(lines[lines.size() - 2]).hasMatch(), qPrintable(QStringLiteral("page %1 ends with %2").arg(i + 1).arg(lines[lines.size() - 2])));
+                QVERIFY2(!heading.match(lines[lines.size() - 2]).hasMatch(),
+                         qPrintable(QStringLiteral("page %1 ends with %2").arg(i + 1).arg(lines[lines.size() - 2])));
         }
         QVERIFY(numbered > 20);
         const QStringList fonts = pdfReport(QStringLiteral("pdffonts"), pdf, &error).split(u'\n', Qt::SkipEmptyParts).mid(2);

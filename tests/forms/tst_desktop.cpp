@@ -54,24 +54,29 @@ const QList<std::pair<QString, Factory>> &dialogTable()
         {QStringLiteral("会社削除"), [] { return new frmDBSakujyo; }},
         {QStringLiteral("バックアップ"), [] { return new frmBackup; }},
         {QStringLiteral("データベース最適化"), [] { return new frmSaiteki; }},
-        {QStringLiteral("各種設定"), [] {
+        {QStringLiteral("各種設定"),
+         [] {
              AppState::instance().DateSettingEnabled = true;
              return new frmKakusyusettei;
          }},
         {QStringLiteral("基本設定"), [] { return new frmKihon; }},
         {QStringLiteral("日付の設定"), [] { return new frmSekoubi; }},
         {QStringLiteral("データ作成（規則・規程・協定の指定）"), [] { return new frmMakesentaku; }},
-        {QStringLiteral("条までの設定"), [] {
+        {QStringLiteral("条までの設定"),
+         [] {
              AppState::instance().ArticlePanelActive = true;
              return new frmMakesentakuSub;
          }},
         {QStringLiteral("データエクスポート"), [] { return new frmExport; }},
         {QStringLiteral("語句設定（条の指定）"), [] { return new frmGokusentakuSub; }},
-        {QStringLiteral("埋込語句の設定"), [] {
+        {QStringLiteral("埋込語句の設定"),
+         [] {
              AppState &state = AppState::instance();
-             const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
-                                                                         "AND 種別 <> '10' AND 選択フラグ = 1 GROUP BY 章Code, 条Code "
-                                                                         "ORDER BY count(*) DESC LIMIT 1")).toString();
+             const QString place =
+                 scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
+                                                       "AND 種別 <> '10' AND 選択フラグ = 1 GROUP BY 章Code, 条Code "
+                                                       "ORDER BY count(*) DESC LIMIT 1"))
+                     .toString();
              state.CurShoCode = place.section(u' ', 0, 0);
              state.CurJoCode = place.section(u' ', 1, 1);
              state.WordsPreviewAllowed = true;
@@ -220,8 +225,11 @@ private slots:
     // stay chosen when the lists close, and 次へ opens the words with Wordで確認.
     void mousePickInTheWordsChooserStays()
     {
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
-                                                                    "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER) DESC LIMIT 1")).toString();
+        const QString place =
+            scalar(AppState::cn(),
+                   QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
+                                  "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER) DESC LIMIT 1"))
+                .toString();
         frmGokusentakuSub form;
         form.show();
         activate(&form);
@@ -267,9 +275,10 @@ private slots:
         QVERIFY(rows > 100);
         m_session->prompt.answer({false});
         QTest::keyClick(list, Qt::Key_Return);
-        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("リストから外す確認: 『就業規則』をリストから外します。\n"
-                                                                       "この規則・規程・協定で選択した章・条・項などの構成はすべて削除され、元に戻せません。\n\n"
-                                                                       "よろしいですか？")});
+        QCOMPARE(m_session->prompt.lines(),
+                 QStringList{QStringLiteral("リストから外す確認: 『就業規則』をリストから外します。\n"
+                                            "この規則・規程・協定で選択した章・条・項などの構成はすべて削除され、元に戻せません。\n\n"
+                                            "よろしいですか？")});
         QVERIFY(m_session->prompt.shown().first().noByDefault);
         QCOMPARE(scalar(AppState::cn(), rowsOf01).toInt(), rows);
         QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則"));
@@ -361,12 +370,12 @@ private slots:
             QSKIP("NORMARIS_SCREENSHOT_DIR is not set");
         QList<std::pair<QString, Factory>> all = dialogTable();
         all << std::pair{QStringLiteral("項以下の設定"), Factory([] {
-                   AppState &state = AppState::instance();
-                   state.ParagraphPanelActive = true;
-                   state.CurShoCode = QStringLiteral("01");
-                   state.CurJoCode = QStringLiteral("0001");
-                   return static_cast<QDialog *>(new frmMakesentakuSub2);
-               })};
+                             AppState &state = AppState::instance();
+                             state.ParagraphPanelActive = true;
+                             state.CurShoCode = QStringLiteral("01");
+                             state.CurJoCode = QStringLiteral("0001");
+                             return static_cast<QDialog *>(new frmMakesentakuSub2);
+                         })};
         for (int i = 0; i < all.size(); ++i) {
             std::unique_ptr<QDialog> dialog(all[i].second());
             dialog->show();
@@ -383,7 +392,8 @@ private slots:
     }
 
 private:
-    template <class T> static T *find(QWidget *form, const QString &name)
+    template<class T>
+    static T *find(QWidget *form, const QString &name)
     {
         auto *w = form->findChild<T *>(name);
         if (!w)

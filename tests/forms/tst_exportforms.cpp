@@ -69,7 +69,8 @@ private slots:
         auto *dearu = child<QListWidget>(form, QStringLiteral("DataList1"));
         auto *desumasu = child<QListWidget>(form, QStringLiteral("DataList2"));
         QCOMPARE(form.windowTitle(), QStringLiteral("データエクスポート"));
-        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05")}));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"),
+                                              QStringLiteral("05")}));
         QVERIFY(dearu->isVisible() && !desumasu->isVisible());
         QVERIFY(!child<QGroupBox>(form, QStringLiteral("Frame5"))->isVisible());
 
@@ -88,7 +89,8 @@ private slots:
 
         click(form, QStringLiteral("Option2_0"));
         click(form, QStringLiteral("Option4_0"));
-        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05")}));
+        QCOMPARE(itemsOf(dearu), (QStringList{QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"),
+                                              QStringLiteral("05")}));
         QVERIFY(child<QPushButton>(form, QStringLiteral("Command5"))->isEnabled());
     }
 
@@ -147,8 +149,8 @@ private slots:
         int previewed = 0;
         form.showPrintPreview = [&](const PdfTypist &) { ++previewed; };
         click(form, QStringLiteral("cmdPdf"));
-        QCOMPARE(QFileInfo(proposed).fileName(),
-                 AppState::instance().CompanyName + QStringLiteral("_就業規則届_") + QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".pdf"));
+        QCOMPARE(QFileInfo(proposed).fileName(), AppState::instance().CompanyName + QStringLiteral("_就業規則届_")
+                                                     + QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".pdf"));
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("処理完了: PDF「%1」を保存しました。").arg(chosen)});
         QFile pdf(chosen);
         QVERIFY(pdf.open(QIODevice::ReadOnly));

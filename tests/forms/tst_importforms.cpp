@@ -94,53 +94,57 @@ private slots:
         frmMain01 main;
         main.show();
         QVERIFY(main.command(4)->isVisible());
-        const int played = play([&] { main.command(4)->click(); },
-            {
-                {QStringLiteral("frmCopy01"), [&](QWidget *form) {
-                     // By the keyboard: the list, then Enter on the default 次へ.
-                     auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
-                     list->setFocus();
-                     list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
-                     QTest::keyClick(form, Qt::Key_Return);
-                 }},
-                {QStringLiteral("frmCopy02"), [&](QWidget *form) {
-                     click(form, QStringLiteral("Command1")); // no style yet
-                     QCOMPARE(prompt.lines().last(), QStringLiteral("文章形式の指定: 文章形式を指定してください。"));
-                     click(form, QStringLiteral("Option1_0"));
-                     click(form, QStringLiteral("Command1"));
-                 }},
-                {QStringLiteral("frmCopy03"), [&](QWidget *form) {
-                     QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label10"))->text(), QStringLiteral("である調"));
-                     click(form, QStringLiteral("Option2_2"));
-                     QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label11"))->text(),
-                              QStringLiteral("「規則・規程・労使協定」～「条」を指定してください"));
-                     QVERIFY(form->findChild<QComboBox *>(QStringLiteral("DataCombo3"))->isVisibleTo(form));
-                     QVERIFY(!form->findChild<QComboBox *>(QStringLiteral("DataCombo4"))->isVisibleTo(form));
-                     // A list whose parent is not chosen stays shut and says which.
-                     form->findChild<QComboBox *>(QStringLiteral("DataCombo2"))->showPopup();
-                     QCOMPARE(prompt.lines().last(), QStringLiteral("未指定: 「規則・規程・労使協定」を指定してください"));
-                     click(form, QStringLiteral("Command1"));
-                     QCOMPARE(prompt.lines().last(), QStringLiteral("未指定: 「規則・規程・労使協定」を指定してください"));
-                     pick(form, QStringLiteral("DataCombo1"), QStringLiteral("75"));
-                     QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label7_0"))->text(), QStringLiteral("75"));
-                     pick(form, QStringLiteral("DataCombo2"), QStringLiteral("70"));
-                     pick(form, QStringLiteral("DataCombo3"), QStringLiteral("7001"));
-                     // The current company lacks document 75: the parent test refuses.
-                     click(form, QStringLiteral("Command1"));
-                     QCOMPARE(prompt.lines().last(),
-                              QStringLiteral("処理不可: 自社データに章Code：70が存在しないためデータ取込を中止します。"));
-                     // The document itself goes in, and the step stays for the next one.
-                     click(form, QStringLiteral("Option2_0"));
-                     QCOMPARE(form->findChild<QComboBox *>(QStringLiteral("DataCombo1"))->currentIndex(), -1);
-                     pick(form, QStringLiteral("DataCombo1"), QStringLiteral("75"));
-                     click(form, QStringLiteral("Command1"));
-                     QCOMPARE(prompt.lines().last(), QStringLiteral("処理完了: データ取込処理が完了しました。"));
-                     QVERIFY(form->isVisible());
-                     QTest::keyClick(form, Qt::Key_Escape);
-                 }},
-                {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("Command2")); }},
-                {QStringLiteral("frmCopy01"), [](QWidget *form) { click(form, QStringLiteral("Command3")); }},
-            });
+        const int played =
+            play([&] { main.command(4)->click(); },
+                 {
+                     {QStringLiteral("frmCopy01"),
+                      [&](QWidget *form) {
+                          // By the keyboard: the list, then Enter on the default 次へ.
+                          auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
+                          list->setFocus();
+                          list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
+                          QTest::keyClick(form, Qt::Key_Return);
+                      }},
+                     {QStringLiteral("frmCopy02"),
+                      [&](QWidget *form) {
+                          click(form, QStringLiteral("Command1")); // no style yet
+                          QCOMPARE(prompt.lines().last(), QStringLiteral("文章形式の指定: 文章形式を指定してください。"));
+                          click(form, QStringLiteral("Option1_0"));
+                          click(form, QStringLiteral("Command1"));
+                      }},
+                     {QStringLiteral("frmCopy03"),
+                      [&](QWidget *form) {
+                          QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label10"))->text(), QStringLiteral("である調"));
+                          click(form, QStringLiteral("Option2_2"));
+                          QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label11"))->text(),
+                                   QStringLiteral("「規則・規程・労使協定」～「条」を指定してください"));
+                          QVERIFY(form->findChild<QComboBox *>(QStringLiteral("DataCombo3"))->isVisibleTo(form));
+                          QVERIFY(!form->findChild<QComboBox *>(QStringLiteral("DataCombo4"))->isVisibleTo(form));
+                          // A list whose parent is not chosen stays shut and says which.
+                          form->findChild<QComboBox *>(QStringLiteral("DataCombo2"))->showPopup();
+                          QCOMPARE(prompt.lines().last(), QStringLiteral("未指定: 「規則・規程・労使協定」を指定してください"));
+                          click(form, QStringLiteral("Command1"));
+                          QCOMPARE(prompt.lines().last(), QStringLiteral("未指定: 「規則・規程・労使協定」を指定してください"));
+                          pick(form, QStringLiteral("DataCombo1"), QStringLiteral("75"));
+                          QCOMPARE(form->findChild<QLabel *>(QStringLiteral("Label7_0"))->text(), QStringLiteral("75"));
+                          pick(form, QStringLiteral("DataCombo2"), QStringLiteral("70"));
+                          pick(form, QStringLiteral("DataCombo3"), QStringLiteral("7001"));
+                          // The current company lacks document 75: the parent test refuses.
+                          click(form, QStringLiteral("Command1"));
+                          QCOMPARE(prompt.lines().last(),
+                                   QStringLiteral("処理不可: 自社データに章Code：70が存在しないためデータ取込を中止します。"));
+                          // The document itself goes in, and the step stays for the next one.
+                          click(form, QStringLiteral("Option2_0"));
+                          QCOMPARE(form->findChild<QComboBox *>(QStringLiteral("DataCombo1"))->currentIndex(), -1);
+                          pick(form, QStringLiteral("DataCombo1"), QStringLiteral("75"));
+                          click(form, QStringLiteral("Command1"));
+                          QCOMPARE(prompt.lines().last(), QStringLiteral("処理完了: データ取込処理が完了しました。"));
+                          QVERIFY(form->isVisible());
+                          QTest::keyClick(form, Qt::Key_Escape);
+                      }},
+                     {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("Command2")); }},
+                     {QStringLiteral("frmCopy01"), [](QWidget *form) { click(form, QStringLiteral("Command3")); }},
+                 });
         QCOMPARE(played, 5);
         QVERIFY(!SourceCompany::isOpen());
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 条 WHERE Code = '7001'")).toInt(), 1);

@@ -33,14 +33,18 @@ inline void addUserChain(const QString &file, const QString &style = QStringLite
 {
     {
         QSqlDatabase db = openDatabase(file, kUserConnection);
-        insertRow(db, QStringLiteral("規程"), {style, kUserCodes[0], QStringLiteral("テスト規程"), 0, QStringLiteral("テスト規程"), 1, QStringLiteral("1")});
-        insertRow(db, QStringLiteral("前文"), {style, kUserCodes[0], QStringLiteral("01"), QStringLiteral("0"), 0,
-                                              QStringLiteral("この規程は試しの規程である。"), 0, 0, 1, QStringLiteral("0")});
+        insertRow(db, QStringLiteral("規程"),
+                  {style, kUserCodes[0], QStringLiteral("テスト規程"), 0, QStringLiteral("テスト規程"), 1, QStringLiteral("1")});
+        insertRow(db, QStringLiteral("前文"),
+                  {style, kUserCodes[0], QStringLiteral("01"), QStringLiteral("0"), 0, QStringLiteral("この規程は試しの規程である。"), 0, 0,
+                   1, QStringLiteral("0")});
         insertRow(db, QStringLiteral("章"), {style, kUserCodes[0], kUserCodes[1], QStringLiteral("総則"), 0, 1});
-        insertRow(db, QStringLiteral("条"), {style, kUserCodes[0], kUserCodes[1], kUserCodes[2], QStringLiteral("目的"), 0, QStringLiteral("目的"), 1});
+        insertRow(db, QStringLiteral("条"),
+                  {style, kUserCodes[0], kUserCodes[1], kUserCodes[2], QStringLiteral("目的"), 0, QStringLiteral("目的"), 1});
         insertRow(db, QStringLiteral("項"), clauseRow(Level::Paragraph, style, QStringLiteral("従業員は、"), QStringLiteral("1")));
         insertRow(db, QStringLiteral("項"), clauseRow(Level::Paragraph, style, QStringLiteral("★7501★"), QStringLiteral("2")));
-        insertRow(db, QStringLiteral("項"), clauseRow(Level::Paragraph, style, QStringLiteral("を守り、◆7502◆に従う。"), QStringLiteral("3")));
+        insertRow(db, QStringLiteral("項"),
+                  clauseRow(Level::Paragraph, style, QStringLiteral("を守り、◆7502◆に従う。"), QStringLiteral("3")));
         insertRow(db, QStringLiteral("号"), clauseRow(Level::Item, style, QStringLiteral("出勤すること")));
         insertRow(db, QStringLiteral("号の細分丸"), clauseRow(Level::Maru, style, QStringLiteral("定時に")));
         insertRow(db, QStringLiteral("号の細分イロハ"), clauseRow(Level::Iroha, style, QStringLiteral("朝に")));
@@ -50,8 +54,8 @@ inline void addUserChain(const QString &file, const QString &style = QStringLite
                       + QVariantList{QStringLiteral("2"), QStringLiteral("4"), QStringLiteral("守るもの"), 1});
         insertRow(db, QStringLiteral("変数テーブル番号"),
                   QVariantList{QStringLiteral("7502")} + place
-                      + QVariantList{QStringLiteral("3"), QStringLiteral("4"), kUserCodes[0], kUserCodes[1], kUserCodes[2],
-                                     QString(), QString(), QString(), QString(), QString(), QStringLiteral("3")});
+                      + QVariantList{QStringLiteral("3"), QStringLiteral("4"), kUserCodes[0], kUserCodes[1], kUserCodes[2], QString(),
+                                     QString(), QString(), QString(), QString(), QStringLiteral("3")});
     }
     closeDatabase(kUserConnection);
 }

@@ -91,8 +91,10 @@ class ImportTest : public QObject {
                 const QString table = dictionaryTable(at);
                 const QString columns = u'"' + schemaTable(table).columnNames().join(QStringLiteral("\",\"")) + u'"';
                 const KeyFilter filter = keyFilter(at, QStringLiteral("1"), kUserCodes.mid(0, ImportPlace::depthOf(at) + 1));
-                execSql(target, QStringLiteral("INSERT INTO main.\"%1\" (%2) SELECT %2 FROM src.\"%1\" WHERE %3").arg(table, columns, filter.where()),
-                        filter.values);
+                execSql(
+                    target,
+                    QStringLiteral("INSERT INTO main.\"%1\" (%2) SELECT %2 FROM src.\"%1\" WHERE %3").arg(table, columns, filter.where()),
+                    filter.values);
             }
             execSql(target, QStringLiteral("DETACH DATABASE src"));
         }
@@ -105,8 +107,9 @@ private slots:
     {
         QTest::addColumn<int>("depth");
         QTest::addColumn<QStringList>("copied"); // tables that gain rows
-        const QStringList all = {QStringLiteral("規程"), QStringLiteral("前文"), QStringLiteral("章"), QStringLiteral("条"),
-                                 QStringLiteral("項"), QStringLiteral("号"), QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ")};
+        const QStringList all = {
+            QStringLiteral("規程"), QStringLiteral("前文"), QStringLiteral("章"),         QStringLiteral("条"),
+            QStringLiteral("項"),   QStringLiteral("号"),   QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ")};
         QTest::newRow("規程") << 0 << all;
         QTest::newRow("章") << 1 << all.mid(2);
         QTest::newRow("条") << 2 << all.mid(3);
@@ -145,7 +148,8 @@ private slots:
         QCOMPARE(paragraphText(pair.target), paragraphText(SourceCompany::connection()));
         QCOMPARE(count(pair.target, QStringLiteral("項"), QStringLiteral("規程Code = '75'")), 3); // all three segments
         QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 選択フラグ FROM 規程 WHERE Code = '75'")).toInt(), 0);
-        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE Code = '7501'")).toString(), QStringLiteral("就業規則"));
+        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE Code = '7501'")).toString(),
+                 QStringLiteral("就業規則"));
         QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 選択フラグ FROM 変数テーブル語句 WHERE Code = '7501'")).toInt(), 0);
         QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 変換参照■種別 FROM 変数テーブル番号 WHERE Code = '7502'")).toString(),
                  QStringLiteral("3"));
@@ -200,10 +204,13 @@ private slots:
         QTest::addColumn<QString>("table");
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("message");
-        QTest::newRow("word used by the text") << QStringLiteral("変数テーブル語句") << QStringLiteral("7501")
-                                               << QStringLiteral("Code重複: 自社データに埋込語句の重複Codeがあるためデータ取込を中止します。\n埋込語句の重複Code：7501");
-        QTest::newRow("reference used by the text") << QStringLiteral("変数テーブル番号") << QStringLiteral("7502")
-                                                    << QStringLiteral("Code重複: 自社データに参照条文番号の重複Codeがあるためデータ取込を中止します。\n参照条文番号の重複Code：7502");
+        QTest::newRow("word used by the text")
+            << QStringLiteral("変数テーブル語句") << QStringLiteral("7501")
+            << QStringLiteral("Code重複: 自社データに埋込語句の重複Codeがあるためデータ取込を中止します。\n埋込語句の重複Code：7501");
+        QTest::newRow("reference used by the text")
+            << QStringLiteral("変数テーブル番号") << QStringLiteral("7502")
+            << QStringLiteral(
+                   "Code重複: 自社データに参照条文番号の重複Codeがあるためデータ取込を中止します。\n参照条文番号の重複Code：7502");
         QTest::newRow("word the text does not use") << QStringLiteral("変数テーブル語句") << QStringLiteral("7502") << QString();
     }
     void markerConflicts()
@@ -214,7 +221,9 @@ private slots:
         Pair pair;
         pair.addParents(Level::Article);
         // The target's document already has a marker row of the code, elsewhere in it.
-        execSql(pair.target, QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table), {code});
+        execSql(pair.target,
+                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
+                {code});
         // The source also has an unused word row of 7502 under the entry.
         execIn(pair.sourceFile(), QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
                                                  "VALUES ('7502', '75', '70', '7001', '70', '1', '4')"));
@@ -241,13 +250,15 @@ private slots:
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Article)), Outcome::Done);
         QCOMPARE(count(pair.target, QStringLiteral("変数テーブル語句"), QStringLiteral("Code = '7501'")), 1);
-        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE Code = '7501'")).toString(), QStringLiteral("後の語句"));
+        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE Code = '7501'")).toString(),
+                 QStringLiteral("後の語句"));
     }
 
     void failureInTheWordsRollsBackTheClauses()
     {
         Pair pair;
-        execSql(pair.target, QStringLiteral("CREATE TRIGGER refuse_words BEFORE INSERT ON 変数テーブル語句 BEGIN SELECT RAISE(ABORT, 'no'); END"));
+        execSql(pair.target,
+                QStringLiteral("CREATE TRIGGER refuse_words BEFORE INSERT ON 変数テーブル語句 BEGIN SELECT RAISE(ABORT, 'no'); END"));
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Document)), Outcome::Failed);
@@ -298,7 +309,8 @@ private slots:
         QTest::newRow("segment of 250 bytes") << QStringLiteral("項") << QStringLiteral("項") << QVariant(QString(125, u'あ')) << true;
         QTest::newRow("segment of 252 bytes") << QStringLiteral("項") << QStringLiteral("項") << QVariant(QString(126, u'あ')) << false;
         QTest::newRow("control character") << QStringLiteral("章") << QStringLiteral("章") << QVariant(QStringLiteral("総\x01則")) << false;
-        QTest::newRow("word of 82 bytes") << QStringLiteral("変数テーブル語句") << QStringLiteral("語句") << QVariant(QString(41, u'あ')) << false;
+        QTest::newRow("word of 82 bytes") << QStringLiteral("変数テーブル語句") << QStringLiteral("語句") << QVariant(QString(41, u'あ'))
+                                          << false;
         QTest::newRow("code with a letter") << QStringLiteral("条") << QStringLiteral("Code") << QVariant(QStringLiteral("70a1")) << false;
         QTest::newRow("empty place code") << QStringLiteral("項") << QStringLiteral("号Code") << QVariant(QString()) << true;
         QTest::newRow("flag of 2") << QStringLiteral("項") << QStringLiteral("選択フラグ") << QVariant(2) << false;
@@ -319,14 +331,21 @@ private slots:
         const QString refused = QStringLiteral("会社指定の確認: 『取込元』のデータは取り込めません。");
         QTest::newRow("not SQLite") << QStringLiteral("text") << refused + QStringLiteral("データベースのファイルではありません。");
         QTest::newRow("empty") << QStringLiteral("empty") << refused + QStringLiteral("データベースのファイルではありません。");
-        QTest::newRow("another schema") << QStringLiteral("schema") << refused + QStringLiteral("本システムの会社データではありません。表「文章形式」がありません。");
-        QTest::newRow("trigger") << QStringLiteral("trigger") << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。");
+        QTest::newRow("another schema") << QStringLiteral("schema")
+                                        << refused + QStringLiteral("本システムの会社データではありません。表「文章形式」がありません。");
+        QTest::newRow("trigger") << QStringLiteral("trigger")
+                                 << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。");
         QTest::newRow("view") << QStringLiteral("view") << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。");
-        QTest::newRow("symbolic link out of Data") << QStringLiteral("link") << refused + QStringLiteral("データフォルダの外を指すファイルは取り込めません。");
+        QTest::newRow("symbolic link out of Data")
+            << QStringLiteral("link") << refused + QStringLiteral("データフォルダの外を指すファイルは取り込めません。");
         QTest::newRow("10 MB clause text") << QStringLiteral("huge")
-                                           << QStringLiteral("処理不可: 取込元の項（規程Code：75 章Code：70 条Code：7001 Code：70 結合：2）の「項」の長さが制限(250)を越えています。データ取込を中止します。");
-        QTest::newRow("the current company itself") << QStringLiteral("self")
-                                                    << QStringLiteral("Code重複: 自社データに規則・規程・労使協定の重複Codeがあるためデータ取込を中止します。\n規則・規程・労使協定の重複Code：75");
+                                           << QStringLiteral("処理不可: 取込元の項（規程Code：75 章Code：70 条Code：7001 Code：70 "
+                                                             "結合：2）の「項」の長さが制限(250)を越えています。データ取込を中止します。");
+        QTest::newRow("the current company itself")
+            << QStringLiteral("self")
+            << QStringLiteral(
+                   "Code重複: "
+                   "自社データに規則・規程・労使協定の重複Codeがあるためデータ取込を中止します。\n規則・規程・労使協定の重複Code：75");
     }
     void hostileSources()
     {

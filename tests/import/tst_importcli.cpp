@@ -48,9 +48,16 @@ Run runCli(const QString &root, const QStringList &args)
 
 QStringList importArgs(const QString &target, const QString &source, const QStringList &more = {})
 {
-    return QStringList{QStringLiteral("import"), QStringLiteral("--company"), target, QStringLiteral("--from"), source,
-                       QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("75")}
-         + more;
+    return QStringList{QStringLiteral("import"),
+                       QStringLiteral("--company"),
+                       target,
+                       QStringLiteral("--from"),
+                       source,
+                       QStringLiteral("--style"),
+                       QStringLiteral("1"),
+                       QStringLiteral("--doc"),
+                       QStringLiteral("75")}
+           + more;
 }
 
 QByteArray digestOf(const QString &path)
@@ -125,7 +132,8 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("message");
         const QString refused = QStringLiteral("会社指定の確認: 『B』のデータは取り込めません。");
-        QTest::newRow("trigger") << QStringLiteral("trigger") << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。\n");
+        QTest::newRow("trigger") << QStringLiteral("trigger")
+                                 << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。\n");
         QTest::newRow("not SQLite") << QStringLiteral("text") << refused + QStringLiteral("データベースのファイルではありません。\n");
         QTest::newRow("another schema") << QStringLiteral("schema")
                                         << refused + QStringLiteral("本システムの会社データではありません。表「規程」の列が違います。\n");

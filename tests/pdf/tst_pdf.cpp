@@ -94,7 +94,8 @@ private slots:
         PdfTypist pdf;
         TextTypist text;
         TypistPair both(pdf, text);
-        QCOMPARE(DocumentRenderer(company.db, prompt).render(both, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()), Outcome::Done);
+        QCOMPARE(DocumentRenderer(company.db, prompt).render(both, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()),
+                 Outcome::Done);
         const QString path = m_temp->filePath(QStringLiteral("就業規則.pdf"));
         const int pages = pdf.save(path, QStringLiteral("就業規則"));
         QVERIFY2(pages > 20, qPrintable(QString::number(pages)));
@@ -257,19 +258,28 @@ private slots:
             env.remove(QStringLiteral("QT_QPA_PLATFORM"));
             env.remove(QStringLiteral("DISPLAY"));
             process.setProcessEnvironment(env);
-            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"), QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
+            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"),
+                          QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
             process.waitForFinished(120000);
             return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardError()));
         };
         const QString company = QStringLiteral("見本");
         QCOMPARE(cli({QStringLiteral("company"), QStringLiteral("new"), company}).first, 0);
-        QCOMPARE(cli({QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("--company"), company, QStringLiteral("事業所名=見本株式会社")}).first, 0);
-        const QStringList doc = {QStringLiteral("--company"), company, QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("02")};
-        QCOMPARE(cli(QStringList{QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), company, QStringLiteral("--doc"),
-                                 QStringLiteral("02"), QStringLiteral("2026/4/1")}).first, 0);
+        QCOMPARE(cli({QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("--company"), company,
+                      QStringLiteral("事業所名=見本株式会社")})
+                     .first,
+                 0);
+        const QStringList doc = {QStringLiteral("--company"), company,
+                                 QStringLiteral("--style"),   QStringLiteral("1"),
+                                 QStringLiteral("--doc"),     QStringLiteral("02")};
+        QCOMPARE(cli(QStringList{QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), company,
+                                 QStringLiteral("--doc"), QStringLiteral("02"), QStringLiteral("2026/4/1")})
+                     .first,
+                 0);
         QCOMPARE(cli(QStringList{QStringLiteral("build")} + doc).first, 0);
         const QString docx = m_temp->filePath(QStringLiteral("賃金規程.docx")), pdf = m_temp->filePath(QStringLiteral("賃金規程.pdf"));
-        const auto both = cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), docx, QStringLiteral("--pdf"), pdf});
+        const auto both =
+            cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), docx, QStringLiteral("--pdf"), pdf});
         QVERIFY2(both.first == 0, qPrintable(both.second));
         QVERIFY(QFileInfo(docx).size() > 0);
         QVERIFY(pageLines(pdf).size() > 2);

@@ -88,7 +88,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("none chosen") << QString() << QStringLiteral("バックアップの確認: バックアップするデータを選択してください。");
         QTest::newRow("unknown") << QStringLiteral("丙") << QStringLiteral("バックアップの確認: 『丙』という会社はありません。");
-        QTest::newRow("outside the data folder") << QStringLiteral("../x") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+        QTest::newRow("outside the data folder")
+            << QStringLiteral("../x") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
     }
     void backupChecks()
     {
@@ -153,7 +154,8 @@ private slots:
         writeFile(workFileOf(file), "left over");
         ScriptedPrompt prompt;
         QVERIFY(!CompactDataFile(prompt, file));
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理の中止: ") + workFileOf(file) + QStringLiteral(" (ﾜｰｸﾌｧｲﾙ) があるので処理できません。")});
+        QCOMPARE(prompt.lines(),
+                 QStringList{QStringLiteral("処理の中止: ") + workFileOf(file) + QStringLiteral(" (ﾜｰｸﾌｧｲﾙ) があるので処理できません。")});
         QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Error);
         QCOMPARE(readFile(file), original);
         QCOMPARE(readFile(workFileOf(file)), QByteArray("left over"));
@@ -190,7 +192,8 @@ private slots:
                  (QStringList{QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
                               QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
                               QStringLiteral("データ最適化の確認: 最適化の準備ができました。"),
-                              QStringLiteral("データ最適化の確認: ") + root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("の最適化に成功しました。")}));
+                              QStringLiteral("データ最適化の確認: ") + root.layout().companyFile(QStringLiteral("甲"))
+                                  + QStringLiteral("の最適化に成功しました。")}));
         QVERIFY(!AppState::instance().isCompanyOpen());
         QVERIFY(AppState::instance().lastClose() == AppState::ClosedBy::Maintenance);
     }

@@ -46,12 +46,15 @@ const QString kHours = QStringLiteral("0040");
 PrintedRows threeArticles()
 {
     return {articleRow(QStringLiteral("0001"), 1, QStringLiteral("目的")),
-            clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("この規則は、労働条件を定める。")),
+            clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(),
+                      QStringLiteral("この規則は、労働条件を定める。")),
             articleRow(QStringLiteral("0002"), 2, QStringLiteral("適用範囲")),
-            clauseRow(QStringLiteral("0002"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("この規則は、従業員に適用する。")),
+            clauseRow(QStringLiteral("0002"), Level::Paragraph, QStringLiteral("01"), QString(),
+                      QStringLiteral("この規則は、従業員に適用する。")),
             articleRow(kHours, 3, QStringLiteral("労働時間")),
             clauseRow(kHours, Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("所定労働時間は、週４０時間とする。")),
-            clauseRow(kHours, Level::Paragraph, QStringLiteral("02"), QStringLiteral("２"), QStringLiteral("前項の時間は、第２条の従業員に適用する。"))};
+            clauseRow(kHours, Level::Paragraph, QStringLiteral("02"), QStringLiteral("２"),
+                      QStringLiteral("前項の時間は、第２条の従業員に適用する。"))};
 }
 
 } // namespace
@@ -65,17 +68,43 @@ private slots:
         QTest::addColumn<QString>("newText");
         QTest::addColumn<QString>("oldMarked");
         QTest::addColumn<QString>("newMarked");
-        QTest::newRow("same") << "週４０時間" << "週４０時間" << "週４０時間" << "週４０時間";
-        QTest::newRow("replaced word") << "週４０時間とする。" << "週３８時間とする。" << "週{４０}時間とする。" << "週{３８}時間とする。";
-        QTest::newRow("inserted") << "会社は支給する。" << "会社は速やかに支給する。" << "会社は支給する。" << "会社は{速やかに}支給する。";
-        QTest::newRow("removed") << "会社は速やかに支給する。" << "会社は支給する。" << "会社は{速やかに}支給する。" << "会社は支給する。";
-        QTest::newRow("from nothing") << "" << "新しい文" << "" << "{新しい文}";
-        QTest::newRow("to nothing") << "古い文" << "" << "{古い文}" << "";
+        QTest::newRow("same") << "週４０時間"
+                              << "週４０時間"
+                              << "週４０時間"
+                              << "週４０時間";
+        QTest::newRow("replaced word") << "週４０時間とする。"
+                                       << "週３８時間とする。"
+                                       << "週{４０}時間とする。"
+                                       << "週{３８}時間とする。";
+        QTest::newRow("inserted") << "会社は支給する。"
+                                  << "会社は速やかに支給する。"
+                                  << "会社は支給する。"
+                                  << "会社は{速やかに}支給する。";
+        QTest::newRow("removed") << "会社は速やかに支給する。"
+                                 << "会社は支給する。"
+                                 << "会社は{速やかに}支給する。"
+                                 << "会社は支給する。";
+        QTest::newRow("from nothing") << ""
+                                      << "新しい文"
+                                      << ""
+                                      << "{新しい文}";
+        QTest::newRow("to nothing") << "古い文"
+                                    << ""
+                                    << "{古い文}"
+                                    << "";
         // One unchanged character between two changes is taken into the change.
-        QTest::newRow("gap of one") << "甲乙丙" << "丁乙戊" << "{甲乙丙}" << "{丁乙戊}";
-        QTest::newRow("two places") << "毎月２５日に、通貨で支払う。" << "毎月２０日に、口座へ支払う。"
-                                    << "毎月２{５}日に、{通貨で}支払う。" << "毎月２{０}日に、{口座へ}支払う。";
-        QTest::newRow("surrogate pair") << "𠮷野家" << "𠮟野家" << "{𠮷}野家" << "{𠮟}野家";
+        QTest::newRow("gap of one") << "甲乙丙"
+                                    << "丁乙戊"
+                                    << "{甲乙丙}"
+                                    << "{丁乙戊}";
+        QTest::newRow("two places") << "毎月２５日に、通貨で支払う。"
+                                    << "毎月２０日に、口座へ支払う。"
+                                    << "毎月２{５}日に、{通貨で}支払う。"
+                                    << "毎月２{０}日に、{口座へ}支払う。";
+        QTest::newRow("surrogate pair") << "𠮷野家"
+                                        << "𠮟野家"
+                                        << "{𠮷}野家"
+                                        << "{𠮟}野家";
     }
     void characterDiff()
     {
@@ -94,14 +123,38 @@ private slots:
         QTest::addColumn<QString>("own");
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("text");
-        QTest::newRow("article") << "第５条（目的）" << "目的" << "第５条" << "（目的）";
-        QTest::newRow("chapter") << "第１章  総則" << "総則" << "第１章" << "総則";
-        QTest::newRow("paragraph") << "２  従業員は、" << "従業員は、" << "２" << "従業員は、";
-        QTest::newRow("first paragraph hidden") << "    従業員は、" << "従業員は、" << "" << "従業員は、";
-        QTest::newRow("item") << " (3)  欠勤" << "欠勤" << "(3)" << "欠勤";
-        QTest::newRow("maru") << "    ①  遅刻" << "遅刻" << "①" << "遅刻";
-        QTest::newRow("continued line") << "      次のとおり" << "次のとおり" << "" << "次のとおり";
-        QTest::newRow("title") << "就業規則" << "就業規則" << "" << "就業規則";
+        QTest::newRow("article") << "第５条（目的）"
+                                 << "目的"
+                                 << "第５条"
+                                 << "（目的）";
+        QTest::newRow("chapter") << "第１章  総則"
+                                 << "総則"
+                                 << "第１章"
+                                 << "総則";
+        QTest::newRow("paragraph") << "２  従業員は、"
+                                   << "従業員は、"
+                                   << "２"
+                                   << "従業員は、";
+        QTest::newRow("first paragraph hidden") << "    従業員は、"
+                                                << "従業員は、"
+                                                << ""
+                                                << "従業員は、";
+        QTest::newRow("item") << " (3)  欠勤"
+                              << "欠勤"
+                              << "(3)"
+                              << "欠勤";
+        QTest::newRow("maru") << "    ①  遅刻"
+                              << "遅刻"
+                              << "①"
+                              << "遅刻";
+        QTest::newRow("continued line") << "      次のとおり"
+                                        << "次のとおり"
+                                        << ""
+                                        << "次のとおり";
+        QTest::newRow("title") << "就業規則"
+                               << "就業規則"
+                               << ""
+                               << "就業規則";
     }
     void splitLabel()
     {
@@ -121,7 +174,8 @@ private slots:
         const PrintedRows before = threeArticles();
         PrintedRows after = before;
         after.insert(2, articleRow(QStringLiteral("7001"), 2, QStringLiteral("副業")));
-        after.insert(3, clauseRow(QStringLiteral("7001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("副業は届け出る。")));
+        after.insert(
+            3, clauseRow(QStringLiteral("7001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("副業は届け出る。")));
         after[4].label = QStringLiteral("第３条");
         after[6].label = QStringLiteral("第４条");
         after[8].text = QStringLiteral("前項の時間は、第３条の従業員に適用する。");
@@ -164,8 +218,10 @@ private slots:
                                          << QStringList{"第２条|（適用範囲）", "|この規則は、{従業}員に適用する。"};
 
         PrintedRows withItems = before;
-        withItems.insert(2, clauseRow(QStringLiteral("0001"), Level::Item, QStringLiteral("01.01"), QStringLiteral("(1)"), QStringLiteral("賃金")));
-        withItems.insert(3, clauseRow(QStringLiteral("0001"), Level::Item, QStringLiteral("01.02"), QStringLiteral("(2)"), QStringLiteral("休暇")));
+        withItems.insert(
+            2, clauseRow(QStringLiteral("0001"), Level::Item, QStringLiteral("01.01"), QStringLiteral("(1)"), QStringLiteral("賃金")));
+        withItems.insert(
+            3, clauseRow(QStringLiteral("0001"), Level::Item, QStringLiteral("01.02"), QStringLiteral("(2)"), QStringLiteral("休暇")));
         PrintedRows items = withItems;
         items[3].text = QStringLiteral("休日及び休暇");
         QTest::newRow("changed item") << withItems << items << QStringList{"第１条|（目的）", "(2)|{休日及び}休暇"}
@@ -190,9 +246,12 @@ private slots:
     {
         {
             PrintedRows a = threeArticles();
-            a[1] = clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("この規則は、"), QStringLiteral("1"));
-            a.insert(2, clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("甲社の"), QStringLiteral("2")));
-            a.insert(3, clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("労働条件を定める。"), QStringLiteral("3")));
+            a[1] = clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("この規則は、"),
+                             QStringLiteral("1"));
+            a.insert(2, clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("甲社の"),
+                                  QStringLiteral("2")));
+            a.insert(3, clauseRow(QStringLiteral("0001"), Level::Paragraph, QStringLiteral("01"), QString(),
+                                  QStringLiteral("労働条件を定める。"), QStringLiteral("3")));
             PrintedRows b = a;
             b[2].text = QStringLiteral("乙社の");
             const ComparisonTable table = compareVersions(version(1, a), version(2, b));
@@ -223,32 +282,33 @@ private slots:
         PrintedRows after = threeArticles();
         after[5].text = QStringLiteral("所定労働時間は、週３８時間とする。");
         after << articleRow(QStringLiteral("0004"), 4, QStringLiteral("休憩"))
-              << clauseRow(QStringLiteral("0004"), Level::Paragraph, QStringLiteral("01"), QString(), QStringLiteral("休憩は６０分とする。"))
-              << clauseRow(QStringLiteral("0004"), Level::Item, QStringLiteral("01.01"), QStringLiteral("(1)"), QStringLiteral("一斉に与える。"));
+              << clauseRow(QStringLiteral("0004"), Level::Paragraph, QStringLiteral("01"), QString(),
+                           QStringLiteral("休憩は６０分とする。"))
+              << clauseRow(QStringLiteral("0004"), Level::Item, QStringLiteral("01.01"), QStringLiteral("(1)"),
+                           QStringLiteral("一斉に与える。"));
         ComparisonTable table = compareVersions(version(1, threeArticles()), version(2, after));
         table.company = QStringLiteral("株式会社テスト");
-        QCOMPARE(comparisonText(table), QStringLiteral(
-                                            "就業規則新旧対照表\n"
-                                            "株式会社テスト\n"
-                                            "改正後：令和08年4月2日施行（版 2）　改正前：令和08年4月1日施行（版 1）\n"
-                                            "\n"
-                                            "―― 1 ――\n"
-                                            "【改正後】\n"
-                                            "第３条（労働時間）\n"
-                                            "所定労働時間は、週{u:３８}時間とする。\n"
-                                            "【改正前】\n"
-                                            "第３条（労働時間）\n"
-                                            "所定労働時間は、週{u:４０}時間とする。\n"
-                                            "\n"
-                                            "―― 2 ――\n"
-                                            "【改正後】\n"
-                                            "{u:第４条}{u:（休憩）}\n"
-                                            "{u:休憩は６０分とする。}\n"
-                                            "　{u:(1)}　{u:一斉に与える。}\n"
-                                            "【改正前】\n"
-                                            "（新設）\n"
-                                            "\n"
-                                            "（傍線部分は改正部分）\n"));
+        QCOMPARE(comparisonText(table), QStringLiteral("就業規則新旧対照表\n"
+                                                       "株式会社テスト\n"
+                                                       "改正後：令和08年4月2日施行（版 2）　改正前：令和08年4月1日施行（版 1）\n"
+                                                       "\n"
+                                                       "―― 1 ――\n"
+                                                       "【改正後】\n"
+                                                       "第３条（労働時間）\n"
+                                                       "所定労働時間は、週{u:３８}時間とする。\n"
+                                                       "【改正前】\n"
+                                                       "第３条（労働時間）\n"
+                                                       "所定労働時間は、週{u:４０}時間とする。\n"
+                                                       "\n"
+                                                       "―― 2 ――\n"
+                                                       "【改正後】\n"
+                                                       "{u:第４条}{u:（休憩）}\n"
+                                                       "{u:休憩は６０分とする。}\n"
+                                                       "　{u:(1)}　{u:一斉に与える。}\n"
+                                                       "【改正前】\n"
+                                                       "（新設）\n"
+                                                       "\n"
+                                                       "（傍線部分は改正部分）\n"));
     }
 
     // The .docx: a landscape section with the page number at its foot, the header

@@ -36,7 +36,8 @@ private slots:
         frmVersions form(QStringLiteral("1"), QStringLiteral("01"));
         QCOMPARE(list(form)->rowCount(), 0);
         click(form, QStringLiteral("Command1"));
-        QCOMPARE(session.prompt.lines(), QStringList{QStringLiteral("新旧対照表: 規程「01」（文章形式 1）の版が二つ以上ないので、新旧対照表を作成できません。")});
+        QCOMPARE(session.prompt.lines(),
+                 QStringList{QStringLiteral("新旧対照表: 規程「01」（文章形式 1）の版が二つ以上ないので、新旧対照表を作成できません。")});
         QVERIFY(form.lastDocument().isEmpty());
     }
 

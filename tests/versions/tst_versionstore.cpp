@@ -96,9 +96,11 @@ private slots:
         QCOMPARE(s.exportRules(QStringLiteral("a.docx")).status, 0);
         // The same text again is not a second version.
         QCOMPARE(s.exportRules(QStringLiteral("b.docx")).status, 0);
-        QStringList list = s.run(QStringList{QStringLiteral("versions"), QStringLiteral("list")} + s.doc).out.split(u'\n', Qt::SkipEmptyParts);
+        QStringList list =
+            s.run(QStringList{QStringLiteral("versions"), QStringLiteral("list")} + s.doc).out.split(u'\n', Qt::SkipEmptyParts);
         QCOMPARE(list.size(), 1);
-        QVERIFY2(list[0].startsWith(QStringLiteral("1\t")) && list[0].endsWith(QStringLiteral("\t令和08年4月1日\t就業規則")), qUtf8Printable(list[0]));
+        QVERIFY2(list[0].startsWith(QStringLiteral("1\t")) && list[0].endsWith(QStringLiteral("\t令和08年4月1日\t就業規則")),
+                 qUtf8Printable(list[0]));
 
         // Fewer than two versions: a message, exit 1, nothing written.
         const QString table = s.dir.filePath(QStringLiteral("table.docx"));
@@ -116,12 +118,14 @@ private slots:
         QVERIFY(after13 > 0);
         QCOMPARE(s.run(QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("add")} + s.doc
                        + QStringList{QStringLiteral("--row"), QString::number(after13), QStringLiteral("--action"), QStringLiteral("4"),
-                                     QStringLiteral("--pick"), QStringLiteral("0014")}).status,
+                                     QStringLiteral("--pick"), QStringLiteral("0014")})
+                     .status,
                  0);
         const int released = s.articleRow(kReleased);
         QVERIFY(released > 0);
         QCOMPARE(s.run(QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + s.doc
-                       + QStringList{QStringLiteral("--row"), QString::number(released)}).status,
+                       + QStringList{QStringLiteral("--row"), QString::number(released)})
+                     .status,
                  0);
         QCOMPARE(s.run(words("dates add --company 甲 --doc 01 2027/4/1")).status, 0);
         QCOMPARE(s.run(QStringList{QStringLiteral("build")} + s.doc).status, 0);
@@ -131,7 +135,8 @@ private slots:
         QCOMPARE(list.size(), 2);
 
         const QString text = s.dir.filePath(QStringLiteral("table.txt"));
-        r = s.run(QStringList{QStringLiteral("compare")} + s.doc + QStringList{QStringLiteral("--out"), table, QStringLiteral("--text"), text});
+        r = s.run(QStringList{QStringLiteral("compare")} + s.doc
+                  + QStringList{QStringLiteral("--out"), table, QStringLiteral("--text"), text});
         QCOMPARE(r.status, 0);
         QFile file(text);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -167,7 +172,10 @@ private slots:
 
         // Deleting asks; the version is gone and its rows with it.
         QCOMPARE(s.run(QStringList{QStringLiteral("versions"), QStringLiteral("delete")} + s.doc + words("--version 1")).status, 1);
-        QCOMPARE(s.run(QStringList{QStringLiteral("--yes"), QStringLiteral("versions"), QStringLiteral("delete")} + s.doc + words("--version 1")).status, 0);
+        QCOMPARE(
+            s.run(QStringList{QStringLiteral("--yes"), QStringLiteral("versions"), QStringLiteral("delete")} + s.doc + words("--version 1"))
+                .status,
+            0);
         const QString file2 = s.root + QStringLiteral("/Data/甲/甲.sqlite");
         QCOMPARE(test::valueIn(file2, QStringLiteral("SELECT count(*) FROM 改訂履歴行 WHERE 改訂履歴ID = 1")).toInt(), 0);
         QCOMPARE(s.run(QStringList{QStringLiteral("versions"), QStringLiteral("list")} + s.doc).out.count(u'\n'), 1);

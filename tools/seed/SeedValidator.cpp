@@ -68,7 +68,8 @@ QList<Marker> markersIn(const QString &text)
 // agreement; its dates come from the effective date (☆0030☆) or from a blank word instead.
 const QRegularExpression &calendarDatePattern()
 {
-    static const QRegularExpression p(QStringLiteral("(令和|平成|昭和)?[0-9０-９元]+年[0-9０-９]+月[0-9０-９]+日|同年[0-9０-９]+月[0-9０-９]+日|(令和|平成|昭和)[0-9０-９元]+年"));
+    static const QRegularExpression p(QStringLiteral(
+        "(令和|平成|昭和)?[0-9０-９元]+年[0-9０-９]+月[0-9０-９]+日|同年[0-9０-９]+月[0-9０-９]+日|(令和|平成|昭和)[0-9０-９元]+年"));
     return p;
 }
 
@@ -119,7 +120,9 @@ private:
         const QString key = QString::number(int(c.level)) + u'|' + parent.describe();
         const QString previous = lastCode.value(key);
         if (!previous.isEmpty() && code.toInt() <= previous.toInt())
-            fail(doc, c.line, QStringLiteral("%1のCode「%2」は前の「%3」より大きくしてください（Code順に並べます）").arg(levelName(c.level), code, previous));
+            fail(doc, c.line,
+                 QStringLiteral("%1のCode「%2」は前の「%3」より大きくしてください（Code順に並べます）")
+                     .arg(levelName(c.level), code, previous));
         lastCode.insert(key, code);
     }
 
@@ -158,8 +161,9 @@ private:
             if (!printsTemplates)
                 fail(doc, c.line, QStringLiteral("テンプレートは項か号に置いてください: %1").arg(c.place.describe()));
             else if (i == 0 || !s.lineBreak)
-                fail(doc, c.line, QStringLiteral("テンプレート%1は条項の続き（「=↵」の区切り）に置いてください。それだけで一つの条項にはできません: %2")
-                                      .arg(s.templateCode, c.place.describe()));
+                fail(doc, c.line,
+                     QStringLiteral("テンプレート%1は条項の続き（「=↵」の区切り）に置いてください。それだけで一つの条項にはできません: %2")
+                         .arg(s.templateCode, c.place.describe()));
         }
     }
 
@@ -168,12 +172,16 @@ private:
         for (const Segment &s : c.segments) {
             const auto m = calendarDatePattern().match(s.text);
             if (m.hasMatch())
-                fail(doc, c.line, QStringLiteral("協定の本文に日付「%1」があります。☆0030☆（有効期間起算日）か埋込語句にしてください").arg(m.captured(0)));
+                fail(doc, c.line,
+                     QStringLiteral("協定の本文に日付「%1」があります。☆0030☆（有効期間起算日）か埋込語句にしてください")
+                         .arg(m.captured(0)));
         }
         for (const Word &w : c.words) {
             const auto m = calendarDatePattern().match(w.word);
             if (m.hasMatch())
-                fail(doc, w.line, QStringLiteral("語句 %1 の既定の語句が日付「%2」です。「令和　年　月　日」のように空けてください").arg(w.code, m.captured(0)));
+                fail(doc, w.line,
+                     QStringLiteral("語句 %1 の既定の語句が日付「%2」です。「令和　年　月　日」のように空けてください")
+                         .arg(w.code, m.captured(0)));
         }
     }
 
@@ -185,13 +193,13 @@ private:
         const QString code = ownCode(c);
         // The standard codes run from 1 to just below the user's own.
         const int last = info.firstUserCode - 1;
-        const bool good = c.level == Level::Chapter && code == u"00" ? c.title == kChapterlessBody
-                                                                     : inStandardRange(code, info.codeWidth, 1, last);
+        const bool good =
+            c.level == Level::Chapter && code == u"00" ? c.title == kChapterlessBody : inStandardRange(code, info.codeWidth, 1, last);
         if (!good)
-            fail(doc, c.line, QStringLiteral("%1のCode「%2」は%3～%4の%5桁にしてください")
-                                  .arg(levelName(c.level), code, QStringLiteral("%1").arg(1, info.codeWidth, 10, QChar(u'0')),
-                                       QString::number(last))
-                                  .arg(info.codeWidth));
+            fail(doc, c.line,
+                 QStringLiteral("%1のCode「%2」は%3～%4の%5桁にしてください")
+                     .arg(levelName(c.level), code, QStringLiteral("%1").arg(1, info.codeWidth, 10, QChar(u'0')), QString::number(last))
+                     .arg(info.codeWidth));
     }
 
     void checkText(const Document &doc, const Clause &c)
@@ -202,7 +210,8 @@ private:
         for (const Segment &s : c.segments) {
             const int bytes = CP932Length(s.text);
             if (bytes > kSegmentLimit)
-                fail(doc, c.line, QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
+                fail(doc, c.line,
+                     QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
             if (s.text.contains(u'\'') || s.text.contains(u'"'))
                 fail(doc, c.line, QStringLiteral("文章に引用符（' \"）は使えません: %1").arg(s.text.left(20)));
             const QList<Marker> markers = markersIn(s.text);
@@ -218,7 +227,8 @@ private:
             }
             const int looseChars = s.text.count(u'★') + s.text.count(u'☆') + s.text.count(u'◆');
             if (looseChars != markerChars)
-                fail(doc, c.line, QStringLiteral("記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: %1").arg(s.text.left(20)));
+                fail(doc, c.line,
+                     QStringLiteral("記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: %1").arg(s.text.left(20)));
         }
         checkMarkerRows(doc, c, wordMarkers, c.words, u'★', QStringLiteral("語句"));
         checkMarkerRows(doc, c, referenceMarkers, c.references, u'◆', QStringLiteral("参照"));
@@ -233,8 +243,8 @@ private:
     }
 
     template<typename Row>
-    void checkMarkerRows(const Document &doc, const Clause &c, const QHash<QString, int> &markers,
-                         const QList<Row> &rows, QChar sign, const QString &rowName)
+    void checkMarkerRows(const Document &doc, const Clause &c, const QHash<QString, int> &markers, const QList<Row> &rows, QChar sign,
+                         const QString &rowName)
     {
         QSet<QString> defined;
         for (const Row &row : rows) {
@@ -326,8 +336,8 @@ private:
                 if (a.value(i) == b.value(i))
                     continue;
                 const int line = i == 0 ? second->line : (i - 1 < second->clauses.size() ? second->clauses[i - 1].line : 0);
-                fail(*second, line, QStringLiteral("である調（%1）と構成が違います: 「%2」と「%3」")
-                                        .arg(first->file, a.value(i), b.value(i)));
+                fail(*second, line,
+                     QStringLiteral("である調（%1）と構成が違います: 「%2」と「%3」").arg(first->file, a.value(i), b.value(i)));
                 break;
             }
         }
@@ -359,7 +369,9 @@ void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors)
                 if (chapters.size() == 1)
                     r.target.sho = chapters.first();
                 else if (chapters.size() > 1)
-                    errors << SourceError{doc.file, r.line, QStringLiteral("参照 %1 の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.jo)};
+                    errors << SourceError{
+                        doc.file, r.line,
+                        QStringLiteral("参照 %1 の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.jo)};
             }
         }
     }

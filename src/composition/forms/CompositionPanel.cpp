@@ -16,9 +16,7 @@ constexpr int kRowsPerPage = 6;
 
 } // namespace
 
-PanelModel::PanelModel(QList<PanelRow> rows, QObject *parent) : QAbstractTableModel(parent), m_rows(std::move(rows))
-{
-}
+PanelModel::PanelModel(QList<PanelRow> rows, QObject *parent) : QAbstractTableModel(parent), m_rows(std::move(rows)) {}
 
 int PanelModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_rows.size()); }
 int PanelModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : ColumnCount; }
@@ -50,10 +48,8 @@ QVariant PanelModel::data(const QModelIndex &index, int role) const
             return small;
         }
         return {};
-    case Qt::TextAlignmentRole:
-        return index.column() == Caption ? QVariant(Qt::AlignCenter) : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-    default:
-        return {};
+    case Qt::TextAlignmentRole: return index.column() == Caption ? QVariant(Qt::AlignCenter) : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+    default: return {};
     }
 }
 
@@ -93,11 +89,13 @@ CompositionPanel::CompositionPanel(QList<PanelRow> rows, int visibleRows, Action
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     // Exactly visibleRows rows fit at the form's own size, so that the scroll range is the
     // rows beyond them; a larger window shows more rows and scrolls less.
-    m_heightOfLinesOnView = 2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize();
+    m_heightOfLinesOnView =
+        2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize();
     setMinimumHeight(m_heightOfLinesOnView);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumWidth(860);
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { chooseRow(current.row()); });
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &current) { chooseRow(current.row()); });
     if (m_model->rowCount() > 0)
         chooseRow(0);
 }

@@ -93,8 +93,8 @@ void PanelForm::build(QList<PanelRow> rows)
         m_body->addStretch();
         return;
     }
-    m_panel = new CompositionPanel(std::move(rows), m_kind.visibleRows,
-                                   [](Level level) { return panelActions(AppState::cn(), level); }, this);
+    m_panel = new CompositionPanel(
+        std::move(rows), m_kind.visibleRows, [](Level level) { return panelActions(AppState::cn(), level); }, this);
     m_body->addWidget(m_panel);
     m_process->setEnabled(true);
     connect(m_panel->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -108,9 +108,9 @@ void PanelForm::process()
     const AppState &state = AppState::instance();
     const int i = m_panel->selectedRow();
     try {
-        const PanelChoice choice = choosePanelStep(AppState::cn(), uiPrompt(),
-                                                   {state.CurBunshoKeishikiCode, state.CurKiteiCode, m_kind.paragraphLevels,
-                                                    m_panel->rows(), i, m_panel->chosenAction()});
+        const PanelChoice choice = choosePanelStep(
+            AppState::cn(), uiPrompt(),
+            {state.CurBunshoKeishikiCode, state.CurKiteiCode, m_kind.paragraphLevels, m_panel->rows(), i, m_panel->chosenAction()});
         if (choice.kind == PanelChoice::Kind::Nothing || choice.kind == PanelChoice::Kind::Stopped)
             return;
         handOver(m_panel->rows().at(i), choice);

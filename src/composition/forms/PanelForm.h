@@ -24,12 +24,12 @@ struct PanelChoice;
 struct PanelFormKind {
     const char *objectName;
     const char *caption;
-    bool AppState::*flag;              // builds at load only when set
-    int AppState::*actedRow;           // the row to come back to when rebuilt
-    int visibleRows;                   // rows on view before the scroll bar appears
-    bool paragraphLevels;              // the 項 panel, whose rows are the levels 項 to イ～ネ
-    const char *emptyLabel;            // objectName of "※データがありません"
-    CompositionFlow::Form closesTo;    // shown again by 閉じる
+    bool AppState::*flag;           // builds at load only when set
+    int AppState::*actedRow;        // the row to come back to when rebuilt
+    int visibleRows;                // rows on view before the scroll bar appears
+    bool paragraphLevels;           // the 項 panel, whose rows are the levels 項 to イ～ネ
+    const char *emptyLabel;         // objectName of "※データがありません"
+    CompositionFlow::Form closesTo; // shown again by 閉じる
 };
 
 class PanelForm : public QDialog {

@@ -8,8 +8,14 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, &AppState::ParagraphPanelRow, 19, true,
-                                       "Label4_1", CompositionFlow::Form::ArticlePanel};
+const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2",
+                                       "項以下の設定",
+                                       &AppState::ParagraphPanelActive,
+                                       &AppState::ParagraphPanelRow,
+                                       19,
+                                       true,
+                                       "Label4_1",
+                                       CompositionFlow::Form::ArticlePanel};
 }
 
 frmMakesentakuSub2::frmMakesentakuSub2(QWidget *parent) : PanelForm(kParagraphPanel, parent)

@@ -73,7 +73,10 @@ frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent)
     for (int i = 1; i < 3; ++i)
         m_filter[i]->setEnabled(m_request.added != Level::Preamble);
     for (QRadioButton *option : m_filter)
-        connect(option, &QRadioButton::toggled, this, [this](bool on) { if (on) fill(); });
+        connect(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                fill();
+        });
     outer->addWidget(frame);
 
     auto *buttons = new QHBoxLayout;
@@ -97,7 +100,7 @@ frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent)
 
 void frmMakesentaku_tsuika::fill()
 {
-    const StockFilter filter = m_filter[1]->isChecked() ? StockFilter::Unselected
+    const StockFilter filter = m_filter[1]->isChecked()   ? StockFilter::Unselected
                                : m_filter[2]->isChecked() ? StockFilter::UserMade
                                                           : StockFilter::All;
     QStringList parent = ClauseAdder::placeOf(m_request);
@@ -147,8 +150,7 @@ void frmMakesentaku_tsuika::add()
 void frmMakesentaku_tsuika::reject()
 {
     // Back to the panel the add was chosen on, rebuilt whether an add took place or not.
-    CompositionFlow::handOver(isClauseLevel(m_request.added) ? CompositionFlow::Form::ParagraphPanel
-                                                             : CompositionFlow::Form::ArticlePanel);
+    CompositionFlow::handOver(isClauseLevel(m_request.added) ? CompositionFlow::Form::ParagraphPanel : CompositionFlow::Form::ArticlePanel);
     QDialog::reject();
 }
 

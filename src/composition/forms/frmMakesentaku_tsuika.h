@@ -30,10 +30,10 @@ private:
 
     AddRequest m_request;
     const AddMember *m_method = nullptr; // the add family's member for the selection
-    bool m_done = false; // an add runs once per opening
+    bool m_done = false;                 // an add runs once per opening
     QComboBox *m_stock = nullptr;
     QLabel *m_code = nullptr;
-    QRadioButton *m_filter[3] {};
+    QRadioButton *m_filter[3]{};
     QPushButton *m_add = nullptr;
 };
 

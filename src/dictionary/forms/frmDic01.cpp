@@ -36,14 +36,14 @@ struct GridColumn {
     const char *heading;
     int width;
 };
-const GridColumn kGridColumns[] = {{"Code", 525}, {"規程", 6120}, {"変更フラグ", 900}, {"正式名称", 0}, {"選択フラグ", 900}, {"文章種別", 0}};
+const GridColumn kGridColumns[] = {{"Code", 525},   {"規程", 6120},      {"変更フラグ", 900},
+                                   {"正式名称", 0}, {"選択フラグ", 900}, {"文章種別", 0}};
 
 QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
 
 } // namespace
 
-frmDic01::frmDic01(QWidget *parent)
-    : QDialog(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)
+frmDic01::frmDic01(QWidget *parent) : QDialog(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)
 {
     setObjectName(QStringLiteral("frmDic01"));
     setWindowTitle(QStringLiteral("「規則・規程・協定」の設定"));
@@ -70,7 +70,8 @@ frmDic01::frmDic01(QWidget *parent)
     });
 
     auto *detail = new QGridLayout;
-    const char *labels[3][2] = {{"Code:", "数字で1～99（ユーザー設定は70～99）"}, {"表示名称:", "全角で40字以内"}, {"正式名称:", "全角で40字以内"}};
+    const char *labels[3][2] = {
+        {"Code:", "数字で1～99（ユーザー設定は70～99）"}, {"表示名称:", "全角で40字以内"}, {"正式名称:", "全角で40字以内"}};
     for (int i = 0; i < 3; ++i) {
         auto *label = new QLabel(QString::fromUtf8(labels[i][0]), this);
         label->setObjectName(QStringLiteral("lblLabels_%1").arg(i));
@@ -300,8 +301,8 @@ bool frmDic01::checkField(QLineEdit *field)
 {
     if (field == m_fields[0]) {
         QString code = field->text();
-        const bool ok = m_master.checkCode(uiPrompt(), code, m_addNewFlag ? DocumentMaster::Mode::Add : DocumentMaster::Mode::Edit,
-                                           m_saved.code);
+        const bool ok =
+            m_master.checkCode(uiPrompt(), code, m_addNewFlag ? DocumentMaster::Mode::Add : DocumentMaster::Mode::Edit, m_saved.code);
         field->setText(code);
         return ok;
     }

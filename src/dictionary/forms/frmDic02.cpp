@@ -67,7 +67,10 @@ frmDic02::frmDic02(QWidget *parent)
     }
     flags->addStretch();
     layout->addLayout(flags);
-    auto *notice = new QLabel(QStringLiteral("分割の数を変更する場合、使用データがあるときは先に「作成・改訂」でこのデータを外し、変更処理をした後、また追加してください。"), this);
+    auto *notice = new QLabel(
+        QStringLiteral(
+            "分割の数を変更する場合、使用データがあるときは先に「作成・改訂」でこのデータを外し、変更処理をした後、また追加してください。"),
+        this);
     notice->setObjectName(QStringLiteral("Label30"));
     notice->setWordWrap(true);
     layout->addWidget(notice);
@@ -101,7 +104,8 @@ void frmDic02::fill()
     }
     const dictionary::ClausePlace place =
         dictionary::ClausePlace::preamble(AppState::instance().CurBunshoKeishikiCode, AppState::instance().CurKiteiCode);
-    m_changed->setChecked(scalar(AppState::cn(), QStringLiteral("SELECT max(変更フラグ) FROM 前文 WHERE ") + place.whereSql(), place.whereValues()).toBool());
+    m_changed->setChecked(
+        scalar(AppState::cn(), QStringLiteral("SELECT max(変更フラグ) FROM 前文 WHERE ") + place.whereSql(), place.whereValues()).toBool());
     m_selected->setChecked(m_editor.selectFlag());
 }
 

@@ -103,7 +103,9 @@ frmDic02_2::frmDic02_2(QWidget *parent)
     grid->setColumnStretch(2, 1);
     scroll->setWidget(panel);
     layout->addWidget(scroll, 1);
-    auto *notice = new QLabel(QStringLiteral("「処理する種別」及び「分割の数」を変更する場合、使用データがあるときは先に「作成・改訂」でこのデータを外し、変更処理をした後、また追加してください。"), this);
+    auto *notice = new QLabel(QStringLiteral("「処理する種別」及び「分割の数」を変更する場合、使用データがあるときは先に「作成・改訂」でこ"
+                                             "のデータを外し、変更処理をした後、また追加してください。"),
+                              this);
     notice->setObjectName(QStringLiteral("Label30"));
     notice->setWordWrap(true);
     layout->addWidget(notice);
@@ -144,8 +146,7 @@ void frmDic02_2::showRow(int k)
     r.wordLabel->setVisible(s.kind == SegmentKind::Word);
     r.code->setText(s.code);
     r.wordLabel->setText(s.word);
-    r.mark->setText(text ? QString() : s.hasValue ? QStringLiteral("既")
-                                                  : QStringLiteral("未"));
+    r.mark->setText(text ? QString() : s.hasValue ? QStringLiteral("既") : QStringLiteral("未"));
     r.mark->setStyleSheet(s.hasValue ? QStringLiteral("color: blue") : QStringLiteral("color: red"));
     if (k > 0)
         m_rows[k - 1].lineBreak->setChecked(s.lineBreak);

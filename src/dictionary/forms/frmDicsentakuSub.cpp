@@ -45,7 +45,9 @@ frmDicsentakuSub::frmDicsentakuSub(QWidget *parent) : QDialog(parent)
     AppState &state = AppState::instance();
     auto *layout = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
-    auto *style = new QLabel(scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode}).toString(), this);
+    auto *style = new QLabel(
+        scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode}).toString(),
+        this);
     style->setObjectName(QStringLiteral("Label10"));
     left->addWidget(style);
     auto *frame = new QGroupBox(QStringLiteral("種別"), this);
@@ -234,7 +236,8 @@ void frmDicsentakuSub::next()
         master.exec();
     } else {
         // The editors of the levels below the document are the next step of the program.
-        uiPrompt().information(windowTitle(), QStringLiteral("「%1」の編集は、この版ではまだ使えません。").arg(levelCaption(pickerLevel(level))));
+        uiPrompt().information(windowTitle(),
+                               QStringLiteral("「%1」の編集は、この版ではまだ使えません。").arg(levelCaption(pickerLevel(level))));
     }
     placeOverMainWindow(this);
     verifyPath();

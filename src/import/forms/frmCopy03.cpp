@@ -164,7 +164,7 @@ void frmCopy03::importChosen()
     ImportPlace place{state.CurBunshoKeishikiCode, kImportLevels[m_level], {}};
     for (int i = 0; i <= m_level; ++i)
         place.codes << chosenCode(i);
-    QString *current[kDepths] = {&state.CurKiteiCode, &state.CurShoCode, &state.CurJoCode, &state.CurKouCode,
+    QString *current[kDepths] = {&state.CurKiteiCode, &state.CurShoCode,  &state.CurJoCode,   &state.CurKouCode,
                                  &state.CurGouCode,   &state.CurMaruCode, &state.CurIrohaCode};
     for (int i = 0; i < kDepths; ++i)
         *current[i] = place.codes.value(i);

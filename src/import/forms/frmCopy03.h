@@ -29,10 +29,10 @@ private:
     void importChosen();
 
     int m_level = 0;
-    std::array<QRadioButton *, kDepths> m_options {};
-    std::array<QLabel *, kDepths> m_captions {};
-    std::array<FillOnOpenCombo *, kDepths> m_lists {};
-    std::array<QLabel *, kDepths> m_codes {};
+    std::array<QRadioButton *, kDepths> m_options{};
+    std::array<QLabel *, kDepths> m_captions{};
+    std::array<FillOnOpenCombo *, kDepths> m_lists{};
+    std::array<QLabel *, kDepths> m_codes{};
     QLabel *m_prompt = nullptr;
 };
 

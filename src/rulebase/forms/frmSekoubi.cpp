@@ -18,8 +18,7 @@
 
 namespace normaris {
 
-frmSekoubi::frmSekoubi(QWidget *parent)
-    : QDialog(parent), m_dates(AppState::cn(), AppState::instance().CurKiteiCode)
+frmSekoubi::frmSekoubi(QWidget *parent) : QDialog(parent), m_dates(AppState::cn(), AppState::instance().CurKiteiCode)
 {
     setObjectName(QStringLiteral("frmSekoubi"));
     setWindowTitle(QStringLiteral("日付の設定"));
@@ -49,8 +48,9 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     entry->addWidget(m_date);
     entry->addWidget(new QLabel(QStringLiteral("入力例： 2009/1/1"), this));
     outer->addLayout(entry);
-    for (const char *note : {"【規則・規程】 一番古い日付は「新規作成年月日」、その後追加した日付は「改訂年月日」となります。",
-                             "【協約・協定】 日付は「有効期間起算日」です。複数の日付を設定した場合は、一番新しい日付のみ有効となります。"}) {
+    for (const char *note :
+         {"【規則・規程】 一番古い日付は「新規作成年月日」、その後追加した日付は「改訂年月日」となります。",
+          "【協約・協定】 日付は「有効期間起算日」です。複数の日付を設定した場合は、一番新しい日付のみ有効となります。"}) {
         auto *l = new QLabel(QString::fromUtf8(note), this);
         l->setWordWrap(true);
         outer->addWidget(l);
@@ -60,7 +60,8 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     outer->addWidget(m_status);
 
     auto *moves = new QHBoxLayout;
-    const std::pair<const char *, const char *> moveButtons[] = {{"cmdFirst", "|<"}, {"cmdPrevious", "<"}, {"cmdNext", ">"}, {"cmdLast", ">|"}};
+    const std::pair<const char *, const char *> moveButtons[] = {
+        {"cmdFirst", "|<"}, {"cmdPrevious", "<"}, {"cmdNext", ">"}, {"cmdLast", ">|"}};
     for (const auto &[objectName, caption] : moveButtons) {
         QPushButton *b = makeButton(this, QString::fromUtf8(objectName), QString::fromUtf8(caption));
         b->setAutoDefault(false);
@@ -91,9 +92,8 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     connect(m_cancel, &QPushButton::clicked, this, &frmSekoubi::cancel);
     connect(m_delete, &QPushButton::clicked, this, &frmSekoubi::remove);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
-    connect(m_grid, &QTableWidget::currentCellChanged, this, [this](int row) {
-        m_status->setText(row >= 0 ? QStringLiteral("Record: %1").arg(row + 1) : QString());
-    });
+    connect(m_grid, &QTableWidget::currentCellChanged, this,
+            [this](int row) { m_status->setText(row >= 0 ? QStringLiteral("Record: %1").arg(row + 1) : QString()); });
 
     // The buttons that come and go with the dates keep their room: the form keeps its width.
     for (QPushButton *b : std::initializer_list<QPushButton *>{m_edit, m_delete, m_moves[0], m_moves[1], m_moves[2], m_moves[3]}) {
@@ -212,8 +212,8 @@ void frmSekoubi::remove()
         return;
     const qint64 id = m_rows[row].id;
     const std::optional<qint64> next = row + 1 < m_rows.size() ? std::optional(m_rows[row + 1].id)
-                                       : row > 0              ? std::optional(m_rows[row - 1].id)
-                                                              : std::nullopt;
+                                       : row > 0               ? std::optional(m_rows[row - 1].id)
+                                                               : std::nullopt;
     if (m_dates.removeStep(uiPrompt(), id, m_grid->item(row, 0)->text()) == Outcome::Stopped)
         return;
     reload(next);

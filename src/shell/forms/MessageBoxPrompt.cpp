@@ -42,8 +42,7 @@ bool MessageBoxPrompt::questionNoByDefault(const QString &title, const QString &
 bool MessageBoxPrompt::ask(const QString &title, const QString &text, bool yesByDefault)
 {
     NormalPointer pointer;
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
     box.button(QMessageBox::Yes)->setText(QStringLiteral("はい(&Y)"));
     box.button(QMessageBox::No)->setText(QStringLiteral("いいえ(&N)"));
     box.setDefaultButton(yesByDefault ? QMessageBox::Yes : QMessageBox::No);

@@ -92,7 +92,9 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     const bool counted = state.CurKiteiCode == u"34" || state.CurKiteiCode == u"32";
     frame->setVisible(counted);
     if (counted)
-        label1->setText(documentName + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
+        label1->setText(
+            documentName
+            + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
 
     auto *buttons = new QHBoxLayout;
     QPushButton *go = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));
@@ -152,8 +154,7 @@ bool frmGokusentakuSub::eventFilter(QObject *watched, QEvent *event)
     // that comes back as the list closes, or with the window after a box or another program,
     // keeps the choice just made; only the window's first focus fills the empty 章 list.
     switch (static_cast<QFocusEvent *>(event)->reason()) {
-    case Qt::PopupFocusReason:
-        break;
+    case Qt::PopupFocusReason: break;
     case Qt::ActiveWindowFocusReason:
         if (watched == m_chapter && m_chapter->count() == 0)
             fillChapters();
