@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include "CliRun.h"
+
 #include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
@@ -15,35 +17,7 @@ using namespace normaris;
 
 namespace {
 
-struct Run {
-    int status = 0;
-    QString out;
-    QString err;
-};
-
-QString readAll(std::FILE *f)
-{
-    std::rewind(f);
-    QByteArray bytes;
-    char buffer[4096];
-    size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0)
-        bytes.append(buffer, qsizetype(n));
-    std::fclose(f);
-    return QString::fromUtf8(bytes);
-}
-
-Run runCli(const QString &root, const QStringList &args)
-{
-    AppState::instance().reset();
-    std::FILE *out = std::tmpfile();
-    std::FILE *err = std::tmpfile();
-    Run r;
-    r.status = cli::run(QStringList{QStringLiteral("--root"), root} + args, QStringLiteral(NORMARIS_APP_DIR), out, err);
-    r.out = readAll(out);
-    r.err = readAll(err);
-    return r;
-}
+using Run = CliRun;
 
 } // namespace
 
