@@ -6,6 +6,8 @@
 #include "base/Database.h"
 #include "cli/Cli.h"
 
+#include "CliRun.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -15,24 +17,6 @@ using namespace normaris;
 
 namespace {
 
-struct Run {
-    int status = 0;
-    QString out;
-    QString err;
-};
-
-QString readAll(std::FILE *f)
-{
-    std::rewind(f);
-    QByteArray bytes;
-    char buffer[4096];
-    size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0)
-        bytes.append(buffer, qsizetype(n));
-    std::fclose(f);
-    return QString::fromUtf8(bytes);
-}
-
 const QString kCompany = QStringLiteral("甲");
 
 } // namespace
@@ -40,18 +24,7 @@ const QString kCompany = QStringLiteral("甲");
 class DictCliTest : public QObject {
     Q_OBJECT
 
-    Run dict(const QStringList &args)
-    {
-        AppState::instance().reset();
-        std::FILE *out = std::tmpfile();
-        std::FILE *err = std::tmpfile();
-        Run r;
-        r.status = cli::run(QStringList{QStringLiteral("--root"), m_root, QStringLiteral("--yes")} + args, QStringLiteral(NORMARIS_APP_DIR),
-                            out, err);
-        r.out = readAll(out);
-        r.err = readAll(err);
-        return r;
-    }
+    CliRun dict(const QStringList &args) { return runCli(m_root, QStringList{QStringLiteral("--yes")} + args); }
     QString writeFile(const QString &name, const QString &text)
     {
         const QString path = m_dir.path() + u'/' + name;
@@ -87,7 +60,7 @@ private slots:
     void ownDocumentLifeCycle()
     {
         const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
-        Run r = dict(QStringList{"dict", "docs", "add"} + company + QStringList{"--code", "75", "--name", "安全衛生規程"});
+        CliRun r = dict(QStringList{"dict", "docs", "add"} + company + QStringList{"--code", "75", "--name", "安全衛生規程"});
         QCOMPARE(r.err, QString());
         QCOMPARE(r.status, 0);
         r = dict(QStringList{"dict", "docs", "list"} + company);
@@ -163,7 +136,7 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(QString, message);
         dict(QStringList{"dict", "docs", "add", "--company", kCompany, "--style", "1", "--code", "80", "--name", "既存"});
-        const Run r = dict(args + QStringList{"--company", kCompany, "--style", "1"});
+        const CliRun r = dict(args + QStringList{"--company", kCompany, "--style", "1"});
         QCOMPARE(r.err, message);
         QCOMPARE(r.status, 1);
         QCOMPARE(test::valueIn(m_root + QStringLiteral("/Data/甲/甲.sqlite"), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'"))
@@ -190,7 +163,8 @@ private slots:
         QFETCH(QString, message);
         const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
         const QString before = dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out;
-        const Run r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", writeFile(QStringLiteral("bad.txt"), text)});
+        const CliRun r =
+            dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", writeFile(QStringLiteral("bad.txt"), text)});
         QCOMPARE(r.status, 1);
         QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
         QCOMPARE(dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out, before);

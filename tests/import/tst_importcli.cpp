@@ -6,6 +6,8 @@
 #include "base/AppState.h"
 #include "cli/Cli.h"
 
+#include "CliRun.h"
+
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -17,34 +19,7 @@ using namespace normaris::test;
 
 namespace {
 
-struct Run {
-    int status = 0;
-    QString err;
-};
-
-QString readAll(std::FILE *f)
-{
-    std::rewind(f);
-    QByteArray bytes;
-    char buffer[4096];
-    size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0)
-        bytes.append(buffer, qsizetype(n));
-    std::fclose(f);
-    return QString::fromUtf8(bytes);
-}
-
-Run runCli(const QString &root, const QStringList &args)
-{
-    AppState::instance().reset();
-    std::FILE *out = std::tmpfile();
-    std::FILE *err = std::tmpfile();
-    Run r;
-    r.status = cli::run(QStringList{QStringLiteral("--root"), root} + args, QStringLiteral(NORMARIS_APP_DIR), out, err);
-    readAll(out);
-    r.err = readAll(err);
-    return r;
-}
+using Run = CliRun;
 
 QStringList importArgs(const QString &target, const QString &source, const QStringList &more = {})
 {
