@@ -3,6 +3,9 @@
 
 #include <QString>
 
+class QBoxLayout;
+class QWidget;
+
 namespace normaris {
 
 struct PreambleHeading {
@@ -10,5 +13,9 @@ struct PreambleHeading {
     QString document; // the name of CurKiteiCode
     static PreambleHeading current();
 };
+
+// Adds the current heading to form's layout: the captions, and the two values as
+// Label1_0 and Label1_1.
+void addPreambleHeading(QWidget *form, QBoxLayout *layout);
 
 } // namespace normaris

@@ -36,17 +36,7 @@ frmDic02_2::frmDic02_2(QWidget *parent)
     setWindowTitle(QStringLiteral("「前文」の設定"));
     resize(twips(13000), twips(8500));
     auto *layout = new QVBoxLayout(this);
-    const PreambleHeading heading = PreambleHeading::current();
-    auto *head = new QGridLayout;
-    head->addWidget(new QLabel(QStringLiteral("文章形式:"), this), 0, 0);
-    head->addWidget(new QLabel(QStringLiteral("規則・規程:"), this), 1, 0);
-    const QString values[] = {heading.style, heading.document};
-    for (int i = 0; i < 2; ++i) {
-        auto *label = new QLabel(values[i], this);
-        label->setObjectName(QStringLiteral("Label1_%1").arg(i));
-        head->addWidget(label, i, 1);
-    }
-    layout->addLayout(head);
+    addPreambleHeading(this, layout);
 
     auto *scroll = new QScrollArea(this);
     scroll->setObjectName(QStringLiteral("Picture1"));
