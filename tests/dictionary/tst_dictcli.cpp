@@ -153,8 +153,9 @@ private slots:
         QTest::newRow("other document") << "文章形式 1\n規程 02 賃金規程\n前文\n= 甲\n"
                                         << "読込エラー: bad.txt:2: 規程のCodeが --doc と違います\n";
         const QString head = QStringLiteral("文章形式 1\n規程 01 就業規則\n");
-        QTest::newRow("standard chapter code") << head + "章 60 新しい章\n"
-                                               << "入力エラー: 70～99を入力してください。･･･Code\n読込エラー: bad.txt:3: 章60は書き込めません\n";
+        QTest::newRow("standard chapter code")
+            << head + "章 60 新しい章\n"
+            << "入力エラー: 70～99を入力してください。･･･Code\n読込エラー: bad.txt:3: 章60は書き込めません\n";
         QTest::newRow("standard article code") << head + "章 03 服務規律\n条 0500 新しい条\n"
                                                << "入力エラー: 7000～9999を入力してください。･･･Code\n";
         QTest::newRow("nothing half-written") << head + "章 70 新しい章\n条 0500 新しい条\n"
