@@ -32,7 +32,7 @@ Outcome ClauseReleaser::release(const ReleaseRequest &r)
             releaseFromDocument(r);
         const QStringList place = r.level == Level::Preamble ? QStringList() : r.codes.mid(0, placeDepth(r.level));
         setSubtreeWords(m_db, r.document, r.level, place, false);
-    });
+    }, Prompt::Icon::Error);
     if (!done)
         return Outcome::Failed;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));

@@ -32,7 +32,8 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
     TextTypist text;
     TypistPair typist(docx, text);
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
-    if (outcome == Outcome::Stopped)
+    // A failed read has been reported: no document is written from what was read before it.
+    if (outcome != Outcome::Done)
         return outcome;
     try {
         docx.save(docxPath);

@@ -188,7 +188,7 @@ void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values
 QString schemaMismatch(QSqlDatabase db)
 {
     for (const TableDef &table : schemaTables()) {
-        QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table.name)));
+        RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table.name)));
         QStringList found;
         while (q.next())
             found << q.value(1).toString();
