@@ -11,6 +11,7 @@
 #include "shell/ProgramFolder.h"
 #include "shell/SingleInstance.h"
 #include "shell/forms/FormHelpers.h"
+#include "shell/forms/GuardedApplication.h"
 #include "shell/forms/frmMain01.h"
 #include "shell/forms/frmSplash1.h"
 
@@ -22,7 +23,7 @@ using namespace normaris;
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
+    GuardedApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("normaris"));
     QApplication::setApplicationDisplayName(kProgramTitle);
 

@@ -7,10 +7,13 @@
 // company" compares with it. The data connection `cn` is open exactly when a
 // company is.
 
+#include "base/CompanyLock.h"
+
 #include <QObject>
 #include <QSqlDatabase>
 #include <QString>
 #include <array>
+#include <memory>
 
 namespace normaris {
 
@@ -68,7 +71,8 @@ public:
     static QSqlDatabase cn();
 
     // Record the company whose connection has just been opened, and show the commands.
-    void markCompanyOpen(const QString &name);
+    // The company's lock is kept until the company is closed.
+    void markCompanyOpen(const QString &name, std::unique_ptr<CompanyLock> lock = nullptr);
     // Close `cn`, record that no company is open, and hide commands as told.
     void closeCompany(CommandsOnClose commands);
 
@@ -81,9 +85,11 @@ signals:
     void changed();
 
 private:
-    AppState() = default;
+    AppState();
+    ~AppState() override;
     QString m_companyPanel = NoCompanyPrompt;
     std::array<bool, 5> m_commandVisible {};
+    std::unique_ptr<CompanyLock> m_companyLock;
 };
 
 } // namespace normaris
