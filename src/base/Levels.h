@@ -12,31 +12,57 @@ namespace normaris {
 
 enum class Level { Document = 1, Chapter = 2, Article = 3, Paragraph = 4, Item = 5, Maru = 6, Iroha = 7, Preamble = 10, Closing = 11 };
 
+// How a level's number reads on its own (第５条, ②, ロ).
+enum class Numbering {
+    None,    // 規程, 前文: not numbered
+    Ordinal, // 第 + the number in full-width digits + the caption: 第５条
+    Circled, // ① … ⑳
+    Iroha,   // イ … ネ
+};
+
 struct LevelInfo {
     Level level;
     const char16_t *table;        // the dictionary table ("" for the closing row)
     const char16_t *textColumn;   // its text (or name) column
+    const char16_t *bodyColumn;   // the column the document's text is taken from (正式名称 for 規程 and 条)
+    const char16_t *documentKey;  // the table's column naming the document
+    const char16_t *fixedCode;    // the Code of the level's only row in a document, where it has one
     int placeDepth;               // place columns a row fills: 章 1, 条 2, 項 3 … イロハ 6
     const char16_t *caption;      // in the add, release and dictionary messages
     const char16_t *panelCaption; // on the row panels
+    unsigned panelColour;         // its caption's background on the row panels, 0xRRGGBB
     const char16_t *sourceName;   // in the seed sources and their messages
     int codeWidth;                // digits of the level's own Code
     int firstUserCode;            // the user's own codes run from here to the width's last
     bool segmented;               // text kept as a chain of segments (結合, 改行, 結合種別)
     const char16_t *panelActions; // the 作成データ選択肢 codes the row panels offer at a row of the level
+    Numbering numbering;          // how its number reads in a reference
+    const char16_t *previousWord; // the word for the one just before (前条), where the level has one
+    bool numberedThroughDocument; // numbered on through the chapters (条), not from 1 under each parent
+    bool listEntry;               // an entry of a list (号, ①, イ), which should not stand alone
 };
 
 // In document order: 規程, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ, then the closing row.
+// The row panels colour their captions by place: the 条 panel shows 規程 to 条, the 項
+// panel 項 to イ～ネ, each in the same four colours.
 inline constexpr std::array<LevelInfo, 9> kLevels = {{
-    {Level::Document, u"規程", u"規程", 0, u"規則・規程・労使協定", u"規則", u"規程", 2, 70, false, u"3,4"},
-    {Level::Preamble, u"前文", u"前文", 0, u"前文", u"前文", u"前文", 2, 70, true, u"2,3"},
-    {Level::Chapter, u"章", u"章", 1, u"章", u"章", u"章", 2, 70, false, u"2,3"},
-    {Level::Article, u"条", u"条", 2, u"条", u"条", u"条", 4, 7000, false, u"2,3,4,5"},
-    {Level::Paragraph, u"項", u"項", 3, u"項", u"項", u"項", 2, 70, true, u"2,3,4,5"},
-    {Level::Item, u"号", u"号", 4, u"号", u"号", u"号", 2, 70, true, u"2,3,4,5"},
-    {Level::Maru, u"号の細分丸", u"号の細分丸", 5, u"①～⑳", u"①～⑳", u"丸", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", 6, u"イ～ネ", u"イ～ネ", u"イロハ", 2, 70, true, u"2,3,4,5,6"},
-    {Level::Closing, u"", u"", 0, u"規則・規程・労使協定", u"", u"", 2, 70, false, u""},
+    {Level::Document, u"規程", u"規程", u"正式名称", u"Code", u"", 0, u"規則・規程・労使協定", u"規則", 0xFFC0C0, u"規程", 2, 70, false, u"3,4",
+     Numbering::None, u"", false, false},
+    {Level::Preamble, u"前文", u"前文", u"前文", u"規程Code", u"01", 0, u"前文", u"前文", 0xFFE0C0, u"前文", 2, 70, true, u"2,3",
+     Numbering::None, u"", false, false},
+    {Level::Chapter, u"章", u"章", u"章", u"規程Code", u"", 1, u"章", u"章", 0xFFFFC0, u"章", 2, 70, false, u"2,3",
+     Numbering::Ordinal, u"", false, false},
+    {Level::Article, u"条", u"条", u"正式名称", u"規程Code", u"", 2, u"条", u"条", 0xC0FFC0, u"条", 4, 7000, false, u"2,3,4,5",
+     Numbering::Ordinal, u"前条", true, false},
+    {Level::Paragraph, u"項", u"項", u"項", u"規程Code", u"", 3, u"項", u"項", 0xFFC0C0, u"項", 2, 70, true, u"2,3,4,5",
+     Numbering::Ordinal, u"前項", false, false},
+    {Level::Item, u"号", u"号", u"号", u"規程Code", u"", 4, u"号", u"号", 0xFFE0C0, u"号", 2, 70, true, u"2,3,4,5",
+     Numbering::Ordinal, u"前号", false, true},
+    {Level::Maru, u"号の細分丸", u"号の細分丸", u"号の細分丸", u"規程Code", u"", 5, u"①～⑳", u"①～⑳", 0xFFFFC0, u"丸", 2, 70, true, u"2,3,4,5,6",
+     Numbering::Circled, u"", false, true},
+    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", u"号の細分イロハ", u"規程Code", u"", 6, u"イ～ネ", u"イ～ネ", 0xC0FFC0, u"イロハ", 2, 70, true,
+     u"2,3,4,5,6", Numbering::Iroha, u"", false, true},
+    {Level::Closing, u"", u"", u"", u"", u"", 0, u"規則・規程・労使協定", u"", 0xC0FFC0, u"", 2, 70, false, u"", Numbering::None, u"", false, false},
 }};
 
 // The row of a level. Every Level value has one.

@@ -7,43 +7,149 @@
 #include "base/Failure.h"
 #include "shell/ProgramFolder.h"
 
+#include <QCommandLineParser>
 #include <QDir>
 
 namespace normaris::cli {
 
 namespace {
 
-// Options that stand alone; every other option takes the next word as its value.
-const QSet<QString> kFlags = {QStringLiteral("--yes"), QStringLiteral("--selected"), QStringLiteral("--unselected")};
+const QString kRoot = QStringLiteral("--root");
+const QString kYes = QStringLiteral("--yes");
+const QString kGlobalUsage = QStringLiteral("normaris-cli [--root DIR] [--yes]");
 
-void printUsage(std::FILE *err, const QList<Command> &commands)
+// The options every command line may carry, before the command or among its options.
+const QList<Option> &globalOptions()
 {
-    std::fprintf(err, "usage: normaris-cli [--root DIR] [--yes] COMMAND ...\ncommands:\n");
-    for (const Command &c : commands)
-        std::fprintf(err, "  %s %s\n", qUtf8Printable(c.path.join(u' ')), qUtf8Printable(c.usage));
+    static const QList<Option> options = {optional(kRoot, QStringLiteral("DIR")), optional(kYes)};
+    return options;
 }
 
-// Splits the line into words and options. False on an option without its value.
-bool splitArguments(const QStringList &args, QStringList &words, Arguments &parsed)
+bool isHelp(const QString &word) { return word == u"--help" || word == u"-h"; }
+
+void print(std::FILE *to, const QString &text) { std::fputs(qUtf8Printable(text), to); }
+
+QString commandList(const QList<Command> &commands)
 {
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString &a = args[i];
-        if (a.startsWith(QStringLiteral("--"))) {
-            if (kFlags.contains(a)) {
-                parsed.flags.insert(a);
-            } else if (i + 1 < args.size()) {
-                parsed.options.insert(a, args[++i]);
-            } else {
-                return false;
-            }
-        } else {
-            words << a;
-        }
+    QString text = QStringLiteral("usage: %1 COMMAND ...\n       %1 [COMMAND] --help\ncommands:\n").arg(kGlobalUsage);
+    for (const Command &c : commands)
+        text += QStringLiteral("  ") + c.usage() + u'\n';
+    return text;
+}
+
+QString commandUsage(const Command &command) { return QStringLiteral("usage: %1 %2\n").arg(kGlobalUsage, command.usage()); }
+
+// The command whose words begin the line, the longest when several do.
+const Command *findCommand(const QList<Command> &commands, const QStringList &words)
+{
+    const Command *found = nullptr;
+    for (const Command &c : commands) {
+        if (words.mid(0, c.path.size()) == c.path && (!found || c.path.size() > found->path.size()))
+            found = &c;
     }
-    return true;
+    return found;
+}
+
+QCommandLineOption parserOption(const Option &o)
+{
+    return o.value.isEmpty() ? QCommandLineOption(o.name.mid(2)) : QCommandLineOption(o.name.mid(2), QString(), o.value);
+}
+
+// Parses what follows the command's words against its declaration. An empty error is success.
+QString parseCommandLine(const Command &command, const QStringList &rest, Arguments &parsed, bool &help)
+{
+    QCommandLineParser parser;
+    const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")});
+    parser.addOption(helpOption);
+    const QList<Option> options = globalOptions() + command.options;
+    for (const Option &o : options)
+        parser.addOption(parserOption(o));
+    if (!parser.parse(QStringList{QStringLiteral("normaris-cli")} + rest))
+        return parser.errorText();
+    help = parser.isSet(helpOption);
+    if (help)
+        return {};
+    for (const Option &o : options) {
+        const QString name = o.name.mid(2);
+        if (!parser.isSet(name)) {
+            if (o.required)
+                return QStringLiteral("%1 is required").arg(o.name);
+            continue;
+        }
+        if (o.value.isEmpty()) {
+            parsed.flags.insert(o.name);
+            continue;
+        }
+        const QString value = parser.value(name);
+        if (!o.choices.isEmpty() && !o.choices.contains(value))
+            return QStringLiteral("%1 takes %2, not '%3'").arg(o.name, o.choices.join(u'|'), value);
+        parsed.options.insert(o.name, value);
+    }
+    parsed.words = parser.positionalArguments();
+    if (parsed.words.size() > command.maxArguments)
+        return QStringLiteral("unexpected argument '%1'").arg(parsed.words.value(command.maxArguments));
+    if (parsed.words.size() < command.minArguments)
+        return QStringLiteral("missing %1").arg(command.arguments);
+    return {};
+}
+
+int badUsage(std::FILE *err, const QString &why, const QString &usage)
+{
+    if (!why.isEmpty())
+        print(err, QStringLiteral("normaris-cli: ") + why + u'\n');
+    print(err, usage);
+    return ExitFailure;
+}
+
+int runCommand(const Command &command, const Arguments &parsed, const QString &programDir, std::FILE *out, std::FILE *err)
+{
+    TerminalPrompt prompt(parsed.flags.contains(kYes), err);
+    const QString root = QDir(parsed.options.value(kRoot, programDir)).absolutePath();
+    try {
+        prepareProgramFolder(root, programDir);
+    } catch (const Failure &f) {
+        prompt.failure(f.text());
+        return ExitFailure;
+    }
+    AppState::instance().AppPath = root;
+
+    QTextStream stream(out);
+    Context context{parsed, DataLayout{root}, prompt, stream};
+    context.args.options.remove(kRoot);
+    try {
+        return command.run(context);
+    } catch (const std::exception &e) {
+        prompt.failure(QString::fromUtf8(e.what()));
+        return ExitFailure;
+    }
 }
 
 } // namespace
+
+Option required(const QString &name, const QString &value, const QStringList &choices) { return Option{name, value, true, choices}; }
+Option optional(const QString &name, const QString &value, const QStringList &choices) { return Option{name, value, false, choices}; }
+
+const QStringList &styleChoices()
+{
+    static const QStringList styles = {QStringLiteral("1"), QStringLiteral("2")};
+    return styles;
+}
+Option requiredStyle() { return required(QStringLiteral("--style"), QStringLiteral("S"), styleChoices()); }
+Option optionalStyle() { return optional(QStringLiteral("--style"), QStringLiteral("S"), styleChoices()); }
+
+QString Command::usage() const
+{
+    QStringList parts = path;
+    for (const Option &o : options) {
+        QString part = o.name;
+        if (!o.value.isEmpty())
+            part += u' ' + (o.choices.isEmpty() ? o.value : o.choices.join(u'|'));
+        parts << (o.required ? part : u'[' + part + u']');
+    }
+    if (!arguments.isEmpty())
+        parts << arguments;
+    return parts.join(u' ');
+}
 
 int exitCodeOf(Outcome outcome)
 {
@@ -55,15 +161,14 @@ int exitCodeOf(Outcome outcome)
     return ExitFailure;
 }
 
-Command companyCommand(QStringList path, QString usage, int minWords, int maxWords, std::function<int(Context &)> run,
-                       bool needsDocument)
+Command companyCommand(QStringList path, QList<Option> options, QString arguments, int minArguments, int maxArguments,
+                       std::function<int(Context &)> run, bool needsDocument)
 {
-    return Command{std::move(path), QStringLiteral("--company NAME ") + usage, minWords, maxWords,
+    options.prepend(required(QStringLiteral("--company"), QStringLiteral("NAME")));
+    if (needsDocument)
+        options.insert(1, required(QStringLiteral("--doc"), QStringLiteral("CODE")));
+    return Command{std::move(path), std::move(options), std::move(arguments), minArguments, maxArguments,
                    [run = std::move(run), needsDocument](Context &c) {
-                       if (!c.args.has(QStringLiteral("--company"))) {
-                           c.prompt.failure(QStringLiteral("--company で会社を指定してください。"));
-                           return int(ExitFailure);
-                       }
                        const Outcome opened = CompanyFiles(c.layout, c.prompt).open(c.args.option(QStringLiteral("--company")));
                        if (opened != Outcome::Done)
                            return exitCodeOf(opened);
@@ -90,49 +195,41 @@ QList<Command> allCommands()
 int run(const QStringList &args, const QString &programDir, std::FILE *out, std::FILE *err)
 {
     const QList<Command> commands = allCommands();
-    QStringList words;
-    Arguments parsed;
-    if (!splitArguments(args, words, parsed)) {
-        printUsage(err, commands);
-        return ExitFailure;
-    }
-    const Command *command = nullptr;
-    for (const Command &c : commands) {
-        if (words.mid(0, c.path.size()) == c.path) {
-            command = &c;
-            break;
+    // The global options come first; the command's words begin at the first word
+    // that is not an option.
+    qsizetype i = 0;
+    QStringList globals;
+    for (; i < args.size() && args[i].startsWith(u'-'); ++i) {
+        if (isHelp(args[i])) {
+            print(out, commandList(commands));
+            return ExitDone;
+        }
+        if (args[i] == kYes) {
+            globals << args[i];
+        } else if (args[i] == kRoot && i + 1 < args.size()) {
+            globals << args[i] << args[i + 1];
+            ++i;
+        } else {
+            return badUsage(err, args[i] == kRoot ? QStringLiteral("missing value after --root") : QStringLiteral("unknown option '%1'").arg(args[i]),
+                            commandList(commands));
         }
     }
-    if (!command) {
-        printUsage(err, commands);
-        return ExitFailure;
-    }
-    parsed.words = words.mid(command->path.size());
-    if (parsed.words.size() < command->minWords || parsed.words.size() > command->maxWords) {
-        std::fprintf(err, "usage: normaris-cli %s %s\n", qUtf8Printable(command->path.join(u' ')),
-                     qUtf8Printable(command->usage));
-        return ExitFailure;
-    }
+    const QStringList rest = args.mid(i);
+    const Command *command = findCommand(commands, rest);
+    if (!command)
+        return badUsage(err, rest.isEmpty() ? QStringLiteral("no command") : QStringLiteral("unknown command '%1'").arg(rest.join(u' ')),
+                        commandList(commands));
 
-    TerminalPrompt prompt(parsed.flags.contains(QStringLiteral("--yes")), err);
-    const QString root = QDir(parsed.options.value(QStringLiteral("--root"), programDir)).absolutePath();
-    parsed.options.remove(QStringLiteral("--root"));
-    try {
-        prepareProgramFolder(root, programDir);
-    } catch (const Failure &f) {
-        prompt.failure(f.text());
-        return ExitFailure;
+    Arguments parsed;
+    bool help = false;
+    const QString error = parseCommandLine(*command, globals + rest.mid(command->path.size()), parsed, help);
+    if (help) {
+        print(out, commandUsage(*command));
+        return ExitDone;
     }
-    AppState::instance().AppPath = root;
-
-    QTextStream stream(out);
-    Context context{parsed, DataLayout{root}, prompt, stream};
-    try {
-        return command->run(context);
-    } catch (const std::exception &e) {
-        prompt.failure(QString::fromUtf8(e.what()));
-        return ExitFailure;
-    }
+    if (!error.isEmpty())
+        return badUsage(err, error, commandUsage(*command));
+    return runCommand(*command, parsed, programDir, out, err);
 }
 
 } // namespace normaris::cli

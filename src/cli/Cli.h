@@ -2,6 +2,11 @@
 // normaris-cli [--root DIR] [--yes] COMMAND ...
 //
 // Exit status: 0 done, 1 stopped by a check or answered no, 2 bad usage or a failure.
+//
+// Every command declares its words, options and arguments in one Command row; the
+// frame parses the line against that row and refuses, with the command's usage and
+// status 2, an option it does not declare, an option without its value, a value
+// outside the option's choices, a missing required option and a stray argument.
 
 #include "base/DataLayout.h"
 #include "base/Prompt.h"
@@ -18,9 +23,25 @@ enum ExitCode { ExitDone = 0, ExitStopped = 1, ExitFailure = 2 };
 
 int exitCodeOf(Outcome outcome);
 
-// The words and options of one command line, after the global options.
+// One option of a command: "--name VALUE", or "--name" alone when value is empty.
+struct Option {
+    QString name;          // with its dashes: "--company"
+    QString value;         // the value's name in the usage: "NAME"; empty for a flag
+    bool required = false; // refused as bad usage when missing
+    QStringList choices;   // when not empty, the only values accepted
+};
+
+Option required(const QString &name, const QString &value, const QStringList &choices = {});
+Option optional(const QString &name, const QString &value = {}, const QStringList &choices = {});
+
+// The prose styles, as every option naming one accepts them.
+const QStringList &styleChoices();
+Option requiredStyle();
+Option optionalStyle();
+
+// The words and options of one command line, after the command's own words.
 struct Arguments {
-    QStringList words;               // what follows the command's own words
+    QStringList words;               // the command's arguments
     QHash<QString, QString> options; // --name value
     QSet<QString> flags;             // --name alone
 
@@ -36,17 +57,21 @@ struct Context {
 };
 
 struct Command {
-    QStringList path;     // e.g. {"company", "new"}
-    QString usage;        // the rest of the line, e.g. "NAME [--from SOURCE]"
-    int minWords = 0;     // positional words after the path
-    int maxWords = 0;
+    QStringList path;       // e.g. {"company", "new"}
+    QList<Option> options;  // what the command accepts besides --root and --yes
+    QString arguments;      // the arguments in the usage, e.g. "NAME"
+    int minArguments = 0;
+    int maxArguments = 0;
     std::function<int(Context &)> run;
+
+    QString usage() const; // "company new [--from SOURCE] NAME"
 };
 
 // A command that works on the company named by --company, opened without a question
-// (as `cn`); with needsDocument, --doc must name a document of the dictionary.
-Command companyCommand(QStringList path, QString usage, int minWords, int maxWords, std::function<int(Context &)> run,
-                       bool needsDocument);
+// (as `cn`); with needsDocument, it also requires --doc, which must name a document of
+// the dictionary.
+Command companyCommand(QStringList path, QList<Option> options, QString arguments, int minArguments, int maxArguments,
+                       std::function<int(Context &)> run, bool needsDocument);
 
 // Every command, each subsystem adding its own.
 QList<Command> allCommands();
@@ -55,7 +80,8 @@ void addSettingsCommands(QList<Command> &commands);
 void addComposeCommands(QList<Command> &commands);
 void addExportCommands(QList<Command> &commands);
 
-// Runs one command line (without the program name). Output goes to out, boxes to err.
+// Runs one command line (without the program name). Output and help go to out; boxes
+// and usage errors to err.
 int run(const QStringList &args, const QString &programDir, std::FILE *out, std::FILE *err);
 
 } // namespace normaris::cli

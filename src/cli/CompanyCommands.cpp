@@ -11,7 +11,7 @@ namespace normaris::cli {
 void addCompanyCommands(QList<Command> &commands)
 {
     const QString company = QStringLiteral("company");
-    commands << Command{{company, QStringLiteral("new")}, QStringLiteral("NAME [--from SOURCE]"), 1, 1,
+    commands << Command{{company, QStringLiteral("new")}, {optional(QStringLiteral("--from"), QStringLiteral("SOURCE"))}, QStringLiteral("NAME"), 1, 1,
                         [](Context &c) {
                             CompanyFiles files(c.layout, c.prompt);
                             const QString name = c.args.words[0];
@@ -19,22 +19,22 @@ void addCompanyCommands(QList<Command> &commands)
                                                   ? files.createFromCompany(name, c.args.option(QStringLiteral("--from")))
                                                   : files.createFromSeed(name));
                         }};
-    commands << Command{{company, QStringLiteral("list")}, QString(), 0, 0, [](Context &c) {
+    commands << Command{{company, QStringLiteral("list")}, {}, QString(), 0, 0, [](Context &c) {
                             for (const QString &name : c.layout.companyList())
                                 c.out << name << '\n';
                             return int(ExitDone);
                         }};
-    commands << Command{{company, QStringLiteral("delete")}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
+    commands << Command{{company, QStringLiteral("delete")}, {}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
                             return exitCodeOf(CompanyFiles(c.layout, c.prompt).remove(c.args.words[0]));
                         }};
-    commands << Command{{company, QStringLiteral("backup")}, QStringLiteral("NAME [--to DIR]"), 1, 1,
+    commands << Command{{company, QStringLiteral("backup")}, {optional(QStringLiteral("--to"), QStringLiteral("DIR"))}, QStringLiteral("NAME"), 1, 1,
                         [](Context &c) {
                             std::optional<QString> to;
                             if (c.args.has(QStringLiteral("--to")))
                                 to = c.args.option(QStringLiteral("--to"));
                             return exitCodeOf(Maintenance(c.layout, c.prompt).backup(c.args.words[0], to));
                         }};
-    commands << Command{{company, QStringLiteral("compact")}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
+    commands << Command{{company, QStringLiteral("compact")}, {}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
                             return exitCodeOf(Maintenance(c.layout, c.prompt).optimise(c.args.words[0]));
                         }};
 }

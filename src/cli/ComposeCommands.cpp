@@ -19,15 +19,6 @@ const QString kCompose = QStringLiteral("compose");
 QString styleOf(Context &c) { return c.args.option(QStringLiteral("--style")); }
 QString documentOf(Context &c) { return c.args.option(QStringLiteral("--doc")); }
 
-bool checkStyle(Context &c)
-{
-    const QString style = styleOf(c);
-    if (style == u"1" || style == u"2")
-        return true;
-    c.prompt.error(QStringLiteral("文章形式の指定"), QStringLiteral("文章形式を指定してください。"));
-    return false;
-}
-
 int docsList(Context &c)
 {
     DocumentList list(AppState::cn());
@@ -46,8 +37,6 @@ int docsList(Context &c)
 // リストに追加 and リストから外す pick from the documents off or on the list.
 int docsChange(Context &c, bool add)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     DocumentList list(AppState::cn());
     const QString document = documentOf(c);
     const bool offered = list.exists(styleOf(c), document) && list.isOnList(styleOf(c), document) != add;
@@ -73,8 +62,6 @@ QList<PanelRow> panelOf(Context &c)
 
 int composeRows(Context &c)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     QSqlDatabase db = AppState::cn();
     const QList<CompositionRow> rows = onParagraphPanel(c)
         ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
@@ -91,8 +78,6 @@ int composeRows(Context &c)
 // The panel's step for one row: the position rule, the question, then the add or release.
 int composeAction(Context &c, const QString &action)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
     QSqlDatabase db = AppState::cn();
     const QList<PanelRow> panel = panelOf(c);
     bool ok = false;
@@ -135,36 +120,31 @@ int composeAction(Context &c, const QString &action)
 
 int writeList(Context &c, ListKind kind)
 {
-    if (!checkStyle(c))
-        return ExitStopped;
-    const QString out = c.args.option(QStringLiteral("--out"));
-    if (out.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出すファイルを指定してください。"));
-        return ExitFailure;
-    }
-    return exitCodeOf(ExcelLists(AppState::cn(), c.prompt).write(kind, styleOf(c), documentOf(c), out));
+    return exitCodeOf(ExcelLists(AppState::cn(), c.prompt).write(kind, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--out"))));
 }
 
 } // namespace
 
 void addComposeCommands(QList<Command> &commands)
 {
-    const QString panel = QStringLiteral("--style S --doc CODE [--chapter C --article A]");
-    commands << companyCommand({kDocs, QStringLiteral("list")}, QStringLiteral("[--style 1|2] [--selected|--unselected]"), 0, 0, docsList, false);
-    commands << companyCommand({kDocs, QStringLiteral("add")}, QStringLiteral("--style S --doc CODE"), 0, 0,
-                               [](Context &c) { return docsChange(c, true); }, true);
-    commands << companyCommand({kDocs, QStringLiteral("remove")}, QStringLiteral("--style S --doc CODE"), 0, 0,
-                               [](Context &c) { return docsChange(c, false); }, true);
-    commands << companyCommand({kCompose, QStringLiteral("rows")}, panel, 0, 0, composeRows, true);
-    commands << companyCommand({kCompose, QStringLiteral("add")}, panel + QStringLiteral(" --row I --action CODE --pick CODE"), 0, 0,
-                               [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
-    commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QStringLiteral(" --row I"), 0, 0,
+    const QList<Option> panel = {requiredStyle(), optional(QStringLiteral("--chapter"), QStringLiteral("C")),
+                                 optional(QStringLiteral("--article"), QStringLiteral("A"))};
+    const Option row = required(QStringLiteral("--row"), QStringLiteral("I"));
+    commands << companyCommand({kDocs, QStringLiteral("list")},
+                               {optionalStyle(), optional(QStringLiteral("--selected")), optional(QStringLiteral("--unselected"))}, {}, 0, 0, docsList, false);
+    commands << companyCommand({kDocs, QStringLiteral("add")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, true); }, true);
+    commands << companyCommand({kDocs, QStringLiteral("remove")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, false); }, true);
+    commands << companyCommand({kCompose, QStringLiteral("rows")}, panel, {}, 0, 0, composeRows, true);
+    commands << companyCommand({kCompose, QStringLiteral("add")},
+                               panel + QList<Option>{row, required(QStringLiteral("--action"), QStringLiteral("CODE")), optional(QStringLiteral("--pick"), QStringLiteral("CODE"))},
+                               {}, 0, 0, [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
+    commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QList<Option>{row}, {}, 0, 0,
                                [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
     const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords}, {"words", ListKind::EmbeddedWords},
                                                        {"refs", ListKind::References}, {"templates", ListKind::Templates}};
     for (const auto &[name, kind] : lists) {
-        commands << companyCommand({QStringLiteral("lists"), QString::fromLatin1(name)}, QStringLiteral("--style S --doc CODE --out FILE.xlsx"), 0, 0,
-                                   [kind = kind](Context &c) { return writeList(c, kind); }, true);
+        commands << companyCommand({QStringLiteral("lists"), QString::fromLatin1(name)}, {requiredStyle(), required(QStringLiteral("--out"), QStringLiteral("FILE.xlsx"))},
+                                   {}, 0, 0, [kind = kind](Context &c) { return writeList(c, kind); }, true);
     }
 }
 

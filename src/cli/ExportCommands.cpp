@@ -44,46 +44,48 @@ struct BuildStep {
     WorkDataBuild build;
 };
 
-// A choice among named values, as --name value; the first is the default.
+// The named values of an option, in one table each: the first is the default. The
+// declaration of the option takes its names from the same table.
 template<typename T>
-bool pick(Context &c, const QString &option, const QList<std::pair<QString, T>> &choices, T &value)
+using Choices = QList<std::pair<QString, T>>;
+
+const Choices<ExportKind> kKinds = {{QStringLiteral("rules"), ExportKind::Rules}, {QStringLiteral("agreement"), ExportKind::Agreement},
+                                    {QStringLiteral("filing"), ExportKind::Filing}};
+const Choices<CoverChoice> kCovers = {{QStringLiteral("both"), CoverChoice::Both}, {QStringLiteral("cover"), CoverChoice::CoverOnly},
+                                      {QStringLiteral("toc"), CoverChoice::TocOnly}, {QStringLiteral("none"), CoverChoice::None}};
+const Choices<bool> kNumberFirst = {{QStringLiteral("show"), true}, {QStringLiteral("hide"), false}};
+const Choices<bool> kFiling = {{QStringLiteral("new"), false}, {QStringLiteral("change"), true}};
+
+template<typename T>
+Option choiceOption(const QString &name, const Choices<T> &choices)
 {
-    const QString given = c.args.option(option);
-    if (given.isEmpty()) {
-        value = choices.first().second;
-        return true;
-    }
-    for (const auto &[name, v] : choices) {
-        if (name == given) {
-            value = v;
-            return true;
-        }
-    }
     QStringList names;
     for (const auto &choice : choices)
         names << choice.first;
-    c.prompt.failure(QStringLiteral("%1 には %2 のいずれかを指定してください。").arg(option, names.join(u'|')));
-    return false;
+    return optional(name, names.join(u'|'), names);
+}
+
+// The value of a choice option, which the command line has already checked.
+template<typename T>
+T pick(Context &c, const QString &option, const Choices<T> &choices)
+{
+    const QString given = c.args.option(option);
+    for (const auto &[name, v] : choices) {
+        if (name == given)
+            return v;
+    }
+    return choices.first().second;
 }
 
 // データをWordへ送る: the rendering alone, of work data built and substituted before.
 int exportDocument(Context &c)
 {
     RenderOptions options;
-    bool numberFirst = true;
-    if (!pick<ExportKind>(c, QStringLiteral("--kind"), {{QStringLiteral("rules"), ExportKind::Rules}, {QStringLiteral("agreement"), ExportKind::Agreement},
-                                                     {QStringLiteral("filing"), ExportKind::Filing}}, options.kind)
-        || !pick<CoverChoice>(c, QStringLiteral("--cover"), {{QStringLiteral("both"), CoverChoice::Both}, {QStringLiteral("cover"), CoverChoice::CoverOnly},
-                                                          {QStringLiteral("toc"), CoverChoice::TocOnly}, {QStringLiteral("none"), CoverChoice::None}}, options.cover)
-        || !pick<bool>(c, QStringLiteral("--number-first"), {{QStringLiteral("show"), true}, {QStringLiteral("hide"), false}}, numberFirst)
-        || !pick<bool>(c, QStringLiteral("--filing"), {{QStringLiteral("new"), false}, {QStringLiteral("change"), true}}, options.filingIsChange))
-        return ExitFailure;
-    options.showFirstParagraphNumber = numberFirst;
+    options.kind = pick(c, QStringLiteral("--kind"), kKinds);
+    options.cover = pick(c, QStringLiteral("--cover"), kCovers);
+    options.showFirstParagraphNumber = pick(c, QStringLiteral("--number-first"), kNumberFirst);
+    options.filingIsChange = pick(c, QStringLiteral("--filing"), kFiling);
     const QString out = c.args.option(QStringLiteral("--out"));
-    if (out.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルを指定してください。"));
-        return ExitFailure;
-    }
     const bool filing = options.kind == ExportKind::Filing;
     if (!filing && !chooseStyleAndDocument(c))
         return ExitStopped;
@@ -102,13 +104,15 @@ int exportDocument(Context &c)
 
 void addExportCommands(QList<Command> &commands)
 {
-    const QString chosen = QStringLiteral("--style S --doc CODE");
-    commands << companyCommand({QStringLiteral("build")}, chosen, 0, 0, runStep<BuildStep>, true);
-    commands << companyCommand({QStringLiteral("substitute")}, chosen, 0, 0, runStep<SettingSubstitution>, true);
+    const QList<Option> chosen = {requiredStyle()};
+    commands << companyCommand({QStringLiteral("build")}, chosen, {}, 0, 0, runStep<BuildStep>, true);
+    commands << companyCommand({QStringLiteral("substitute")}, chosen, {}, 0, 0, runStep<SettingSubstitution>, true);
     commands << companyCommand({QStringLiteral("export")},
-                               QStringLiteral("[--style S --doc CODE] [--kind rules|agreement|filing] [--cover both|cover|toc|none] "
-                                              "[--number-first show|hide] [--filing new|change] --out FILE.docx [--text FILE.txt]"),
-                               0, 0, exportDocument, false);
+                               {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")), choiceOption(QStringLiteral("--kind"), kKinds),
+                                choiceOption(QStringLiteral("--cover"), kCovers), choiceOption(QStringLiteral("--number-first"), kNumberFirst),
+                                choiceOption(QStringLiteral("--filing"), kFiling), required(QStringLiteral("--out"), QStringLiteral("FILE.docx")),
+                                optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+                               {}, 0, 0, exportDocument, false);
 }
 
 } // namespace normaris::cli

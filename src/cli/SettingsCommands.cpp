@@ -160,14 +160,17 @@ int wordsSet(Context &c)
 
 void addSettingsCommands(QList<Command> &commands)
 {
-    commands << companyCommand({kSettings, QStringLiteral("show")}, {}, 0, 0, settingsShow, false);
-    commands << companyCommand({kSettings, QStringLiteral("set")}, QStringLiteral("COLUMN=VALUE ..."), 1, 16, settingsSet, false);
-    commands << companyCommand({kSettings, QStringLiteral("representative")}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative, false);
-    commands << companyCommand({kDates, QStringLiteral("list")}, QStringLiteral("--doc CODE"), 0, 0, datesList, true);
-    commands << companyCommand({kDates, QStringLiteral("add")}, QStringLiteral("--doc CODE DATE [--style 1|2]"), 1, 1, datesAdd, true);
-    commands << companyCommand({kDates, QStringLiteral("delete")}, QStringLiteral("--doc CODE DATE"), 1, 1, datesDelete, true);
-    commands << companyCommand({kWords, QStringLiteral("list")}, QStringLiteral("--doc CODE --chapter C --article A"), 0, 0, wordsList, true);
-    commands << companyCommand({kWords, QStringLiteral("set")}, QStringLiteral("--doc CODE --chapter C --article A WORDCODE=TEXT ..."), 1, 15, wordsSet, true);
+    const Option chapter = required(QStringLiteral("--chapter"), QStringLiteral("C"));
+    const Option article = required(QStringLiteral("--article"), QStringLiteral("A"));
+    commands << companyCommand({kSettings, QStringLiteral("show")}, {}, {}, 0, 0, settingsShow, false);
+    commands << companyCommand({kSettings, QStringLiteral("set")}, {}, QStringLiteral("COLUMN=VALUE ..."), 1, 16, settingsSet, false);
+    commands << companyCommand({kSettings, QStringLiteral("representative")}, {}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative, false);
+    commands << companyCommand({kDates, QStringLiteral("list")}, {}, {}, 0, 0, datesList, true);
+    commands << companyCommand({kDates, QStringLiteral("add")}, {optionalStyle()}, QStringLiteral("DATE"), 1, 1, datesAdd, true);
+    commands << companyCommand({kDates, QStringLiteral("delete")}, {}, QStringLiteral("DATE"), 1, 1, datesDelete, true);
+    commands << companyCommand({kWords, QStringLiteral("list")}, {optionalStyle(), chapter, article}, {}, 0, 0, wordsList, true);
+    commands << companyCommand({kWords, QStringLiteral("set")}, {optionalStyle(), chapter, article}, QStringLiteral("WORDCODE=TEXT ..."), 1, 15, wordsSet,
+                               true);
 }
 
 } // namespace normaris::cli

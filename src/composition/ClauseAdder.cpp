@@ -97,12 +97,7 @@ Outcome ClauseAdder::add(const AddRequest &r)
             m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
             return Outcome::Stopped;
         }
-        switch (r.added) {
-        case Level::Preamble: addPreamble(r); break;
-        case Level::Chapter: addChapter(r); break;
-        case Level::Article: addArticle(r); break;
-        default: addClause(r); break;
-        }
+        (this->*adderOf(r.added))(r);
         // The words of the whole subtree come into use, also under clauses left out.
         setSubtreeWords(m_db, r.document, r.added, place, true);
         return Outcome::Done;
@@ -111,6 +106,18 @@ Outcome ClauseAdder::add(const AddRequest &r)
         return outcome;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));
     return Outcome::Done;
+}
+
+ClauseAdder::LevelAdder ClauseAdder::adderOf(Level added)
+{
+    // The levels above 項 each add their own way; every clause level adds alike.
+    static const std::pair<Level, LevelAdder> adders[] = {
+        {Level::Preamble, &ClauseAdder::addPreamble}, {Level::Chapter, &ClauseAdder::addChapter}, {Level::Article, &ClauseAdder::addArticle}};
+    for (const auto &[level, adder] : adders) {
+        if (level == added)
+            return adder;
+    }
+    return &ClauseAdder::addClause;
 }
 
 void ClauseAdder::addPreamble(const AddRequest &r)

@@ -36,6 +36,8 @@ public:
     static QStringList placeOf(const AddRequest &request);
 
 private:
+    using LevelAdder = void (ClauseAdder::*)(const AddRequest &);
+    static LevelAdder adderOf(Level added);
     void addPreamble(const AddRequest &r);
     void addChapter(const AddRequest &r);
     void addArticle(const AddRequest &r);

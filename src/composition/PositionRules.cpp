@@ -32,7 +32,53 @@ PanelDecision confirm(const PanelRow &row, const QString &line1, const QString &
     return d;
 }
 
-const QString kChapterBelow = QStringLiteral("の下に章を追加しますか？");
+// One row of the 条 panel's table: the level of the selected row and the action, the
+// test that refuses it, and the question.
+enum class ArticleCheck {
+    None,
+    PreviousOfLevel, // refused when the row before is of the same level (not its first row)
+    NextOfLevel,     // refused when the row after is of the same level (not its last row)
+    NextInChapter,   // refused when the row after is in the same 章 (not its last 条)
+    HasParagraphs,   // goes down to the 項 panel; refused when the dictionary holds no 項
+};
+
+struct ArticleRule {
+    Level row;
+    char action;
+    ArticleCheck check;
+    const char *refusalTitle;
+    const char *refusal;
+    const char *line1;
+    const char *line2;
+    bool release;
+    Level added; // Document for a release
+};
+
+const char *const kPlace = "処理位置の確認";
+const char *const kChapterBelowText = "の下に章を追加しますか？";
+const char *const kArticleBelow = "の下に条を追加しますか？";
+const char *const kWithArticles = "条以下のデータがある場合は、それらも一緒に追加します。";
+const char *const kWithParagraphs = "項以下のデータがある場合は、それらも一緒に追加します。";
+const char *const kReleaseRow = "の選択を解除しますか？";
+
+// The tests of the 規程 row look at the row after it only when it is not row 0, and it
+// always is: a second 前文 is refused by the add itself.
+const ArticleRule kArticleRules[] = {
+    {Level::Document, '3', ArticleCheck::None, "", "", "の下に前文を追加しますか？", "", false, Level::Preamble},
+    {Level::Document, '4', ArticleCheck::None, "", "", kChapterBelowText, kWithArticles, false, Level::Chapter},
+    {Level::Preamble, '2', ArticleCheck::PreviousOfLevel, kPlace, "前文の「最初の行」の位置で処理してください。", kReleaseRow, "", true, Level::Document},
+    {Level::Preamble, '3', ArticleCheck::NextOfLevel, kPlace, "前文の「最後の行」の位置で処理してください。", kChapterBelowText, kWithArticles, false, Level::Chapter},
+    {Level::Chapter, '2', ArticleCheck::None, "", "", kReleaseRow, "条以下のデータがある場合は、それらも一緒に選択解除します。", true, Level::Document},
+    {Level::Chapter, '3', ArticleCheck::None, "", "", kArticleBelow, kWithParagraphs, false, Level::Article},
+    {Level::Article, '2', ArticleCheck::None, "", "", kReleaseRow, "項以下のデータがある場合は、それらも一緒に選択解除します。", true, Level::Document},
+    {Level::Article, '3', ArticleCheck::NextInChapter, kPlace, "前章の「最後の条」の位置で処理してください。", kChapterBelowText, kWithArticles, false, Level::Chapter},
+    {Level::Article, '4', ArticleCheck::None, "", "", kArticleBelow, kWithParagraphs, false, Level::Article},
+    {Level::Article, '5', ArticleCheck::HasParagraphs, "項の制約事項",
+     "「項」が１つも登録されていません。\n"
+     "この条を選択解除し、先にディクショナリで追加登録をしてください。\n"
+     "その後、このフォームで同条を追加することで項以下のデータも追加されます。",
+     "", "", false, Level::Document},
+};
 
 // One row of the 項 panel's table: the codes compared with the neighbour row, the
 // refusal, and the question.
@@ -100,61 +146,26 @@ PanelDecision articlePanelAction(const QList<PanelRow> &rows, int i, const QStri
         return refuse(QStringLiteral("処理方法の指定"), QStringLiteral("処理方法を指定してください。"));
     const PanelRow &row = rows.at(i);
     const bool last = i + 1 == rows.size();
-    const QString withArticles = QStringLiteral("条以下のデータがある場合は、それらも一緒に追加します。");
-    const QString withParagraphs = QStringLiteral("項以下のデータがある場合は、それらも一緒に追加します。");
-    const QString articleBelow = QStringLiteral("の下に条を追加しますか？");
-    const QString release = QStringLiteral("の選択を解除しますか？");
-    const QChar a = action.at(0);
-    switch (row.level) {
-    case Level::Document:
-        // The tests of this row look at the row after it only when it is not row 0, and it
-        // always is: a second 前文 is refused by the add itself.
-        if (a == u'3')
-            return confirm(row, QStringLiteral("の下に前文を追加しますか？"), {}, Level::Document, false, Level::Preamble);
-        if (a == u'4')
-            return confirm(row, kChapterBelow, withArticles, Level::Document, false, Level::Chapter);
-        break;
-    case Level::Preamble:
-        if (a == u'2') {
-            if (i > 0 && rows[i - 1].level == Level::Preamble)
-                return refuse(kPlaceTitle, QStringLiteral("前文の「最初の行」の位置で処理してください。"));
-            return confirm(row, release, {}, Level::Preamble, true);
+    for (const ArticleRule &rule : kArticleRules) {
+        if (rule.row != row.level || action.at(0) != QChar::fromLatin1(rule.action))
+            continue;
+        bool refused = false;
+        switch (rule.check) {
+        case ArticleCheck::None: break;
+        case ArticleCheck::PreviousOfLevel: refused = i > 0 && rows[i - 1].level == row.level; break;
+        case ArticleCheck::NextOfLevel: refused = !last && rows[i + 1].level == row.level; break;
+        case ArticleCheck::NextInChapter: refused = !last && rows[i + 1].codes[0] == row.codes[0]; break;
+        case ArticleCheck::HasParagraphs: refused = !articleHasParagraphs; break;
         }
-        if (a == u'3') {
-            if (!last && rows[i + 1].level == Level::Preamble)
-                return refuse(kPlaceTitle, QStringLiteral("前文の「最後の行」の位置で処理してください。"));
-            return confirm(row, kChapterBelow, withArticles, Level::Preamble, false, Level::Chapter);
-        }
-        break;
-    case Level::Chapter:
-        if (a == u'2')
-            return confirm(row, release, QStringLiteral("条以下のデータがある場合は、それらも一緒に選択解除します。"), Level::Chapter, true);
-        if (a == u'3')
-            return confirm(row, articleBelow, withParagraphs, Level::Chapter, false, Level::Article);
-        break;
-    case Level::Article:
-        if (a == u'2')
-            return confirm(row, release, QStringLiteral("項以下のデータがある場合は、それらも一緒に選択解除します。"), Level::Article, true);
-        if (a == u'3') {
-            if (!last && rows[i + 1].codes[0] == row.codes[0])
-                return refuse(kPlaceTitle, QStringLiteral("前章の「最後の条」の位置で処理してください。"));
-            return confirm(row, kChapterBelow, withArticles, Level::Article, false, Level::Chapter);
-        }
-        if (a == u'4')
-            return confirm(row, articleBelow, withParagraphs, Level::Article, false, Level::Article);
-        if (a == u'5') {
-            if (!articleHasParagraphs)
-                return refuse(QStringLiteral("項の制約事項"), QStringLiteral("「項」が１つも登録されていません。\n"
-                                                                       "この条を選択解除し、先にディクショナリで追加登録をしてください。\n"
-                                                                       "その後、このフォームで同条を追加することで項以下のデータも追加されます。"));
+        if (refused)
+            return refuse(QString::fromUtf8(rule.refusalTitle), QString::fromUtf8(rule.refusal));
+        if (rule.check == ArticleCheck::HasParagraphs) {
             PanelDecision d;
             d.kind = PanelDecision::Kind::OpenParagraphs;
-            d.current = Level::Article;
+            d.current = row.level;
             return d;
         }
-        break;
-    default:
-        break;
+        return confirm(row, QString::fromUtf8(rule.line1), QString::fromUtf8(rule.line2), row.level, rule.release, rule.added);
     }
     return {};
 }

@@ -16,26 +16,15 @@ namespace {
 
 void typeRow(Typist &typist, ClauseWriter &writer, const CompositionRow &row)
 {
-    switch (row.level) {
-    case Level::Article:
-        typist.setCharacterUnitFirstLineIndent(0);
-        typist.typeText(QStringLiteral("第●条（") + row.text + u'）');
-        break;
-    case Level::Paragraph:
-        writer.kou();
-        break;
-    case Level::Item:
-        writer.gou();
-        break;
-    case Level::Maru:
-        writer.maru();
-        break;
-    case Level::Iroha:
-        writer.iroha();
-        break;
-    default: // the rows of an article are of these levels only
-        break;
+    // The rows of an article are its heading and its clauses.
+    if (isClauseLevel(row.level)) {
+        writer.type(row.level);
+        return;
     }
+    if (row.level != Level::Article)
+        return;
+    typist.setCharacterUnitFirstLineIndent(0);
+    typist.typeText(QStringLiteral("第●条（") + row.text + u'）');
 }
 
 } // namespace

@@ -109,11 +109,7 @@ ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor)
     return ClauseWriter(typist, cursor, true, kPreviewLevels);
 }
 
-void ClauseWriter::zenbun() { typeClause(kZenbun); }
-void ClauseWriter::kou() { typeClause(m_levels[clauseDepth(Level::Paragraph)]); }
-void ClauseWriter::gou() { typeClause(m_levels[clauseDepth(Level::Item)]); }
-void ClauseWriter::maru() { typeClause(m_levels[clauseDepth(Level::Maru)]); }
-void ClauseWriter::iroha() { typeClause(m_levels[clauseDepth(Level::Iroha)]); }
+void ClauseWriter::type(Level level) { typeClause(isClauseLevel(level) ? m_levels[clauseDepth(level)] : kZenbun); }
 
 // The head takes the colour that the body loop set for its row.
 void ClauseWriter::typeClause(const ClauseForm &form)

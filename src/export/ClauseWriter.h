@@ -24,12 +24,9 @@ public:
     // The preview of one article (Wordで確認).
     static ClauseWriter preview(Typist &typist, RowCursor &cursor);
 
-    // Each types the clause at the cursor and leaves the cursor on its last segment.
-    void zenbun(); // the finished document only: a preview shows an article
-    void kou();
-    void gou();
-    void maru();
-    void iroha();
+    // Types the clause at the cursor, a 前文 or a clause level's (項 to イ), and leaves
+    // the cursor on its last segment. A preview shows an article, so never a 前文.
+    void type(Level level);
 
 private:
     ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstParagraphNumber, const ClauseForm *levels);

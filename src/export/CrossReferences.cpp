@@ -14,29 +14,18 @@ QString articleKey(const QStringList &place) { return place.value(0) + u'|' + pl
 // A level's number as it reads on its own: 第５条, 第２項, 第３号, ②, ロ.
 QString plainPart(Level level, int number)
 {
-    switch (level) {
-    case Level::Chapter: return QStringLiteral("第%1章").arg(fullWidthDigits(number));
-    case Level::Article: return QStringLiteral("第%1条").arg(fullWidthDigits(number));
-    case Level::Paragraph: return QStringLiteral("第%1項").arg(fullWidthDigits(number));
-    case Level::Item: return QStringLiteral("第%1号").arg(fullWidthDigits(number));
-    case Level::Maru: return maruCharacter(number);
-    case Level::Iroha: return irohaCharacter(number);
-    default: break;
+    const LevelInfo &info = levelInfo(level);
+    switch (info.numbering) {
+    case Numbering::Ordinal: return u'第' + fullWidthDigits(number) + QString::fromUtf16(info.caption);
+    case Numbering::Circled: return maruCharacter(number);
+    case Numbering::Iroha: return irohaCharacter(number);
+    case Numbering::None: break;
     }
     return {};
 }
 
 // The word for the clause just before, where a level has one.
-QString previousWord(Level level)
-{
-    switch (level) {
-    case Level::Article: return QStringLiteral("前条");
-    case Level::Paragraph: return QStringLiteral("前項");
-    case Level::Item: return QStringLiteral("前号");
-    default: break;
-    }
-    return {};
-}
+QString previousWord(Level level) { return QString::fromUtf16(levelInfo(level).previousWord); }
 
 } // namespace
 

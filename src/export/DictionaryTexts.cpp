@@ -8,9 +8,10 @@ namespace normaris {
 
 DictionaryTexts::DictionaryTexts(QSqlDatabase db, const QString &style, const QString &document)
 {
-    for (Level level : {Level::Document, Level::Chapter, Level::Article, Level::Paragraph, Level::Item, Level::Maru,
-                        Level::Iroha, Level::Preamble})
-        load(db, level, style, document);
+    for (const LevelInfo &info : kLevels) {
+        if (*info.table)
+            load(db, info.level, style, document);
+    }
 }
 
 QString DictionaryTexts::key(Level level, const QStringList &place, const QString &join)
@@ -20,40 +21,20 @@ QString DictionaryTexts::key(Level level, const QStringList &place, const QStrin
 
 void DictionaryTexts::load(QSqlDatabase db, Level level, const QString &style, const QString &document)
 {
-    // Each level: its place columns, its text column, and whether it has segments.
+    // The level's row of the level table: its place columns, its text column, and
+    // whether it has segments.
+    const LevelInfo &info = levelInfo(level);
     QStringList place;
-    QString text;
-    QString filter = QStringLiteral("文章形式Code = ? AND ");
+    if (info.placeDepth > 0)
+        place = placeColumns().mid(0, info.placeDepth - 1) << QStringLiteral("Code");
+    const QString text = QString::fromUtf16(info.bodyColumn);
+    QString filter = QStringLiteral("文章形式Code = ? AND \"%1\" = ?").arg(QString::fromUtf16(info.documentKey));
     QVariantList binds = {style, document};
-    bool segmented = true;
-    switch (level) {
-    case Level::Document:
-        text = QStringLiteral("正式名称");
-        filter += QStringLiteral("Code = ?");
-        segmented = false;
-        break;
-    case Level::Preamble:
-        text = QStringLiteral("前文");
-        filter += QStringLiteral("規程Code = ? AND Code = '01'");
-        break;
-    case Level::Chapter:
-        place = QStringList{QStringLiteral("Code")};
-        text = QStringLiteral("章");
-        filter += QStringLiteral("規程Code = ?");
-        segmented = false;
-        break;
-    case Level::Article:
-        place = QStringList{QStringLiteral("章Code"), QStringLiteral("Code")};
-        text = QStringLiteral("正式名称");
-        filter += QStringLiteral("規程Code = ?");
-        segmented = false;
-        break;
-    default:
-        place = placeColumns().mid(0, placeDepth(level) - 1) << QStringLiteral("Code");
-        text = dictionaryTable(level);
-        filter += QStringLiteral("規程Code = ?");
-        break;
+    if (*info.fixedCode) {
+        filter += QStringLiteral(" AND Code = ?");
+        binds << QString::fromUtf16(info.fixedCode);
     }
+    const bool segmented = info.segmented;
     QStringList columns;
     for (const QString &c : place)
         columns << u'"' + c + u'"';

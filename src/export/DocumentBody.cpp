@@ -25,53 +25,64 @@ void DocumentBody::type()
     }
 }
 
+// How each level's row is typed: the headings each their own way, every clause level
+// by the clause writer.
 void DocumentBody::typeRow(const CompositionRow &row)
 {
-    switch (row.level) {
-    case Level::Document:
-        m_typist.setAlignment(Typist::Alignment::Center);
-        m_typist.setBold(true);
-        m_typist.setFontSize(14);
-        m_typist.typeText(row.text);
-        m_typist.setBold(false);
-        m_typist.setFontSize(Typist::kBaseSize);
-        break;
-    case Level::Chapter:
-        if (isChapterless(row))
-            break;
-        m_typist.typeParagraph();
-        m_typist.setAlignment(Typist::Alignment::Center);
-        m_typist.setBold(true);
-        m_typist.typeText(chapterHeading(row));
-        m_typist.setBold(false);
-        break;
-    case Level::Article:
-        m_typist.typeParagraph();
-        m_typist.setAlignment(Typist::Alignment::Left);
-        m_typist.typeText(articleHeading(row));
-        break;
-    case Level::Paragraph:
-        m_writer.kou();
-        break;
-    case Level::Item:
-        m_writer.gou();
-        warnIfAlone(Level::Item);
-        break;
-    case Level::Maru:
-        m_writer.maru();
-        warnIfAlone(Level::Maru);
-        break;
-    case Level::Iroha:
-        m_writer.iroha();
-        warnIfAlone(Level::Iroha);
-        break;
-    case Level::Preamble:
-        m_typist.typeParagraph();
-        m_writer.zenbun();
-        break;
-    case Level::Closing:
-        break;
+    using Typer = void (DocumentBody::*)(const CompositionRow &);
+    static const std::pair<Level, Typer> typers[] = {{Level::Document, &DocumentBody::typeTitle},
+                                                     {Level::Preamble, &DocumentBody::typePreamble},
+                                                     {Level::Chapter, &DocumentBody::typeChapter},
+                                                     {Level::Article, &DocumentBody::typeArticle}};
+    for (const auto &[level, typer] : typers) {
+        if (level == row.level) {
+            (this->*typer)(row);
+            return;
+        }
     }
+    if (isClauseLevel(row.level))
+        typeClause(row);
+}
+
+void DocumentBody::typeTitle(const CompositionRow &row)
+{
+    m_typist.setAlignment(Typist::Alignment::Center);
+    m_typist.setBold(true);
+    m_typist.setFontSize(14);
+    m_typist.typeText(row.text);
+    m_typist.setBold(false);
+    m_typist.setFontSize(Typist::kBaseSize);
+}
+
+void DocumentBody::typePreamble(const CompositionRow &)
+{
+    m_typist.typeParagraph();
+    m_writer.type(Level::Preamble);
+}
+
+void DocumentBody::typeChapter(const CompositionRow &row)
+{
+    if (isChapterless(row))
+        return;
+    m_typist.typeParagraph();
+    m_typist.setAlignment(Typist::Alignment::Center);
+    m_typist.setBold(true);
+    m_typist.typeText(chapterHeading(row));
+    m_typist.setBold(false);
+}
+
+void DocumentBody::typeArticle(const CompositionRow &row)
+{
+    m_typist.typeParagraph();
+    m_typist.setAlignment(Typist::Alignment::Left);
+    m_typist.typeText(articleHeading(row));
+}
+
+void DocumentBody::typeClause(const CompositionRow &row)
+{
+    m_writer.type(row.level);
+    if (levelInfo(row.level).listEntry)
+        warnIfAlone(row.level);
 }
 
 void DocumentBody::warnIfAlone(Level level)

@@ -15,6 +15,11 @@ public:
 
 private:
     void typeRow(const CompositionRow &row);
+    void typeTitle(const CompositionRow &row);
+    void typePreamble(const CompositionRow &row);
+    void typeChapter(const CompositionRow &row);
+    void typeArticle(const CompositionRow &row);
+    void typeClause(const CompositionRow &row);
     // After a 号, ① or イ: the red line when its list has this entry alone. The
     // parent is read from the last segment typed, where the cursor stands.
     void warnIfAlone(Level level);

@@ -41,6 +41,34 @@ void typeParagraphs(Typist &typist, int count)
         typist.typeParagraph();
 }
 
+// The lines of the table of contents: the title, the chapters and the articles; the
+// rows of the other levels have none.
+using ContentsLine = void (*)(Typist &, const CompositionRow &, const QString &formalName);
+const std::pair<Level, ContentsLine> kContentsLines[] = {
+    {Level::Document,
+     [](Typist &typist, const CompositionRow &, const QString &formalName) {
+         typist.setAlignment(Typist::Alignment::Left);
+         typist.setFontSize(12);
+         typist.typeText(formalName);
+         typist.setFontSize(Typist::kBaseSize);
+         typist.typeParagraph();
+     }},
+    {Level::Chapter,
+     [](Typist &typist, const CompositionRow &row, const QString &) {
+         if (isChapterless(row))
+             return;
+         typist.setAlignment(Typist::Alignment::Left);
+         typist.typeText(chapterHeading(row));
+         typist.typeParagraph();
+     }},
+    {Level::Article,
+     [](Typist &typist, const CompositionRow &row, const QString &) {
+         typist.setAlignment(Typist::Alignment::Left);
+         typist.typeText(QStringLiteral("　") + articleHeading(row));
+         typist.typeParagraph();
+     }},
+};
+
 } // namespace
 
 void typeCover(Typist &typist, const QString &formalName, const QString &companyName)
@@ -67,28 +95,9 @@ void typeTableOfContents(Typist &typist, const QList<CompositionRow> &rows, cons
     typist.typeText(QStringLiteral("目　次"));
     typeParagraphs(typist, 2);
     for (const CompositionRow &row : rows) {
-        switch (row.level) {
-        case Level::Document:
-            typist.setAlignment(Typist::Alignment::Left);
-            typist.setFontSize(12);
-            typist.typeText(formalName);
-            typist.setFontSize(Typist::kBaseSize);
-            typist.typeParagraph();
-            break;
-        case Level::Chapter:
-            if (isChapterless(row))
-                break;
-            typist.setAlignment(Typist::Alignment::Left);
-            typist.typeText(chapterHeading(row));
-            typist.typeParagraph();
-            break;
-        case Level::Article:
-            typist.setAlignment(Typist::Alignment::Left);
-            typist.typeText(QStringLiteral("　") + articleHeading(row));
-            typist.typeParagraph();
-            break;
-        default:
-            break;
+        for (const auto &[level, typeLine] : kContentsLines) {
+            if (level == row.level)
+                typeLine(typist, row, formalName);
         }
     }
     typist.setFontSize(Typist::kBaseSize);

@@ -251,6 +251,82 @@ private slots:
         if (!err.isEmpty())
             QCOMPARE(r.err, err);
     }
+
+    // A line the command does not declare runs nothing: the reason and the command's
+    // usage go to stderr, and the status is 2.
+    void refusedCommandLines_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<QString>("usage");
+        const QString company = QStringLiteral("company");
+        const QString list = QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company list\n");
+        const QString commands = QStringLiteral("commands:\n");
+        const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--doc"), QStringLiteral("01")};
+        QTest::newRow("misspelt global") << QStringList{QStringLiteral("--rot"), QStringLiteral("/tmp/x"), company, QStringLiteral("list")}
+                                         << QStringLiteral("unknown option '--rot'") << commands;
+        QTest::newRow("unknown option") << QStringList{company, QStringLiteral("list"), QStringLiteral("--colour"), QStringLiteral("red")}
+                                        << QStringLiteral("Unknown option 'colour'.") << list;
+        QTest::newRow("stray argument") << QStringList{company, QStringLiteral("list"), QStringLiteral("extra")}
+                                        << QStringLiteral("unexpected argument 'extra'") << list;
+        QTest::newRow("missing value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")}
+                                       << QStringLiteral("Missing value after '--to'.")
+                                       << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company backup [--to DIR] NAME\n");
+        QTest::newRow("style out of range") << QStringList{QStringLiteral("dates"), QStringLiteral("add")} + doc + QStringList{QStringLiteral("--style"), QStringLiteral("9"), QStringLiteral("2026/4/1")}
+                                            << QStringLiteral("--style takes 1|2, not '9'")
+                                            << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
+        QTest::newRow("required option") << QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc
+                                         << QStringLiteral("--style is required") << QStringLiteral("compose rows --company NAME --doc CODE --style 1|2");
+        QTest::newRow("choice out of range") << QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--cover"), QStringLiteral("half"), QStringLiteral("--out"), QStringLiteral("x.docx")}
+                                             << QStringLiteral("--cover takes both|cover|toc|none, not 'half'") << QStringLiteral("[--cover both|cover|toc|none]");
+        QTest::newRow("unknown command") << QStringList{company, QStringLiteral("rename")} << QStringLiteral("unknown command 'company rename'") << commands;
+    }
+    void refusedCommandLines()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, reason);
+        QFETCH(QString, usage);
+        QTemporaryDir dir;
+        QCOMPARE(runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        const QString file = dir.path() + QStringLiteral("/Data/甲/甲.sqlite");
+        const auto dates = [&] { return test::valueIn(file, QStringLiteral("SELECT count(*) FROM 施行日")).toInt(); };
+        const int before = dates();
+        const Run r = runCli(dir.path(), args);
+        QCOMPARE(r.status, 2);
+        QCOMPARE(r.out, QString());
+        QVERIFY2(r.err.startsWith(QStringLiteral("normaris-cli: ") + reason + u'\n'), qUtf8Printable(r.err));
+        QVERIFY2(r.err.contains(usage), qUtf8Printable(r.err));
+        QCOMPARE(dates(), before); // nothing ran: a refused date is not stored
+    }
+
+    // Help goes to stdout with status 0: the list of commands, or one command's usage.
+    void help_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("out");
+        const QString all = QStringLiteral("usage: normaris-cli [--root DIR] [--yes] COMMAND ...\n");
+        QTest::newRow("--help") << QStringList{QStringLiteral("--help")} << all;
+        QTest::newRow("-h") << QStringList{QStringLiteral("-h")} << all;
+        QTest::newRow("after --yes") << QStringList{QStringLiteral("--yes"), QStringLiteral("-h")} << all;
+        QTest::newRow("command") << QStringList{QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("--help")}
+                                 << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company new [--from SOURCE] NAME\n");
+        QTest::newRow("command -h") << QStringList{QStringLiteral("build"), QStringLiteral("-h")}
+                                    << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] build --company NAME --doc CODE --style 1|2\n");
+    }
+    void help()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, out);
+        QTemporaryDir dir;
+        const Run r = runCli(dir.path(), args);
+        QCOMPARE(r.status, 0);
+        QCOMPARE(r.err, QString());
+        QVERIFY2(r.out.startsWith(out), qUtf8Printable(r.out));
+        if (args.size() == 1) {
+            for (const cli::Command &c : cli::allCommands())
+                QVERIFY2(r.out.contains(QStringLiteral("\n  ") + c.usage() + u'\n'), qUtf8Printable(c.usage()));
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(CliTest)

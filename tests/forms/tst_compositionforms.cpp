@@ -411,7 +411,7 @@ private slots:
     {
         for (const int rows : {20, 21}) {
             QList<PanelRow> panelRows(rows);
-            CompositionPanel panel(panelRows, false, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
+            CompositionPanel panel(panelRows, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
             panel.show();
             QVERIFY(QTest::qWaitForWindowExposed(&panel));
             QCOMPARE(panel.verticalScrollBarPolicy(), rows > 20 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);

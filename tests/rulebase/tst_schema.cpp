@@ -3,6 +3,7 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "base/Database.h"
+#include "base/Levels.h"
 #include "rulebase/CompanyDatabase.h"
 #include "rulebase/Schema.h"
 
@@ -24,6 +25,19 @@ QStringList columnsOf(QSqlDatabase db, const QString &table)
 }
 
 QStringList words(const char *list) { return QString::fromUtf8(list).split(u' '); }
+
+// Whether every name of wanted stands in columns, in the same order (others may come between).
+bool inOrder(const QStringList &columns, const QStringList &wanted)
+{
+    qsizetype at = 0;
+    for (const QString &name : wanted) {
+        at = columns.indexOf(name, at);
+        if (at < 0)
+            return false;
+        ++at;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -66,6 +80,43 @@ private slots:
         {
             QSqlDatabase db = openCompanyDatabase(root.layout().companyFile(QStringLiteral("順序")), QStringLiteral("t"));
             QCOMPARE(columnsOf(db, table), columns);
+        }
+        closeDatabase(QStringLiteral("t"));
+    }
+
+    // The level table names tables and columns that the code reads by name: each must
+    // stand in a company file, in the order the table gives.
+    void levelTableAgreesWithSchema_data()
+    {
+        QTest::addColumn<int>("row");
+        for (qsizetype i = 0; i < qsizetype(kLevels.size()); ++i) {
+            if (*kLevels[i].table)
+                QTest::newRow(qUtf8Printable(QString::fromUtf16(kLevels[i].table))) << int(i);
+        }
+    }
+    void levelTableAgreesWithSchema()
+    {
+        QFETCH(int, row);
+        const LevelInfo &info = kLevels[row];
+        const QString table = QString::fromUtf16(info.table);
+        // The key: style, document, the parents' codes, the level's own Code; then its text.
+        QStringList key = {QStringLiteral("文章形式Code"), QString::fromUtf16(info.documentKey)};
+        if (info.placeDepth > 0)
+            key += placeColumns().mid(0, info.placeDepth - 1);
+        if (info.placeDepth > 0 || *info.fixedCode)
+            key << QStringLiteral("Code");
+        key << QString::fromUtf16(info.textColumn);
+        TestRoot root;
+        root.makeCompany(QStringLiteral("段階"));
+        {
+            QSqlDatabase db = openCompanyDatabase(root.layout().companyFile(QStringLiteral("段階")), QStringLiteral("t"));
+            const QStringList columns = columnsOf(db, table);
+            QVERIFY2(inOrder(columns, key), qUtf8Printable(table + u':' + key.join(u' ')));
+            QVERIFY(columns.contains(QString::fromUtf16(info.bodyColumn)));
+            const QStringList segments = {QStringLiteral("結合"), QStringLiteral("改行"), QStringLiteral("結合種別")};
+            QCOMPARE(inOrder(columns, segments), info.segmented);
+            // A row of the level in the composition tables fills the place columns down to it.
+            QVERIFY(inOrder(columnsOf(db, QStringLiteral("作成データ")), QStringList{QStringLiteral("規程Code")} + placeColumns().mid(0, info.placeDepth)));
         }
         closeDatabase(QStringLiteral("t"));
     }

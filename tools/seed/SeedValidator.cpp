@@ -12,34 +12,16 @@ namespace {
 
 bool isTextLevel(Level level) { return level != Level::Chapter && level != Level::Article; }
 
-QString levelName(Level level)
-{
-    switch (level) {
-    case Level::Document: return QStringLiteral("規程");
-    case Level::Preamble: return QStringLiteral("前文");
-    case Level::Chapter: return QStringLiteral("章");
-    case Level::Article: return QStringLiteral("条");
-    case Level::Paragraph: return QStringLiteral("項");
-    case Level::Item: return QStringLiteral("号");
-    case Level::Maru: return QStringLiteral("丸");
-    case Level::Iroha: return QStringLiteral("イロハ");
-    case Level::Closing: break;
-    }
-    return {};
-}
+QString levelName(Level level) { return QString::fromUtf16(levelInfo(level).sourceName); }
 
-// The clause's own code: the deepest code of its place.
+// The place's codes below the document, 章 to イロハ: a level's own code is the one at its depth.
+QString Place::*const kPlaceCodes[] = {&Place::sho, &Place::jo, &Place::kou, &Place::gou, &Place::maru, &Place::iroha};
+
+// The clause's own code: the deepest code of its place (a 前文 is always '01').
 QString ownCode(const Clause &c)
 {
-    switch (c.level) {
-    case Level::Chapter: return c.place.sho;
-    case Level::Article: return c.place.jo;
-    case Level::Paragraph: return c.place.kou;
-    case Level::Item: return c.place.gou;
-    case Level::Maru: return c.place.maru;
-    case Level::Iroha: return c.place.iroha;
-    default: return QStringLiteral("01");
-    }
+    const int depth = placeDepth(c.level);
+    return depth > 0 ? c.place.*kPlaceCodes[depth - 1] : QStringLiteral("01");
 }
 
 bool inStandardRange(const QString &code, int width, int low, int high)
@@ -114,17 +96,15 @@ private:
     // The composition walks clauses in code order: the source must list them so.
     void checkOrder(const Document &doc, const Clause &c, QHash<QString, QString> &lastCode)
     {
+        const int depth = placeDepth(c.level);
+        if (depth == 0)
+            return;
+        // The parent's codes key the run; a level numbered through the document has
+        // the document alone as its parent.
         Place parent = c.place;
         const QString code = ownCode(c);
-        switch (c.level) {
-        case Level::Chapter: parent.sho.clear(); break;
-        case Level::Article: parent.sho.clear(); parent.jo.clear(); break; // 条 run through the document
-        case Level::Paragraph: parent.kou.clear(); break;
-        case Level::Item: parent.gou.clear(); break;
-        case Level::Maru: parent.maru.clear(); break;
-        case Level::Iroha: parent.iroha.clear(); break;
-        default: return;
-        }
+        for (int d = levelInfo(c.level).numberedThroughDocument ? 0 : depth - 1; d < depth; ++d)
+            (parent.*kPlaceCodes[d]).clear();
         const QString key = QString::number(int(c.level)) + u'|' + parent.describe();
         const QString previous = lastCode.value(key);
         if (!previous.isEmpty() && code.toInt() <= previous.toInt())
@@ -153,24 +133,19 @@ private:
 
     void checkCode(const Document &doc, const Clause &c)
     {
+        const LevelInfo &info = levelInfo(c.level);
+        if (info.placeDepth == 0)
+            return;
         const QString code = ownCode(c);
-        bool good = true;
-        switch (c.level) {
-        case Level::Article:
-            good = inStandardRange(code, 4, 1, 6999);
-            if (!good)
-                fail(doc, c.line, QStringLiteral("条のCode「%1」は0001～6999の4桁にしてください").arg(code));
-            return;
-        case Level::Preamble:
-            return;
-        case Level::Chapter:
-            good = code == u"00" ? c.title == kChapterlessBody : inStandardRange(code, 2, 1, 69);
-            break;
-        default:
-            good = inStandardRange(code, 2, 1, 69);
-        }
+        // The standard codes run from 1 to just below the user's own.
+        const int last = info.firstUserCode - 1;
+        const bool good = c.level == Level::Chapter && code == u"00" ? c.title == kChapterlessBody
+                                                                     : inStandardRange(code, info.codeWidth, 1, last);
         if (!good)
-            fail(doc, c.line, QStringLiteral("%1のCode「%2」は01～69の2桁にしてください").arg(levelName(c.level), code));
+            fail(doc, c.line, QStringLiteral("%1のCode「%2」は%3～%4の%5桁にしてください")
+                                  .arg(levelName(c.level), code, QStringLiteral("%1").arg(1, info.codeWidth, 10, QChar(u'0')),
+                                       QString::number(last))
+                                  .arg(info.codeWidth));
     }
 
     void checkText(const Document &doc, const Clause &c)

@@ -74,17 +74,17 @@ private:
 
     void writeClause(const Document &doc, const Clause &c)
     {
-        const Place &p = c.place;
-        switch (c.level) {
-        case Level::Chapter:
-            insertRow(m_db, QStringLiteral("章"), {doc.style, p.kitei, p.sho, c.title, 0, selectedInSeed(doc, c)});
-            return;
-        case Level::Article:
-            insertRow(m_db, QStringLiteral("条"), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
-            return;
-        default:
-            break;
+        // 章 and 条 are one row of a table of their own; the other levels a chain of segments.
+        using RowWriter = void (Writer::*)(const Document &, const Clause &);
+        static const std::pair<Level, RowWriter> oneRowLevels[] = {{Level::Chapter, &Writer::writeChapter},
+                                                                   {Level::Article, &Writer::writeArticle}};
+        for (const auto &[level, write] : oneRowLevels) {
+            if (level == c.level) {
+                (this->*write)(doc, c);
+                return;
+            }
         }
+        const Place &p = c.place;
         const int n = int(c.segments.size());
         for (int i = 0; i < n; ++i) {
             const Segment &s = c.segments[i];
@@ -99,12 +99,20 @@ private:
         }
     }
 
+    void writeChapter(const Document &doc, const Clause &c)
+    {
+        const Place &p = c.place;
+        insertRow(m_db, dictionaryTable(Level::Chapter), {doc.style, p.kitei, p.sho, c.title, 0, selectedInSeed(doc, c)});
+    }
+
+    void writeArticle(const Document &doc, const Clause &c)
+    {
+        const Place &p = c.place;
+        insertRow(m_db, dictionaryTable(Level::Article), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
+    }
+
     void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join, bool first)
     {
-        static const QHash<Level, QString> tables = {{Level::Paragraph, QStringLiteral("項")},
-                                                     {Level::Item, QStringLiteral("号")},
-                                                     {Level::Maru, QStringLiteral("号の細分丸")},
-                                                     {Level::Iroha, QStringLiteral("号の細分イロハ")}};
         const Place &p = c.place;
         QVariantList values = {doc.style, p.kitei, p.sho, p.jo};
         const QString codes[] = {p.kou, p.gou, p.maru, p.iroha};
@@ -113,7 +121,7 @@ private:
             values << codes[d];
         values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
                << holdsWords(s.text) << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
-        insertRow(m_db, tables.value(c.level), values);
+        insertRow(m_db, dictionaryTable(c.level), values);
     }
 
     // Word and reference rows are keyed by place, not by style: both styles share them.

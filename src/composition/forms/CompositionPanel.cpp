@@ -10,33 +10,12 @@ namespace normaris {
 
 namespace {
 
-// The four level colours, in the order of the levels of each panel (given as blue-green-red
-// values C0C0FF, C0E0FF, C0FFFF, C0FFC0).
-QColor levelColour(int place)
-{
-    static const QColor colours[] = {QColor(0xFF, 0xC0, 0xC0), QColor(0xFF, 0xE0, 0xC0), QColor(0xFF, 0xFF, 0xC0), QColor(0xC0, 0xFF, 0xC0)};
-    return colours[qBound(0, place, 3)];
-}
-
-int colourPlace(Level level, bool paragraphLevels)
-{
-    if (paragraphLevels)
-        return clauseDepth(level);
-    switch (level) {
-    case Level::Document: return 0;
-    case Level::Preamble: return 1;
-    case Level::Chapter: return 2;
-    default: return 3;
-    }
-}
-
 // A page of the scroll bar moves six rows, however many rows are on view.
 constexpr int kRowsPerPage = 6;
 
 } // namespace
 
-PanelModel::PanelModel(QList<PanelRow> rows, bool paragraphLevels, QObject *parent)
-    : QAbstractTableModel(parent), m_rows(std::move(rows)), m_paragraphLevels(paragraphLevels)
+PanelModel::PanelModel(QList<PanelRow> rows, QObject *parent) : QAbstractTableModel(parent), m_rows(std::move(rows))
 {
 }
 
@@ -57,7 +36,7 @@ QVariant PanelModel::data(const QModelIndex &index, int role) const
         return {};
     case Qt::BackgroundRole:
         if (index.column() == Caption)
-            return levelColour(colourPlace(row.level, m_paragraphLevels));
+            return QColor::fromRgb(levelInfo(row.level).panelColour);
         return {};
     case Qt::FontRole:
         // The two captions of the sub-item levels are long and take a smaller type.
@@ -86,8 +65,8 @@ QVariant PanelModel::headerData(int section, Qt::Orientation orientation, int ro
     }
 }
 
-CompositionPanel::CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows, Actions actions, QWidget *parent)
-    : QTableView(parent), m_model(new PanelModel(std::move(rows), paragraphLevels, this)), m_actions(std::move(actions))
+CompositionPanel::CompositionPanel(QList<PanelRow> rows, int visibleRows, Actions actions, QWidget *parent)
+    : QTableView(parent), m_model(new PanelModel(std::move(rows), this)), m_actions(std::move(actions))
 {
     setObjectName(QStringLiteral("Picture1"));
     setModel(m_model);

@@ -18,8 +18,8 @@ class PanelModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     enum Column { Caption, Code, Text, Action, ColumnCount };
-    // paragraphLevels: the 項 panel, whose four levels take the four colours in turn.
-    PanelModel(QList<PanelRow> rows, bool paragraphLevels, QObject *parent);
+    // Each level's caption takes the level's colour from the level table.
+    PanelModel(QList<PanelRow> rows, QObject *parent);
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -28,7 +28,6 @@ public:
 
 private:
     QList<PanelRow> m_rows;
-    bool m_paragraphLevels;
 };
 
 class CompositionPanel : public QTableView {
@@ -36,7 +35,7 @@ class CompositionPanel : public QTableView {
 public:
     using Actions = std::function<QList<CodeAndName>(Level)>;
     // visibleRows: how many rows show at once; the scroll bar appears only past them.
-    CompositionPanel(QList<PanelRow> rows, bool paragraphLevels, int visibleRows, Actions actions, QWidget *parent);
+    CompositionPanel(QList<PanelRow> rows, int visibleRows, Actions actions, QWidget *parent);
     const QList<PanelRow> &rows() const { return m_model->rows(); }
     int selectedRow() const { return m_selected; }
     // The code of the action chosen on the selected row; empty for none.

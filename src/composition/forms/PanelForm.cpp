@@ -83,7 +83,7 @@ void PanelForm::build(QList<PanelRow> rows)
         m_body->addStretch();
         return;
     }
-    m_panel = new CompositionPanel(std::move(rows), m_kind.paragraphLevels, m_kind.visibleRows,
+    m_panel = new CompositionPanel(std::move(rows), m_kind.visibleRows,
                                    [](Level level) { return panelActions(AppState::cn(), level); }, this);
     m_body->addWidget(m_panel);
     m_process->setEnabled(true);
