@@ -59,7 +59,7 @@ QCommandLineOption parserOption(const Option &o)
 QString parseCommandLine(const Command &command, const QStringList &rest, Arguments &parsed, bool &help)
 {
     QCommandLineParser parser;
-    const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption helpOption(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     parser.addOption(helpOption);
     const QList<Option> options = globalOptions() + command.options;
     for (const Option &o : options)
