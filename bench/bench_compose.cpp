@@ -29,10 +29,10 @@ const QString kStyle = QStringLiteral("1");
 const QString kDoc = QStringLiteral("70"); // a document of the user's own
 
 // The shape of the synthetic document.
-constexpr int kChapters = 20;   // 章 on the draft; one more waits in stock
-constexpr int kArticles = 22;   // 条 per 章
-constexpr int kParagraphs = 2;  // 項 per 条
-constexpr int kItems = 2;       // 号 per 項
+constexpr int kChapters = 20;  // 章 on the draft; one more waits in stock
+constexpr int kArticles = 22;  // 条 per 章
+constexpr int kParagraphs = 2; // 項 per 条
+constexpr int kItems = 2;      // 号 per 項
 const QString kStockChapter = QString::number(kChapters + 1);
 const QString kStockParagraph = QStringLiteral("70");
 
@@ -53,26 +53,33 @@ QString articleCode(int c, int a) { return code((c - 1) * kArticles + a, 4); }
 // Each 章 has one 条 in stock, with a code of the user's range.
 QString stockArticle(int c) { return code(7000 + c, 4); }
 
-const QString kSentence = QStringLiteral("会社は、従業員の申出があった場合には、業務の運営に支障がない範囲で、その事情を考慮して必要な措置を講ずるものとする。");
+const QString kSentence =
+    QStringLiteral("会社は、従業員の申出があった場合には、業務の運営に支障がない範囲で、その事情を考慮して必要な措置を講ずるものとする。");
 
 // A 条 with its 項 and 号, all selected, and a 項 in stock.
 void writeArticle(QSqlDatabase db, const QString &chapter, const QString &article, bool selected)
 {
-    insertRow(db, QStringLiteral("条"), {kStyle, kDoc, chapter, article, QStringLiteral("条の見出し") + article, 0, QString(), selected ? 1 : 0});
+    insertRow(db, QStringLiteral("条"),
+              {kStyle, kDoc, chapter, article, QStringLiteral("条の見出し") + article, 0, QString(), selected ? 1 : 0});
     for (int p = 1; p <= kParagraphs + 1; ++p) {
         const bool stock = p > kParagraphs;
         const QString paragraph = stock ? kStockParagraph : code(p, 2);
         // 文章形式Code 規程Code 章Code 条Code Code 項 結合 改行 テンプレート 変数語句 変数番号 変更フラグ 選択フラグ 結合種別
-        insertRow(db, QStringLiteral("項"), {kStyle, kDoc, chapter, article, paragraph, kSentence, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, stock ? 0 : 1, QString()});
+        insertRow(db, QStringLiteral("項"),
+                  {kStyle, kDoc, chapter, article, paragraph, kSentence, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0,
+                   stock ? 0 : 1, QString()});
         for (int i = 1; i <= kItems; ++i)
-            insertRow(db, QStringLiteral("号"), {kStyle, kDoc, chapter, article, paragraph, code(i, 2), kSentence, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, 1, QString()});
+            insertRow(db, QStringLiteral("号"),
+                      {kStyle, kDoc, chapter, article, paragraph, code(i, 2), kSentence, QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0,
+                       0, 1, QString()});
     }
 }
 
 void writeDictionary(QSqlDatabase db)
 {
     Transaction transaction(db);
-    insertRow(db, QStringLiteral("規程"), {kStyle, kDoc, QStringLiteral("大規模規程"), 0, QStringLiteral("大規模規程"), 0, QStringLiteral("1")});
+    insertRow(db, QStringLiteral("規程"),
+              {kStyle, kDoc, QStringLiteral("大規模規程"), 0, QStringLiteral("大規模規程"), 0, QStringLiteral("1")});
     for (int c = 1; c <= kChapters + 1; ++c) {
         insertRow(db, QStringLiteral("章"), {kStyle, kDoc, chapterCode(c), QStringLiteral("第%1の章").arg(c), 0, 0});
         for (int a = 1; a <= kArticles; ++a)
@@ -86,7 +93,9 @@ QList<CompositionRow> articleRows() { return readArticleRows(AppState::cn(), kSt
 
 int rowCount(const QString &table)
 {
-    return scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {kStyle, kDoc}).toInt();
+    return scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(table),
+                  {kStyle, kDoc})
+        .toInt();
 }
 
 // The place of the last 条 of a 章 on the 条 panel.
@@ -163,8 +172,11 @@ void chapters(Prompt &prompt)
         AddRequest add{kStyle, kDoc, row.level, Level::Chapter, false, i, row.codes, kStockChapter};
         timed([&] { return i == 0 ? Tuika0102(adder, add) : Tuika0302(adder, add); },
               QStringLiteral("add 章 with %1 条 at the %2").arg(kArticles).arg(QString::fromLatin1(place.name)));
-        timed([&] { return Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, i + 1, {kStockChapter, {}, {}, {}, {}, {}}}); },
-              QStringLiteral("release 章 with %1 条 at the %2").arg(kArticles).arg(QString::fromLatin1(place.name)));
+        timed(
+            [&] {
+                return Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, i + 1, {kStockChapter, {}, {}, {}, {}, {}}});
+            },
+            QStringLiteral("release 章 with %1 条 at the %2").arg(kArticles).arg(QString::fromLatin1(place.name)));
     }
 }
 
@@ -176,10 +188,16 @@ void articles(Prompt &prompt)
         const QString chapter = chapterCode(place.chapter);
         const int i = place.atEnd ? lastArticleOf(chapter) : firstArticleOf(chapter);
         const CompositionRow row = articleRows().at(i);
-        timed([&] { return Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, i, row.codes, stockArticle(place.chapter)}); },
-              QStringLiteral("add 条 at the %1").arg(QString::fromLatin1(place.name)));
-        timed([&] { return Kaijo03(releaser, {kStyle, kDoc, Level::Article, i + 1, {chapter, stockArticle(place.chapter), {}, {}, {}, {}}}); },
-              QStringLiteral("release 条 at the %1").arg(QString::fromLatin1(place.name)));
+        timed(
+            [&] {
+                return Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, i, row.codes, stockArticle(place.chapter)});
+            },
+            QStringLiteral("add 条 at the %1").arg(QString::fromLatin1(place.name)));
+        timed(
+            [&] {
+                return Kaijo03(releaser, {kStyle, kDoc, Level::Article, i + 1, {chapter, stockArticle(place.chapter), {}, {}, {}, {}}});
+            },
+            QStringLiteral("release 条 at the %1").arg(QString::fromLatin1(place.name)));
     }
 }
 
@@ -191,10 +209,16 @@ void paragraphs(Prompt &prompt)
         const QString chapter = chapterCode(place.chapter);
         const CompositionRow article = articleRows().at(place.atEnd ? lastArticleOf(chapter) : firstArticleOf(chapter));
         const QStringList codes = {chapter, article.codes[1], QStringLiteral("01"), {}, {}, {}};
-        timed([&] { return Tuika0400(adder, {kStyle, kDoc, Level::Paragraph, Level::Paragraph, true, 0, codes, kStockParagraph}); },
-              QStringLiteral("add 項 with %1 号 at the %2").arg(kItems).arg(QString::fromLatin1(place.name)));
-        timed([&] { return Kaijo04(releaser, {kStyle, kDoc, Level::Paragraph, 0, {chapter, article.codes[1], kStockParagraph, {}, {}, {}}}); },
-              QStringLiteral("release 項 with %1 号 at the %2").arg(kItems).arg(QString::fromLatin1(place.name)));
+        timed(
+            [&] {
+                return Tuika0400(adder, {kStyle, kDoc, Level::Paragraph, Level::Paragraph, true, 0, codes, kStockParagraph});
+            },
+            QStringLiteral("add 項 with %1 号 at the %2").arg(kItems).arg(QString::fromLatin1(place.name)));
+        timed(
+            [&] {
+                return Kaijo04(releaser, {kStyle, kDoc, Level::Paragraph, 0, {chapter, article.codes[1], kStockParagraph, {}, {}, {}}});
+            },
+            QStringLiteral("release 項 with %1 号 at the %2").arg(kItems).arg(QString::fromLatin1(place.name)));
     }
 }
 

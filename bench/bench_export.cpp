@@ -73,7 +73,8 @@ void writeSyntheticDocument(QSqlDatabase db, const QString &document, int rows)
     Transaction transaction(db);
     const int perArticle = 1 + 4 * 7;
     const int articles = std::max(1, rows / perArticle);
-    insertRow(db, QStringLiteral("規程"), {kStyle, document, QStringLiteral("合成規程"), 0, QStringLiteral("合成規程"), 1, QStringLiteral("1")});
+    insertRow(db, QStringLiteral("規程"),
+              {kStyle, document, QStringLiteral("合成規程"), 0, QStringLiteral("合成規程"), 1, QStringLiteral("1")});
     QList<CompositionRow> upper, lower;
     auto composition = [&](Level level, const QStringList &place, int number) {
         CompositionRow r;
@@ -96,27 +97,31 @@ void writeSyntheticDocument(QSqlDatabase db, const QString &document, int rows)
             upper << composition(Level::Chapter, {chapter}, (a - 1) / 50 + 1);
         }
         const QString article = code4(a);
-        insertRow(db, QStringLiteral("条"), {kStyle, document, chapter, article, QStringLiteral("見出し"), 0, QStringLiteral("見出し%1").arg(a), 1});
+        insertRow(db, QStringLiteral("条"),
+                  {kStyle, document, chapter, article, QStringLiteral("見出し"), 0, QStringLiteral("見出し%1").arg(a), 1});
         upper << composition(Level::Article, {chapter, article}, a);
         int order = 0;
         for (int p = 1; p <= 4; ++p) {
             const QString paragraph = code2(p);
-            insertRow(db, QStringLiteral("項"), {kStyle, document, chapter, article, paragraph,
-                                                QStringLiteral("従業員は、★0001★までに☆0001☆に届け出る。◆0001◆の定めによる。"), QStringLiteral("0"), 0,
-                                                QStringLiteral("0"), 1, 1, 0, 1, QStringLiteral("0")});
-            insertRow(db, QStringLiteral("変数テーブル語句"), {QStringLiteral("0001"), QStringLiteral("前日"), document, chapter, article, paragraph, QString(),
-                                                            QString(), QString(), QStringLiteral("0"), QStringLiteral("4"), QStringLiteral("期限"), 1});
+            insertRow(db, QStringLiteral("項"),
+                      {kStyle, document, chapter, article, paragraph,
+                       QStringLiteral("従業員は、★0001★までに☆0001☆に届け出る。◆0001◆の定めによる。"), QStringLiteral("0"), 0,
+                       QStringLiteral("0"), 1, 1, 0, 1, QStringLiteral("0")});
+            insertRow(db, QStringLiteral("変数テーブル語句"),
+                      {QStringLiteral("0001"), QStringLiteral("前日"), document, chapter, article, paragraph, QString(), QString(),
+                       QString(), QStringLiteral("0"), QStringLiteral("4"), QStringLiteral("期限"), 1});
             const int previous = std::max(1, a - 1);
-            insertRow(db, QStringLiteral("変数テーブル番号"), {QStringLiteral("0001"), document, chapter, article, paragraph, QString(), QString(),
-                                                            QString(), QStringLiteral("0"), QStringLiteral("4"), document, code2((previous - 1) / 50 + 1),
-                                                            code4(previous), QStringLiteral("01"), QString(), QString(), QString(), QString(),
-                                                            QStringLiteral("4")});
+            insertRow(db, QStringLiteral("変数テーブル番号"),
+                      {QStringLiteral("0001"), document, chapter, article, paragraph, QString(), QString(), QString(), QStringLiteral("0"),
+                       QStringLiteral("4"), document, code2((previous - 1) / 50 + 1), code4(previous), QStringLiteral("01"), QString(),
+                       QString(), QString(), QString(), QStringLiteral("4")});
             CompositionRow r = composition(Level::Paragraph, {chapter, article, paragraph}, p);
             r.order = ++order;
             lower << r;
             for (int i = 1; i <= 6; ++i) {
-                insertRow(db, QStringLiteral("号"), {kStyle, document, chapter, article, paragraph, code2(i), QStringLiteral("第%1の事項").arg(i),
-                                                    QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, 1, QStringLiteral("0")});
+                insertRow(db, QStringLiteral("号"),
+                          {kStyle, document, chapter, article, paragraph, code2(i), QStringLiteral("第%1の事項").arg(i),
+                           QStringLiteral("0"), 0, QStringLiteral("0"), 0, 0, 0, 1, QStringLiteral("0")});
                 CompositionRow item = composition(Level::Item, {chapter, article, paragraph, code2(i)}, i);
                 item.words = item.references = false;
                 item.order = ++order;
@@ -135,8 +140,11 @@ void writeSyntheticDocument(QSqlDatabase db, const QString &document, int rows)
 void runChain(QSqlDatabase db, const QString &label, const QString &document, const QString &dir)
 {
     QuietPrompt prompt;
-    const int rows = scalar(db, QStringLiteral("SELECT (SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = ?) + "
-                                               "(SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = ?)"), {document, document}).toInt();
+    const int rows = scalar(db,
+                            QStringLiteral("SELECT (SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = ?) + "
+                                           "(SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = ?)"),
+                            {document, document})
+                         .toInt();
     const double build = timed([&] { WorkDataBuild(db, prompt).build(kStyle, document); });
     const double numbering = timed([&] {
         CrossReferences references(db, prompt, document);

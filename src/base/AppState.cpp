@@ -30,15 +30,12 @@ void AppState::closeCompany(CommandsOnClose commands)
     m_companyLock.reset();
     m_companyPanel = NoCompanyPrompt;
     switch (commands) {
-    case CommandsOnClose::HideAll:
-        m_commandVisible.fill(false);
-        break;
+    case CommandsOnClose::HideAll: m_commandVisible.fill(false); break;
     case CommandsOnClose::HideFirstFour:
         for (int i = 0; i < 4; ++i)
             m_commandVisible[i] = false;
         break;
-    case CommandsOnClose::LeaveAsTheyAre:
-        break;
+    case CommandsOnClose::LeaveAsTheyAre: break;
     }
     emit changed();
 }

@@ -88,7 +88,7 @@ private:
     AppState();
     ~AppState() override;
     QString m_companyPanel = NoCompanyPrompt;
-    std::array<bool, 5> m_commandVisible {};
+    std::array<bool, 5> m_commandVisible{};
     std::unique_ptr<CompanyLock> m_companyLock;
 };
 

@@ -34,7 +34,8 @@ CompanyLock::CompanyLock(const QString &folder, const QString &name) : m_file(fo
     if (m_file.tryLock(waitMs()))
         return;
     if (m_file.error() == QLockFile::LockFailedError)
-        throw CompanyInUse(QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。").arg(name));
+        throw CompanyInUse(
+            QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。").arg(name));
     throw Failure(QStringLiteral("『%1』のロックファイル「%2」を作成できません。").arg(name, folder + u'/' + fileName(name)));
 }
 

@@ -26,7 +26,10 @@ struct DataLayout {
     // folder under this prefix: never listed, and renamed into place (or aside) whole.
     static QString workFolderPrefix() { return QStringLiteral(".normaris-work-"); }
     QString newCompanyWorkDir(const QString &name) const { return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("new-") + name; }
-    QString deletedCompanyWorkDir(const QString &name) const { return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("deleted-") + name; }
+    QString deletedCompanyWorkDir(const QString &name) const
+    {
+        return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("deleted-") + name;
+    }
 
     // The companies: every folder inside the data folder, sorted by name.
     QStringList companyList() const;

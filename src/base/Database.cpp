@@ -77,10 +77,7 @@ void countStatement(const QString &sql)
 
 } // namespace
 
-void FaultInjection::arm(int failStatement, int failRowRead)
-{
-    faults() = FaultState{failStatement, failRowRead, 0, 0, false};
-}
+void FaultInjection::arm(int failStatement, int failRowRead) { faults() = FaultState{failStatement, failRowRead, 0, 0, false}; }
 
 void FaultInjection::disarm() { faults() = FaultState{}; }
 bool FaultInjection::fired() { return faults().fired; }
@@ -204,10 +201,14 @@ void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e)
 
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon)
 {
-    return runStep(prompt, db, [&] {
-        work();
-        return Outcome::Done;
-    }, icon) == Outcome::Done;
+    return runStep(
+               prompt, db,
+               [&] {
+                   work();
+                   return Outcome::Done;
+               },
+               icon)
+           == Outcome::Done;
 }
 
 Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon)

@@ -39,8 +39,7 @@ public:
 enum class OpenMode { ReadWrite, ReadOnly };
 
 // Opens path under the connection name. Throws DbError when the file can't be opened.
-QSqlDatabase openDatabase(const QString &path, const QString &connectionName,
-                          OpenMode mode = OpenMode::ReadWrite);
+QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode = OpenMode::ReadWrite);
 // Closes and forgets the connection; nothing happens when it is not there.
 void closeDatabase(const QString &connectionName);
 
@@ -91,22 +90,20 @@ private:
 // Runs work in one transaction. On any failure rolls back, shows "取消" with
 // "処理中にエラーが発生しました。処理を取り消します。" (with the icon given: the
 // information icon unless the step's own messages say otherwise), and returns false.
-bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work,
-                      Prompt::Icon icon = Prompt::Icon::Information);
+bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon = Prompt::Icon::Information);
 
 // A step whose checks belong inside its write: runs step in one transaction and
 // commits when it answers Done. Stopped (a check refused, and has said why) rolls
 // back quietly; a failure rolls back and shows "取消" as runInTransaction does.
-Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step,
-                Prompt::Icon icon = Prompt::Icon::Information);
+Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon = Prompt::Icon::Information);
 
 // A test hook: the Nth statement (execSql, execBatch, BEGIN, COMMIT) or the Nth row
 // read after arm() fails as SQLite's would. 0 leaves that kind alone.
 struct FaultInjection {
     static void arm(int failStatement, int failRowRead);
     static void disarm();
-    static bool fired();          // whether the armed failure happened
-    static int statementsSeen();  // since arm(): how far a step got
+    static bool fired();         // whether the armed failure happened
+    static int statementsSeen(); // since arm(): how far a step got
     static int rowReadsSeen();
 };
 

@@ -18,7 +18,7 @@ public:
     {
         QStringEncoder encoder("windows-31j", QStringConverter::Flag::Stateless);
         for (int u = 0; u < 0x10000; ++u) {
-            const QChar unit {char16_t(u)};
+            const QChar unit{char16_t(u)};
             const QByteArray bytes = unit.isSurrogate() ? QByteArray() : QByteArray(encoder.encode(QStringView(&unit, 1)));
             const bool missing = bytes.isEmpty() || bytes == QByteArrayLiteral("\xFC\xFC");
             m_width[u] = missing ? 1 : quint8(bytes.size());
@@ -27,7 +27,7 @@ public:
     int width(char16_t unit) const { return m_width[unit]; }
 
 private:
-    std::array<quint8, 0x10000> m_width {};
+    std::array<quint8, 0x10000> m_width{};
 };
 
 const Cp932Widths &widths()
@@ -55,8 +55,7 @@ bool checkFilledField(Prompt &prompt, const QString &text, qint16 limit, const Q
     }
     const int length = CP932Length(text);
     if (length > limit) {
-        prompt.error(kInputError, QStringLiteral("項目の長さ(") + hashFormat(length)
-                                      + QStringLiteral(")が制限(") + hashFormat(limit)
+        prompt.error(kInputError, QStringLiteral("項目の長さ(") + hashFormat(length) + QStringLiteral(")が制限(") + hashFormat(limit)
                                       + QStringLiteral(")を越えています。 ") + label);
         return false;
     }
@@ -76,8 +75,7 @@ int CP932Length(const QString &text)
     return bytes;
 }
 
-bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
-                        const QString &itemLabel)
+bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty, const QString &itemLabel)
 {
     if (text.isEmpty()) {
         if (allowEmpty)
@@ -88,8 +86,7 @@ bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool 
     return checkFilledField(prompt, text, limit, itemLabel);
 }
 
-bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
-                        const QString &itemLabel)
+bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty, const QString &itemLabel)
 {
     if (text.isEmpty() && allowEmpty)
         return true;

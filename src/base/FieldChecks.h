@@ -14,11 +14,9 @@ class Prompt;
 int CP932Length(const QString &text);
 
 // True when the value is good; false when a message with title "入力のエラー" has been shown.
-bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
-                        const QString &itemLabel);
+bool CheckRequiredField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty, const QString &itemLabel);
 // As CheckRequiredField, but an empty text is never reported.
-bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty,
-                        const QString &itemLabel);
+bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool allowEmpty, const QString &itemLabel);
 
 // True when the name is refused as a file name (and the message has been shown).
 bool CheckFileName(Prompt &prompt, const QString &name);

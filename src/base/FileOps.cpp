@@ -39,8 +39,7 @@ void copyFolderContents(const QString &source, const QString &dest, const std::f
     if (!QDir().mkpath(dest))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(dest));
     const QDir sourceDir(source);
-    QDirIterator it(source, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
-                    QDirIterator::Subdirectories);
+    QDirIterator it(source, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QFileInfo info(it.next());
         const QString relative = sourceDir.relativeFilePath(info.filePath());

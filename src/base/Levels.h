@@ -46,23 +46,24 @@ struct LevelInfo {
 // The row panels colour their captions by place: the 条 panel shows 規程 to 条, the 項
 // panel 項 to イ～ネ, each in the same four colours.
 inline constexpr std::array<LevelInfo, 9> kLevels = {{
-    {Level::Document, u"規程", u"規程", u"正式名称", u"Code", u"", 0, u"規則・規程・労使協定", u"規則", 0xFFC0C0, u"規程", 2, 70, false, u"3,4",
-     Numbering::None, u"", false, false},
+    {Level::Document, u"規程", u"規程", u"正式名称", u"Code", u"", 0, u"規則・規程・労使協定", u"規則", 0xFFC0C0, u"規程", 2, 70, false,
+     u"3,4", Numbering::None, u"", false, false},
     {Level::Preamble, u"前文", u"前文", u"前文", u"規程Code", u"01", 0, u"前文", u"前文", 0xFFE0C0, u"前文", 2, 70, true, u"2,3",
      Numbering::None, u"", false, false},
-    {Level::Chapter, u"章", u"章", u"章", u"規程Code", u"", 1, u"章", u"章", 0xFFFFC0, u"章", 2, 70, false, u"2,3",
-     Numbering::Ordinal, u"", false, false},
+    {Level::Chapter, u"章", u"章", u"章", u"規程Code", u"", 1, u"章", u"章", 0xFFFFC0, u"章", 2, 70, false, u"2,3", Numbering::Ordinal, u"",
+     false, false},
     {Level::Article, u"条", u"条", u"正式名称", u"規程Code", u"", 2, u"条", u"条", 0xC0FFC0, u"条", 4, 7000, false, u"2,3,4,5",
      Numbering::Ordinal, u"前条", true, false},
-    {Level::Paragraph, u"項", u"項", u"項", u"規程Code", u"", 3, u"項", u"項", 0xFFC0C0, u"項", 2, 70, true, u"2,3,4,5",
-     Numbering::Ordinal, u"前項", false, false},
-    {Level::Item, u"号", u"号", u"号", u"規程Code", u"", 4, u"号", u"号", 0xFFE0C0, u"号", 2, 70, true, u"2,3,4,5",
-     Numbering::Ordinal, u"前号", false, true},
-    {Level::Maru, u"号の細分丸", u"号の細分丸", u"号の細分丸", u"規程Code", u"", 5, u"①～⑳", u"①～⑳", 0xFFFFC0, u"丸", 2, 70, true, u"2,3,4,5,6",
-     Numbering::Circled, u"", false, true},
-    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", u"号の細分イロハ", u"規程Code", u"", 6, u"イ～ネ", u"イ～ネ", 0xC0FFC0, u"イロハ", 2, 70, true,
-     u"2,3,4,5,6", Numbering::Iroha, u"", false, true},
-    {Level::Closing, u"", u"", u"", u"", u"", 0, u"規則・規程・労使協定", u"", 0xC0FFC0, u"", 2, 70, false, u"", Numbering::None, u"", false, false},
+    {Level::Paragraph, u"項", u"項", u"項", u"規程Code", u"", 3, u"項", u"項", 0xFFC0C0, u"項", 2, 70, true, u"2,3,4,5", Numbering::Ordinal,
+     u"前項", false, false},
+    {Level::Item, u"号", u"号", u"号", u"規程Code", u"", 4, u"号", u"号", 0xFFE0C0, u"号", 2, 70, true, u"2,3,4,5", Numbering::Ordinal,
+     u"前号", false, true},
+    {Level::Maru, u"号の細分丸", u"号の細分丸", u"号の細分丸", u"規程Code", u"", 5, u"①～⑳", u"①～⑳", 0xFFFFC0, u"丸", 2, 70, true,
+     u"2,3,4,5,6", Numbering::Circled, u"", false, true},
+    {Level::Iroha, u"号の細分イロハ", u"号の細分イロハ", u"号の細分イロハ", u"規程Code", u"", 6, u"イ～ネ", u"イ～ネ", 0xC0FFC0, u"イロハ",
+     2, 70, true, u"2,3,4,5,6", Numbering::Iroha, u"", false, true},
+    {Level::Closing, u"", u"", u"", u"", u"", 0, u"規則・規程・労使協定", u"", 0xC0FFC0, u"", 2, 70, false, u"", Numbering::None, u"",
+     false, false},
 }};
 
 // The row of a level. Every Level value has one.
@@ -88,7 +89,7 @@ inline QString textColumn(Level level) { return QString::fromUtf16(levelInfo(lev
 // The place columns of the composition tables, 章Code to 号の細分イロハCode.
 inline const QStringList &placeColumns()
 {
-    static const QStringList columns = {QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("項Code"),
+    static const QStringList columns = {QStringLiteral("章Code"), QStringLiteral("条Code"),         QStringLiteral("項Code"),
                                         QStringLiteral("号Code"), QStringLiteral("号の細分丸Code"), QStringLiteral("号の細分イロハCode")};
     return columns;
 }

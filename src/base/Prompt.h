@@ -30,9 +30,9 @@ public:
 
 // The result of a user-facing step: what the CLI turns into its exit status.
 enum class Outcome {
-    Done,     // the step did what was asked
-    Stopped,  // a check refused the input, or the user answered no
-    Failed,   // something went wrong; the user has been told
+    Done,    // the step did what was asked
+    Stopped, // a check refused the input, or the user answered no
+    Failed,  // something went wrong; the user has been told
 };
 
 } // namespace normaris

@@ -167,7 +167,11 @@ Command companyCommand(QStringList path, QList<Option> options, QString argument
     options.prepend(required(QStringLiteral("--company"), QStringLiteral("NAME")));
     if (needsDocument)
         options.insert(1, required(QStringLiteral("--doc"), QStringLiteral("CODE")));
-    return Command{std::move(path), std::move(options), std::move(arguments), minArguments, maxArguments,
+    return Command{std::move(path),
+                   std::move(options),
+                   std::move(arguments),
+                   minArguments,
+                   maxArguments,
                    [run = std::move(run), needsDocument](Context &c) {
                        const Outcome opened = CompanyFiles(c.layout, c.prompt).open(c.args.option(QStringLiteral("--company")));
                        if (opened != Outcome::Done)
@@ -210,8 +214,9 @@ int run(const QStringList &args, const QString &programDir, std::FILE *out, std:
             globals << args[i] << args[i + 1];
             ++i;
         } else {
-            return badUsage(err, args[i] == kRoot ? QStringLiteral("missing value after --root") : QStringLiteral("unknown option '%1'").arg(args[i]),
-                            commandList(commands));
+            return badUsage(
+                err, args[i] == kRoot ? QStringLiteral("missing value after --root") : QStringLiteral("unknown option '%1'").arg(args[i]),
+                commandList(commands));
         }
     }
     const QStringList rest = args.mid(i);

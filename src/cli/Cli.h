@@ -57,9 +57,9 @@ struct Context {
 };
 
 struct Command {
-    QStringList path;       // e.g. {"company", "new"}
-    QList<Option> options;  // what the command accepts besides --root and --yes
-    QString arguments;      // the arguments in the usage, e.g. "NAME"
+    QStringList path;      // e.g. {"company", "new"}
+    QList<Option> options; // what the command accepts besides --root and --yes
+    QString arguments;     // the arguments in the usage, e.g. "NAME"
     int minArguments = 0;
     int maxArguments = 0;
     std::function<int(Context &)> run;

@@ -11,7 +11,11 @@ namespace normaris::cli {
 void addCompanyCommands(QList<Command> &commands)
 {
     const QString company = QStringLiteral("company");
-    commands << Command{{company, QStringLiteral("new")}, {optional(QStringLiteral("--from"), QStringLiteral("SOURCE"))}, QStringLiteral("NAME"), 1, 1,
+    commands << Command{{company, QStringLiteral("new")},
+                        {optional(QStringLiteral("--from"), QStringLiteral("SOURCE"))},
+                        QStringLiteral("NAME"),
+                        1,
+                        1,
                         [](Context &c) {
                             CompanyFiles files(c.layout, c.prompt);
                             const QString name = c.args.words[0];
@@ -27,7 +31,11 @@ void addCompanyCommands(QList<Command> &commands)
     commands << Command{{company, QStringLiteral("delete")}, {}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
                             return exitCodeOf(CompanyFiles(c.layout, c.prompt).remove(c.args.words[0]));
                         }};
-    commands << Command{{company, QStringLiteral("backup")}, {optional(QStringLiteral("--to"), QStringLiteral("DIR"))}, QStringLiteral("NAME"), 1, 1,
+    commands << Command{{company, QStringLiteral("backup")},
+                        {optional(QStringLiteral("--to"), QStringLiteral("DIR"))},
+                        QStringLiteral("NAME"),
+                        1,
+                        1,
                         [](Context &c) {
                             std::optional<QString> to;
                             if (c.args.has(QStringLiteral("--to")))

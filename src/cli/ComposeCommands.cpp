@@ -22,7 +22,8 @@ QString documentOf(Context &c) { return c.args.option(QStringLiteral("--doc")); 
 int docsList(Context &c)
 {
     DocumentList list(AppState::cn());
-    const QStringList styles = c.args.has(QStringLiteral("--style")) ? QStringList{styleOf(c)} : QStringList{QStringLiteral("1"), QStringLiteral("2")};
+    const QStringList styles =
+        c.args.has(QStringLiteral("--style")) ? QStringList{styleOf(c)} : QStringList{QStringLiteral("1"), QStringLiteral("2")};
     for (const QString &style : styles) {
         for (const bool selected : {true, false}) {
             if ((selected && c.args.has(QStringLiteral("--unselected"))) || (!selected && c.args.has(QStringLiteral("--selected"))))
@@ -56,7 +57,8 @@ bool onParagraphPanel(Context &c) { return c.args.has(QStringLiteral("--article"
 QList<PanelRow> panelOf(Context &c)
 {
     QSqlDatabase db = AppState::cn();
-    return onParagraphPanel(c) ? paragraphPanel(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
+    return onParagraphPanel(c) ? paragraphPanel(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")),
+                                                c.args.option(QStringLiteral("--article")))
                                : articlePanel(db, styleOf(c), documentOf(c));
 }
 
@@ -64,13 +66,14 @@ int composeRows(Context &c)
 {
     QSqlDatabase db = AppState::cn();
     const QList<CompositionRow> rows = onParagraphPanel(c)
-        ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")), c.args.option(QStringLiteral("--article")))
-        : readArticleRows(db, styleOf(c), documentOf(c));
+                                           ? readClauseRows(db, styleOf(c), documentOf(c), c.args.option(QStringLiteral("--chapter")),
+                                                            c.args.option(QStringLiteral("--article")))
+                                           : readArticleRows(db, styleOf(c), documentOf(c));
     const QList<PanelRow> panel = panelOf(c);
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const CompositionRow &r = rows[i];
-        c.out << i << '\t' << r.order << '\t' << levelCode(r.level) << '\t' << r.number << '\t' << r.codes.join(u'\t') << '\t'
-              << r.join << '\t' << panel.value(i).text << '\n';
+        c.out << i << '\t' << r.order << '\t' << levelCode(r.level) << '\t' << r.number << '\t' << r.codes.join(u'\t') << '\t' << r.join
+              << '\t' << panel.value(i).text << '\n';
     }
     return ExitDone;
 }
@@ -87,31 +90,38 @@ int composeAction(Context &c, const QString &action)
         return ExitFailure;
     }
     const PanelRow &row = panel[i];
-    const PanelDecision decision = onParagraphPanel(c)
-        ? paragraphPanelAction(panel, i, action)
-        : articlePanelAction(panel, i, action, row.level == Level::Article && articleHasParagraphs(db, styleOf(c), documentOf(c), row.codes[0], row.codes[1]));
+    const PanelDecision decision =
+        onParagraphPanel(c) ? paragraphPanelAction(panel, i, action)
+                            : articlePanelAction(panel, i, action,
+                                                 row.level == Level::Article
+                                                     && articleHasParagraphs(db, styleOf(c), documentOf(c), row.codes[0], row.codes[1]));
     switch (decision.kind) {
     case PanelDecision::Kind::Nothing:
         c.prompt.error(QStringLiteral("処理方法の指定"), QStringLiteral("この行では、その処理は選べません。"));
         return ExitStopped;
-    case PanelDecision::Kind::Refuse:
-        c.prompt.error(decision.title, decision.text);
-        return ExitStopped;
+    case PanelDecision::Kind::Refuse: c.prompt.error(decision.title, decision.text); return ExitStopped;
     case PanelDecision::Kind::OpenParagraphs:
-        c.prompt.information(QStringLiteral("処理方法の指定"), QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(row.codes[0], row.codes[1]));
+        c.prompt.information(QStringLiteral("処理方法の指定"),
+                             QStringLiteral("項以下は --chapter %1 --article %2 で指定してください。").arg(row.codes[0], row.codes[1]));
         return ExitStopped;
-    case PanelDecision::Kind::Confirm:
-        break;
+    case PanelDecision::Kind::Confirm: break;
     }
     if (!c.prompt.question(decision.title, decision.text))
         return ExitStopped;
     if (decision.release)
         return exitCodeOf(ClauseReleaser(db, c.prompt).release({styleOf(c), documentOf(c), decision.current, i, row.codes}));
-    AddRequest request{styleOf(c), documentOf(c), decision.current, decision.added, decision.firstParagraph, i, row.codes,
+    AddRequest request{styleOf(c),
+                       documentOf(c),
+                       decision.current,
+                       decision.added,
+                       decision.firstParagraph,
+                       i,
+                       row.codes,
                        c.args.option(QStringLiteral("--pick"))};
     const QStringList place = ClauseAdder::placeOf(request);
     bool offered = false;
-    for (const CodeAndName &s : stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
+    for (const CodeAndName &s :
+         stockList(db, request.style, request.document, request.added, place.mid(0, place.size() - 1), StockFilter::All))
         offered = offered || s.code == request.chosen;
     if (!offered)
         request.chosen.clear(); // answered as an empty choice
@@ -131,20 +141,31 @@ void addComposeCommands(QList<Command> &commands)
                                  optional(QStringLiteral("--article"), QStringLiteral("A"))};
     const Option row = required(QStringLiteral("--row"), QStringLiteral("I"));
     commands << companyCommand({kDocs, QStringLiteral("list")},
-                               {optionalStyle(), optional(QStringLiteral("--selected")), optional(QStringLiteral("--unselected"))}, {}, 0, 0, docsList, false);
-    commands << companyCommand({kDocs, QStringLiteral("add")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, true); }, true);
-    commands << companyCommand({kDocs, QStringLiteral("remove")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, false); }, true);
+                               {optionalStyle(), optional(QStringLiteral("--selected")), optional(QStringLiteral("--unselected"))}, {}, 0,
+                               0, docsList, false);
+    commands << companyCommand(
+        {kDocs, QStringLiteral("add")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, true); }, true);
+    commands << companyCommand(
+        {kDocs, QStringLiteral("remove")}, {requiredStyle()}, {}, 0, 0, [](Context &c) { return docsChange(c, false); }, true);
     commands << companyCommand({kCompose, QStringLiteral("rows")}, panel, {}, 0, 0, composeRows, true);
-    commands << companyCommand({kCompose, QStringLiteral("add")},
-                               panel + QList<Option>{row, required(QStringLiteral("--action"), QStringLiteral("CODE")), optional(QStringLiteral("--pick"), QStringLiteral("CODE"))},
-                               {}, 0, 0, [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
-    commands << companyCommand({kCompose, QStringLiteral("release")}, panel + QList<Option>{row}, {}, 0, 0,
-                               [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
-    const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords}, {"words", ListKind::EmbeddedWords},
-                                                       {"refs", ListKind::References}, {"templates", ListKind::Templates}};
+    commands << companyCommand(
+        {kCompose, QStringLiteral("add")},
+        panel
+            + QList<Option>{row, required(QStringLiteral("--action"), QStringLiteral("CODE")),
+                            optional(QStringLiteral("--pick"), QStringLiteral("CODE"))},
+        {}, 0, 0, [](Context &c) { return composeAction(c, c.args.option(QStringLiteral("--action"))); }, true);
+    commands << companyCommand(
+        {kCompose, QStringLiteral("release")}, panel + QList<Option>{row}, {}, 0, 0,
+        [](Context &c) { return composeAction(c, QStringLiteral("2")); }, true);
+    const std::pair<const char *, ListKind> lists[] = {{"basic", ListKind::BasicWords},
+                                                       {"words", ListKind::EmbeddedWords},
+                                                       {"refs", ListKind::References},
+                                                       {"templates", ListKind::Templates}};
     for (const auto &[name, kind] : lists) {
-        commands << companyCommand({QStringLiteral("lists"), QString::fromLatin1(name)}, {requiredStyle(), required(QStringLiteral("--out"), QStringLiteral("FILE.xlsx"))},
-                                   {}, 0, 0, [kind = kind](Context &c) { return writeList(c, kind); }, true);
+        commands << companyCommand(
+            {QStringLiteral("lists"), QString::fromLatin1(name)},
+            {requiredStyle(), required(QStringLiteral("--out"), QStringLiteral("FILE.xlsx"))}, {}, 0, 0,
+            [kind = kind](Context &c) { return writeList(c, kind); }, true);
     }
 }
 

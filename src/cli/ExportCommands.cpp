@@ -49,10 +49,13 @@ struct BuildStep {
 template<typename T>
 using Choices = QList<std::pair<QString, T>>;
 
-const Choices<ExportKind> kKinds = {{QStringLiteral("rules"), ExportKind::Rules}, {QStringLiteral("agreement"), ExportKind::Agreement},
+const Choices<ExportKind> kKinds = {{QStringLiteral("rules"), ExportKind::Rules},
+                                    {QStringLiteral("agreement"), ExportKind::Agreement},
                                     {QStringLiteral("filing"), ExportKind::Filing}};
-const Choices<CoverChoice> kCovers = {{QStringLiteral("both"), CoverChoice::Both}, {QStringLiteral("cover"), CoverChoice::CoverOnly},
-                                      {QStringLiteral("toc"), CoverChoice::TocOnly}, {QStringLiteral("none"), CoverChoice::None}};
+const Choices<CoverChoice> kCovers = {{QStringLiteral("both"), CoverChoice::Both},
+                                      {QStringLiteral("cover"), CoverChoice::CoverOnly},
+                                      {QStringLiteral("toc"), CoverChoice::TocOnly},
+                                      {QStringLiteral("none"), CoverChoice::None}};
 const Choices<bool> kNumberFirst = {{QStringLiteral("show"), true}, {QStringLiteral("hide"), false}};
 const Choices<bool> kFiling = {{QStringLiteral("new"), false}, {QStringLiteral("change"), true}};
 
@@ -93,7 +96,9 @@ int exportDocument(Context &c)
     // Without --kind, a document prints as what it is: an agreement or a set of rules.
     if (!c.args.has(QStringLiteral("--kind"))
         && scalar(AppState::cn(), QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                  {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString() == u"2")
+                  {state.CurBunshoKeishikiCode, state.CurKiteiCode})
+                   .toString()
+               == u"2")
         options.kind = ExportKind::Agreement;
     return exitCodeOf(DocumentExport(AppState::cn(), c.prompt)
                           .write(filing ? QString() : state.CurBunshoKeishikiCode, filing ? QString() : state.CurKiteiCode, options, out,
@@ -107,12 +112,13 @@ void addExportCommands(QList<Command> &commands)
     const QList<Option> chosen = {requiredStyle()};
     commands << companyCommand({QStringLiteral("build")}, chosen, {}, 0, 0, runStep<BuildStep>, true);
     commands << companyCommand({QStringLiteral("substitute")}, chosen, {}, 0, 0, runStep<SettingSubstitution>, true);
-    commands << companyCommand({QStringLiteral("export")},
-                               {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")), choiceOption(QStringLiteral("--kind"), kKinds),
-                                choiceOption(QStringLiteral("--cover"), kCovers), choiceOption(QStringLiteral("--number-first"), kNumberFirst),
-                                choiceOption(QStringLiteral("--filing"), kFiling), required(QStringLiteral("--out"), QStringLiteral("FILE.docx")),
-                                optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
-                               {}, 0, 0, exportDocument, false);
+    commands << companyCommand(
+        {QStringLiteral("export")},
+        {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")), choiceOption(QStringLiteral("--kind"), kKinds),
+         choiceOption(QStringLiteral("--cover"), kCovers), choiceOption(QStringLiteral("--number-first"), kNumberFirst),
+         choiceOption(QStringLiteral("--filing"), kFiling), required(QStringLiteral("--out"), QStringLiteral("FILE.docx")),
+         optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+        {}, 0, 0, exportDocument, false);
 }
 
 } // namespace normaris::cli

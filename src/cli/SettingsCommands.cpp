@@ -164,13 +164,14 @@ void addSettingsCommands(QList<Command> &commands)
     const Option article = required(QStringLiteral("--article"), QStringLiteral("A"));
     commands << companyCommand({kSettings, QStringLiteral("show")}, {}, {}, 0, 0, settingsShow, false);
     commands << companyCommand({kSettings, QStringLiteral("set")}, {}, QStringLiteral("COLUMN=VALUE ..."), 1, 16, settingsSet, false);
-    commands << companyCommand({kSettings, QStringLiteral("representative")}, {}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative, false);
+    commands << companyCommand({kSettings, QStringLiteral("representative")}, {}, QStringLiteral("1|2|3"), 1, 1, settingsRepresentative,
+                               false);
     commands << companyCommand({kDates, QStringLiteral("list")}, {}, {}, 0, 0, datesList, true);
     commands << companyCommand({kDates, QStringLiteral("add")}, {optionalStyle()}, QStringLiteral("DATE"), 1, 1, datesAdd, true);
     commands << companyCommand({kDates, QStringLiteral("delete")}, {}, QStringLiteral("DATE"), 1, 1, datesDelete, true);
     commands << companyCommand({kWords, QStringLiteral("list")}, {optionalStyle(), chapter, article}, {}, 0, 0, wordsList, true);
-    commands << companyCommand({kWords, QStringLiteral("set")}, {optionalStyle(), chapter, article}, QStringLiteral("WORDCODE=TEXT ..."), 1, 15, wordsSet,
-                               true);
+    commands << companyCommand({kWords, QStringLiteral("set")}, {optionalStyle(), chapter, article}, QStringLiteral("WORDCODE=TEXT ..."), 1,
+                               15, wordsSet, true);
 }
 
 } // namespace normaris::cli

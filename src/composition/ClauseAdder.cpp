@@ -25,20 +25,20 @@ struct ClauseAddRule {
 
 // Tuika0400 … Tuika0707: the same add, told apart by the base of the new number.
 const ClauseAddRule kClauseAdds[] = {
-    {Level::Paragraph, Level::Paragraph, true, Base::Zero},        // Tuika0400
+    {Level::Paragraph, Level::Paragraph, true, Base::Zero},            // Tuika0400
     {Level::Paragraph, Level::Paragraph, false, Base::SelectedClause}, // Tuika0404
-    {Level::Item, Level::Paragraph, false, Base::EnclosingClause},  // Tuika0504
-    {Level::Maru, Level::Paragraph, false, Base::EnclosingClause},  // Tuika0604
-    {Level::Iroha, Level::Paragraph, false, Base::EnclosingClause}, // Tuika0704
-    {Level::Paragraph, Level::Item, false, Base::Zero},            // Tuika0405
-    {Level::Item, Level::Item, false, Base::SelectedClause},       // Tuika0505
-    {Level::Maru, Level::Item, false, Base::EnclosingClause},      // Tuika0605
-    {Level::Iroha, Level::Item, false, Base::EnclosingClause},     // Tuika0705
-    {Level::Item, Level::Maru, false, Base::Zero},                 // Tuika0506
-    {Level::Maru, Level::Maru, false, Base::SelectedClause},       // Tuika0606
-    {Level::Iroha, Level::Maru, false, Base::EnclosingClause},     // Tuika0706
-    {Level::Maru, Level::Iroha, false, Base::Zero},                // Tuika0607
-    {Level::Iroha, Level::Iroha, false, Base::SelectedClause},     // Tuika0707
+    {Level::Item, Level::Paragraph, false, Base::EnclosingClause},     // Tuika0504
+    {Level::Maru, Level::Paragraph, false, Base::EnclosingClause},     // Tuika0604
+    {Level::Iroha, Level::Paragraph, false, Base::EnclosingClause},    // Tuika0704
+    {Level::Paragraph, Level::Item, false, Base::Zero},                // Tuika0405
+    {Level::Item, Level::Item, false, Base::SelectedClause},           // Tuika0505
+    {Level::Maru, Level::Item, false, Base::EnclosingClause},          // Tuika0605
+    {Level::Iroha, Level::Item, false, Base::EnclosingClause},         // Tuika0705
+    {Level::Item, Level::Maru, false, Base::Zero},                     // Tuika0506
+    {Level::Maru, Level::Maru, false, Base::SelectedClause},           // Tuika0606
+    {Level::Iroha, Level::Maru, false, Base::EnclosingClause},         // Tuika0706
+    {Level::Maru, Level::Iroha, false, Base::Zero},                    // Tuika0607
+    {Level::Iroha, Level::Iroha, false, Base::SelectedClause},         // Tuika0707
 };
 
 const ClauseAddRule *clauseRule(const AddRequest &r)
@@ -60,8 +60,9 @@ void placeRows(QList<CompositionRow> &rows, int first)
 void markSelected(QSqlDatabase db, const QString &style, const QString &document, Level level, const QStringList &place)
 {
     const int n = placeDepth(level);
-    execSql(db, QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
-                    .arg(dictionaryTable(level), dictionaryPlaceWhere(level, n)),
+    execSql(db,
+            QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
+                .arg(dictionaryTable(level), dictionaryPlaceWhere(level, n)),
             QVariantList{style, document} + QVariantList(place.begin(), place.begin() + n));
 }
 
@@ -86,22 +87,25 @@ Outcome ClauseAdder::add(const AddRequest &r)
     const QStringList place = placeOf(r);
     // The in-use test and the panel rows are read inside the write, so that no other
     // connection can change them between the test and the insert.
-    const Outcome outcome = runStep(m_prompt, m_db, [&] {
-        const RowsetScope scope = isClauseLevel(r.added) ? RowsetScope::article(m_db, r.style, r.document, place[0], place[1])
-                                                         : RowsetScope::document(m_db, r.style, r.document);
-        if (scope.hasRow(r.added, place)) {
-            m_prompt.error(QStringLiteral("使用中"), QStringLiteral("この%1は既に使用しています").arg(caption));
-            return Outcome::Stopped;
-        }
-        if (isClauseLevel(r.added) && !clauseRule(r)) {
-            m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
-            return Outcome::Stopped;
-        }
-        (this->*adderOf(r.added))(r);
-        // The words of the whole subtree come into use, also under clauses left out.
-        setSubtreeWords(m_db, r.document, r.added, place, true);
-        return Outcome::Done;
-    }, Prompt::Icon::Error);
+    const Outcome outcome = runStep(
+        m_prompt, m_db,
+        [&] {
+            const RowsetScope scope = isClauseLevel(r.added) ? RowsetScope::article(m_db, r.style, r.document, place[0], place[1])
+                                                             : RowsetScope::document(m_db, r.style, r.document);
+            if (scope.hasRow(r.added, place)) {
+                m_prompt.error(QStringLiteral("使用中"), QStringLiteral("この%1は既に使用しています").arg(caption));
+                return Outcome::Stopped;
+            }
+            if (isClauseLevel(r.added) && !clauseRule(r)) {
+                m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
+                return Outcome::Stopped;
+            }
+            (this->*adderOf(r.added))(r);
+            // The words of the whole subtree come into use, also under clauses left out.
+            setSubtreeWords(m_db, r.document, r.added, place, true);
+            return Outcome::Done;
+        },
+        Prompt::Icon::Error);
     if (outcome != Outcome::Done)
         return outcome;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));
@@ -111,8 +115,9 @@ Outcome ClauseAdder::add(const AddRequest &r)
 ClauseAdder::LevelAdder ClauseAdder::adderOf(Level added)
 {
     // The levels above 項 each add their own way; every clause level adds alike.
-    static const std::pair<Level, LevelAdder> adders[] = {
-        {Level::Preamble, &ClauseAdder::addPreamble}, {Level::Chapter, &ClauseAdder::addChapter}, {Level::Article, &ClauseAdder::addArticle}};
+    static const std::pair<Level, LevelAdder> adders[] = {{Level::Preamble, &ClauseAdder::addPreamble},
+                                                          {Level::Chapter, &ClauseAdder::addChapter},
+                                                          {Level::Article, &ClauseAdder::addArticle}};
     for (const auto &[level, adder] : adders) {
         if (level == added)
             return adder;
@@ -122,7 +127,8 @@ ClauseAdder::LevelAdder ClauseAdder::adderOf(Level added)
 
 void ClauseAdder::addPreamble(const AddRequest &r)
 {
-    execSql(m_db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"), {r.style, r.document});
+    execSql(m_db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"),
+            {r.style, r.document});
     QList<CompositionRow> rows = DictionaryWalk(m_db, r.style, r.document).preamble();
     const int at = r.rowIndex + 2;
     RowsetScope::document(m_db, r.style, r.document).shiftOrder(at, int(rows.size()));
@@ -139,8 +145,8 @@ void ClauseAdder::addChapter(const AddRequest &r)
     const int i = r.rowIndex, n = int(articles.size());
     const int p = scope.numberBefore(Level::Chapter, {}, i + 1);
     // Below a 条 the new chapter's articles follow that 条; elsewhere they lead the run.
-    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i)
-                                               : scope.numberBefore(Level::Article, {r.chosen}, i + 1);
+    const int q =
+        r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i) : scope.numberBefore(Level::Article, {r.chosen}, i + 1);
     scope.shiftOrder(i + 2, n + 1);
     scope.renumber(Level::Chapter, {}, p, p + 1);
     scope.renumber(Level::Article, {}, q, q + n);
@@ -165,8 +171,7 @@ void ClauseAdder::addArticle(const AddRequest &r)
     const QString chapter = r.codes[0];
     markSelected(m_db, r.style, r.document, Level::Article, {chapter, r.chosen});
     const int i = r.rowIndex;
-    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i)
-                                               : scope.numberBefore(Level::Article, {}, i + 1);
+    const int q = r.selected == Level::Article ? scope.numberAfter(Level::Article, {}, i) : scope.numberBefore(Level::Article, {}, i + 1);
     scope.shiftOrder(i + 2, 1);
     scope.renumber(Level::Article, {}, q, q + 1);
     CompositionRow row = walk.article(chapter, r.chosen);
@@ -199,13 +204,13 @@ void ClauseAdder::addClause(const AddRequest &r)
     insertCompositionRows(m_db, kClauseRowsTable, rows);
 }
 
-#define NORMARIS_TUIKA(name, selectedLevel, addedLevel, isFirst)                                                        \
-    Outcome name(ClauseAdder &a, AddRequest r)                                                                        \
-    {                                                                                                                 \
-        r.selected = Level::selectedLevel;                                                                            \
-        r.added = Level::addedLevel;                                                                                  \
-        r.firstParagraph = isFirst;                                                                                   \
-        return a.add(r);                                                                                              \
+#define NORMARIS_TUIKA(name, selectedLevel, addedLevel, isFirst)                                                                           \
+    Outcome name(ClauseAdder &a, AddRequest r)                                                                                             \
+    {                                                                                                                                      \
+        r.selected = Level::selectedLevel;                                                                                                 \
+        r.added = Level::addedLevel;                                                                                                       \
+        r.firstParagraph = isFirst;                                                                                                        \
+        return a.add(r);                                                                                                                   \
     }
 NORMARIS_TUIKA(Tuika0110, Document, Preamble, false)
 NORMARIS_TUIKA(Tuika0102, Document, Chapter, false)

@@ -17,12 +17,12 @@ namespace normaris {
 struct AddRequest {
     QString style;
     QString document;
-    Level selected = Level::Document; // level of the selected panel row
-    Level added = Level::Chapter;     // level added below it
-    bool firstParagraph = false;      // a new first 項 of the 条 (action '3' on a 項 row)
-    int rowIndex = 0;                 // the selected row's place from 0: its 順番 is rowIndex + 1
+    Level selected = Level::Document;   // level of the selected panel row
+    Level added = Level::Chapter;       // level added below it
+    bool firstParagraph = false;        // a new first 項 of the 条 (action '3' on a 項 row)
+    int rowIndex = 0;                   // the selected row's place from 0: its 順番 is rowIndex + 1
     QStringList codes = QStringList(6); // the selected row's 章Code … 号の細分イロハCode
-    QString chosen;                   // the dictionary clause's own Code
+    QString chosen;                     // the dictionary clause's own Code
 };
 
 class ClauseAdder {

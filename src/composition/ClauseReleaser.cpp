@@ -12,12 +12,14 @@ namespace {
 void markStock(QSqlDatabase db, const ReleaseRequest &r, const QStringList &place)
 {
     if (r.level == Level::Preamble) {
-        execSql(db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"), {r.style, r.document});
+        execSql(db, QStringLiteral("UPDATE 前文 SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = '01'"),
+                {r.style, r.document});
         return;
     }
     const int n = placeDepth(r.level);
-    execSql(db, QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
-                    .arg(dictionaryTable(r.level), dictionaryPlaceWhere(r.level, n)),
+    execSql(db,
+            QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
+                .arg(dictionaryTable(r.level), dictionaryPlaceWhere(r.level, n)),
             QVariantList{r.style, r.document} + QVariantList(place.begin(), place.end()));
 }
 
@@ -25,14 +27,17 @@ void markStock(QSqlDatabase db, const ReleaseRequest &r, const QStringList &plac
 
 Outcome ClauseReleaser::release(const ReleaseRequest &r)
 {
-    const bool done = runInTransaction(m_prompt, m_db, [&] {
-        if (isClauseLevel(r.level))
-            releaseFromArticle(r);
-        else
-            releaseFromDocument(r);
-        const QStringList place = r.level == Level::Preamble ? QStringList() : r.codes.mid(0, placeDepth(r.level));
-        setSubtreeWords(m_db, r.document, r.level, place, false);
-    }, Prompt::Icon::Error);
+    const bool done = runInTransaction(
+        m_prompt, m_db,
+        [&] {
+            if (isClauseLevel(r.level))
+                releaseFromArticle(r);
+            else
+                releaseFromDocument(r);
+            const QStringList place = r.level == Level::Preamble ? QStringList() : r.codes.mid(0, placeDepth(r.level));
+            setSubtreeWords(m_db, r.document, r.level, place, false);
+        },
+        Prompt::Icon::Error);
     if (!done)
         return Outcome::Failed;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));
@@ -48,10 +53,12 @@ void ClauseReleaser::releaseFromDocument(const ReleaseRequest &r)
     const int p = r.level == Level::Preamble ? 0 : scope.numberAfter(r.level, {}, i);
     // For a 章, the lowest number among its 条; 0 when it has none (then every 条 of
     // the document is renumbered from 0).
-    const int q = r.level == Level::Chapter
-        ? scalar(m_db, QStringLiteral("SELECT coalesce(min(番号), 0) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '3' AND 章Code = ?"),
-                 {r.style, r.document, place[0]}).toInt()
-        : 0;
+    const int q = r.level == Level::Chapter ? scalar(m_db,
+                                                     QStringLiteral("SELECT coalesce(min(番号), 0) FROM 作成データ補助～条 WHERE "
+                                                                    "文章形式Code = ? AND 規程Code = ? AND 種別 = '3' AND 章Code = ?"),
+                                                     {r.style, r.document, place[0]})
+                                                  .toInt()
+                                            : 0;
     scope.deleteRows(r.level, place);
     if (r.level != Level::Preamble)
         RowsetScope::documentClauses(m_db, r.style, r.document).deleteRows(r.level, place);
@@ -80,11 +87,11 @@ void ClauseReleaser::releaseFromArticle(const ReleaseRequest &r)
     scope.renumber(r.level, parent, p, p - 1, true);
 }
 
-#define NORMARIS_KAIJO(name, releasedLevel)                                                                             \
-    Outcome name(ClauseReleaser &k, ReleaseRequest r)                                                                 \
-    {                                                                                                                 \
-        r.level = Level::releasedLevel;                                                                               \
-        return k.release(r);                                                                                          \
+#define NORMARIS_KAIJO(name, releasedLevel)                                                                                                \
+    Outcome name(ClauseReleaser &k, ReleaseRequest r)                                                                                      \
+    {                                                                                                                                      \
+        r.level = Level::releasedLevel;                                                                                                    \
+        return k.release(r);                                                                                                               \
     }
 NORMARIS_KAIJO(Kaijo10, Preamble)
 NORMARIS_KAIJO(Kaijo02, Chapter)

@@ -21,9 +21,13 @@ QVariantList CompositionRow::values(bool lineBreakAsText) const
 QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys)
 {
     QList<CompositionRow> rows;
-    RowReader q = execSql(db, QStringLiteral("SELECT 順番, 種別, 規程Code, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
-                                             "結合, 改行, テンプレート, 文章, 変数語句, 変数番号, 変更フラグ, 文章形式Code, 正式名称 "
-                                             "FROM \"%1\" WHERE %2 ORDER BY 順番, CAST(結合 AS INTEGER)").arg(table, where), keys);
+    RowReader q =
+        execSql(db,
+                QStringLiteral("SELECT 順番, 種別, 規程Code, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
+                               "結合, 改行, テンプレート, 文章, 変数語句, 変数番号, 変更フラグ, 文章形式Code, 正式名称 "
+                               "FROM \"%1\" WHERE %2 ORDER BY 順番, CAST(結合 AS INTEGER)")
+                    .arg(table, where),
+                keys);
     while (q.next()) {
         CompositionRow r;
         r.order = q.value(0).toInt();
@@ -56,8 +60,8 @@ QList<CompositionRow> readArticleRows(QSqlDatabase db, const QString &style, con
     return readRows(db, kArticleRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ?"), {style, document});
 }
 
-QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document,
-                                     const QString &chapter, const QString &article)
+QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
+                                     const QString &article)
 {
     return readRows(db, kClauseRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
                     {style, document, chapter, article});
@@ -86,14 +90,8 @@ void insertRows(QSqlDatabase db, const QString &table, const QList<CompositionRo
 
 } // namespace
 
-void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
-{
-    insertRows(db, table, rows, false);
-}
+void insertCompositionRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows) { insertRows(db, table, rows, false); }
 
-void insertWorkRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows)
-{
-    insertRows(db, table, rows, true);
-}
+void insertWorkRows(QSqlDatabase db, const QString &table, const QList<CompositionRow> &rows) { insertRows(db, table, rows, true); }
 
 } // namespace normaris

@@ -22,10 +22,10 @@ inline const QString kOutputRowsTable = QStringLiteral("作成データ");
 inline QString workingTable(Level level) { return isClauseLevel(level) ? kClauseRowsTable : kArticleRowsTable; }
 
 struct CompositionRow {
-    int order = 0;             // 順番
+    int order = 0; // 順番
     Level level = Level::Document;
-    QString document;          // 規程Code
-    int number = 0;            // 番号
+    QString document;                   // 規程Code
+    int number = 0;                     // 番号
     QStringList codes = QStringList(6); // 章Code … 号の細分イロハCode
     QString join = QStringLiteral("0");
     bool lineBreak = false;
@@ -46,8 +46,8 @@ struct CompositionRow {
 
 // The rows of a document's 条 panel, or of one 条's panel, in 順番 order.
 QList<CompositionRow> readArticleRows(QSqlDatabase db, const QString &style, const QString &document);
-QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document,
-                                     const QString &chapter, const QString &article);
+QList<CompositionRow> readClauseRows(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
+                                     const QString &article);
 
 // The rows of table that match where (a condition with ? for each key), in 順番 and 結合 order.
 QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys);

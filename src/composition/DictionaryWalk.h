@@ -10,7 +10,9 @@ namespace normaris {
 class DictionaryWalk {
 public:
     DictionaryWalk(QSqlDatabase db, QString style, QString document)
-        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document)) {}
+        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document))
+    {
+    }
 
     // A clause of 項 level or below at its place (章 … own code), numbered `number`, and its subtree.
     QList<CompositionRow> clause(Level level, const QStringList &place, int number);

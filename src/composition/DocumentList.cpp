@@ -21,14 +21,16 @@ QList<CodeAndName> codesAndNames(RowReader q)
 
 QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
 {
-    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
-                                 {style, selected ? 1 : 0}));
+    return codesAndNames(execSql(
+        m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
+        {style, selected ? 1 : 0}));
 }
 
 QList<CodeAndName> DocumentList::selectedOfKind(const QString &style, const QString &kind)
 {
-    return codesAndNames(execSql(m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
-                                                      "ORDER BY CAST(Code AS INTEGER)"),
+    return codesAndNames(execSql(m_db,
+                                 QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
+                                                "ORDER BY CAST(Code AS INTEGER)"),
                                  {style, kind}));
 }
 
@@ -46,10 +48,13 @@ void DocumentList::addToList(const QString &style, const QString &document)
 {
     Transaction transaction(m_db);
     execSql(m_db, QStringLiteral("UPDATE 規程 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
-    const bool composed = scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"),
-                                 {style, document}).toInt() > 0;
+    const bool composed =
+        scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ?"), {style, document})
+            .toInt()
+        > 0;
     if (!composed) {
-        RowReader q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
+        RowReader q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
+                              {style, document});
         if (q.next()) {
             CompositionRow row;
             row.order = 1;

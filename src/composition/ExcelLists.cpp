@@ -35,13 +35,29 @@ struct ListLayout {
 const ListLayout &layoutOf(ListKind kind)
 {
     static const QList<ListLayout> layouts = {
-        {ListKind::BasicWords, "基本語句の確認", "基本語句はありません。", "【基本語句】",
+        {ListKind::BasicWords,
+         "基本語句の確認",
+         "基本語句はありません。",
+         "【基本語句】",
          {{QStringLiteral("区分"), 20}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
-        {ListKind::EmbeddedWords, "埋込語句の確認", "埋込語句はありません。", "【埋込語句】",
-         {{QStringLiteral("Code"), 6}, {QStringLiteral("表示名称"), 40}, {QStringLiteral("設定内容"), 40}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
-        {ListKind::References, "参照条文番号の確認", "参照条文番号はありません。", "【参照条文番号】",
+        {ListKind::EmbeddedWords,
+         "埋込語句の確認",
+         "埋込語句はありません。",
+         "【埋込語句】",
+         {{QStringLiteral("Code"), 6},
+          {QStringLiteral("表示名称"), 40},
+          {QStringLiteral("設定内容"), 40},
+          {QStringLiteral("条Code"), 6},
+          {QStringLiteral("条の名称"), 40}}},
+        {ListKind::References,
+         "参照条文番号の確認",
+         "参照条文番号はありません。",
+         "【参照条文番号】",
          {{QStringLiteral("Code"), 6}, {QStringLiteral("参照先"), 40}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
-        {ListKind::Templates, "テンプレートの確認", "テンプレートはありません。", "【テンプレート】",
+        {ListKind::Templates,
+         "テンプレートの確認",
+         "テンプレートはありません。",
+         "【テンプレート】",
          {{QStringLiteral("Code"), 6}, {QStringLiteral("条Code"), 6}, {QStringLiteral("条の名称"), 40}}},
     };
     for (const ListLayout &s : layouts) {
@@ -53,7 +69,10 @@ const ListLayout &layoutOf(ListKind kind)
 
 class Scanner {
 public:
-    Scanner(QSqlDatabase db, QString style, QString document) : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document)) {}
+    Scanner(QSqlDatabase db, QString style, QString document)
+        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document))
+    {
+    }
 
     // Fills the work tables for the list and returns the sheet rows.
     QList<QStringList> run(ListKind kind)
@@ -74,7 +93,7 @@ private:
     {
         QList<CompositionRow> rows;
         for (const CompositionRow &r : readClauseRows(m_db, m_style, m_document, article.codes[0], article.codes[1])) {
-            const bool wanted = kind == ListKind::Templates ? r.templateCode != u"0" && !r.templateCode.isEmpty()
+            const bool wanted = kind == ListKind::Templates    ? r.templateCode != u"0" && !r.templateCode.isEmpty()
                                 : kind == ListKind::References ? r.references
                                                                : r.words;
             if (wanted)
@@ -107,18 +126,25 @@ private:
     void scanMarkers(const CompositionRow &row, bool words)
     {
         const QChar sign = words ? u'★' : u'◆';
-        RowReader q = execSql(m_db, words ? QStringLiteral("SELECT Code, 語句, 表示名称 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)")
-                                          : QStringLiteral("SELECT Code, \"変換参照■規程Code\" FROM 変数テーブル番号 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)"),
+        RowReader q = execSql(m_db,
+                              words ? QStringLiteral("SELECT Code, 語句, 表示名称 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? "
+                                                     "AND 条Code = ? ORDER BY CAST(Code AS INTEGER)")
+                                    : QStringLiteral("SELECT Code, \"変換参照■規程Code\" FROM 変数テーブル番号 WHERE 規程Code = ? AND "
+                                                     "章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)"),
                               {m_document, row.codes[0], row.codes[1]});
         while (q.next()) {
             const QString code = q.value(0).toString();
             if (!row.text.contains(sign + code + sign))
                 continue;
             if (words)
-                insert(QStringLiteral("goku_excel"), {QStringLiteral("Code"), QStringLiteral("設定内容"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("表示名称")},
+                insert(QStringLiteral("goku_excel"),
+                       {QStringLiteral("Code"), QStringLiteral("設定内容"), QStringLiteral("規程Code"), QStringLiteral("章Code"),
+                        QStringLiteral("条Code"), QStringLiteral("表示名称")},
                        {code, q.value(1), m_document, row.codes[0], row.codes[1], q.value(2)});
             else
-                insert(QStringLiteral("bangou_excel"), {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"), QStringLiteral("\"変換参照■規程Code\"")},
+                insert(QStringLiteral("bangou_excel"),
+                       {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"),
+                        QStringLiteral("\"変換参照■規程Code\"")},
                        {code, m_document, row.codes[0], row.codes[1], q.value(1)});
         }
     }
@@ -130,7 +156,8 @@ private:
         case ListKind::EmbeddedWords: scanMarkers(row, true); break;
         case ListKind::References: scanMarkers(row, false); break;
         case ListKind::Templates:
-            insert(QStringLiteral("kihongoku_excel"), {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code")},
+            insert(QStringLiteral("kihongoku_excel"),
+                   {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code")},
                    {row.templateCode, m_document, row.codes[0], row.codes[1]});
             break;
         }
@@ -139,12 +166,15 @@ private:
     QString articleName(const QString &chapter, const QString &article)
     {
         return scalar(m_db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
-                      {m_style, m_document, chapter, article}).toString();
+                      {m_style, m_document, chapter, article})
+            .toString();
     }
 
     QString documentName(const QString &code)
     {
-        return scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE Code = ? ORDER BY 文章形式Code <> ?, 文章形式Code LIMIT 1"), {code, m_style}).toString();
+        return scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE Code = ? ORDER BY 文章形式Code <> ?, 文章形式Code LIMIT 1"),
+                      {code, m_style})
+            .toString();
     }
 
     QList<QStringList> sheetRows(ListKind kind)
@@ -171,10 +201,11 @@ private:
             });
             break;
         case ListKind::References:
-            each(QStringLiteral("SELECT Code, \"変換参照■規程Code\", 章Code, 条Code FROM bangou_excel ORDER BY ID"), [this](const RowReader &q) {
-                return QStringList{q.value(0).toString(), documentName(q.value(1).toString()), q.value(3).toString(),
-                                   articleName(q.value(2).toString(), q.value(3).toString())};
-            });
+            each(QStringLiteral("SELECT Code, \"変換参照■規程Code\", 章Code, 条Code FROM bangou_excel ORDER BY ID"),
+                 [this](const RowReader &q) {
+                     return QStringList{q.value(0).toString(), documentName(q.value(1).toString()), q.value(3).toString(),
+                                        articleName(q.value(2).toString(), q.value(3).toString())};
+                 });
             break;
         case ListKind::Templates:
             each(QStringLiteral("SELECT Code, 章Code, 条Code FROM kihongoku_excel ORDER BY ID"), [this](const RowReader &q) {
@@ -193,7 +224,8 @@ private:
 void prepareWorkTables(QSqlDatabase db)
 {
     for (const auto &[name, columns] : kWorkTables) {
-        execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (ID INTEGER PRIMARY KEY AUTOINCREMENT, %2)").arg(QString::fromUtf8(name), QString::fromUtf8(columns)));
+        execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (ID INTEGER PRIMARY KEY AUTOINCREMENT, %2)")
+                        .arg(QString::fromUtf8(name), QString::fromUtf8(columns)));
         execSql(db, QStringLiteral("DELETE FROM %1").arg(QString::fromUtf8(name)));
     }
 }
@@ -217,7 +249,8 @@ Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &do
         prepareWorkTables(m_db);
         transaction.commit();
         if (!rows.isEmpty()) {
-            const QString name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+            const QString name =
+                scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
             writeXlsxSheet(path, QString::fromUtf8(layout.title) + name, layout.columns, rows);
         }
     } catch (const std::exception &e) {

@@ -46,10 +46,11 @@ QList<PanelRow> panelRows(QSqlDatabase db, const QString &table, const QList<Lev
     for (const QString &c : placeColumns())
         columns << QStringLiteral("r.\"%1\"").arg(c);
     // A continuation row shows no dictionary text, so its subquery is not run.
-    RowReader q = execSql(db, QStringLiteral("SELECT r.種別, %1, r.結合, r.テンプレート, "
-                                             "CASE WHEN CAST(r.結合 AS INTEGER) > 1 THEN NULL ELSE %2 END "
-                                             "FROM \"%3\" r WHERE %4 ORDER BY r.順番, CAST(r.結合 AS INTEGER)")
-                                  .arg(columns.join(u','), current, table, where),
+    RowReader q = execSql(db,
+                          QStringLiteral("SELECT r.種別, %1, r.結合, r.テンプレート, "
+                                         "CASE WHEN CAST(r.結合 AS INTEGER) > 1 THEN NULL ELSE %2 END "
+                                         "FROM \"%3\" r WHERE %4 ORDER BY r.順番, CAST(r.結合 AS INTEGER)")
+                              .arg(columns.join(u','), current, table, where),
                           keys);
     QList<PanelRow> panel;
     while (q.next()) {
@@ -88,18 +89,19 @@ QList<PanelRow> paragraphPanel(QSqlDatabase db, const QString &style, const QStr
                      {style, document, chapter, article});
 }
 
-PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
-                      const QString &article)
+PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter, const QString &article)
 {
     PlaceNames names;
     names.style = scalar(db, QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {style}).toString();
     names.document = scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
     if (!chapter.isEmpty())
-        names.chapter = scalar(db, QStringLiteral("SELECT 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
-                               {style, document, chapter}).toString();
+        names.chapter =
+            scalar(db, QStringLiteral("SELECT 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"), {style, document, chapter})
+                .toString();
     if (!article.isEmpty())
         names.article = scalar(db, QStringLiteral("SELECT 条 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
-                               {style, document, chapter, article}).toString();
+                               {style, document, chapter, article})
+                            .toString();
     return names;
 }
 
@@ -113,18 +115,22 @@ QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)
     for (const QString &code : codes)
         binds << code;
     QList<CodeAndName> actions;
-    RowReader q = execSql(db, QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)").arg(marks.join(u',')),
-                          binds);
+    RowReader q =
+        execSql(db,
+                QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)")
+                    .arg(marks.join(u',')),
+                binds);
     while (q.next())
         actions << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return actions;
 }
 
-bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
-                          const QString &article)
+bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter, const QString &article)
 {
     return scalar(db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
-                  {style, document, chapter, article}).toInt() > 0;
+                  {style, document, chapter, article})
+               .toInt()
+           > 0;
 }
 
 QString panelCode(const PanelRow &row)
@@ -139,14 +145,15 @@ QString panelCode(const PanelRow &row)
 StockTexts stockTexts(Level added, bool firstParagraph)
 {
     const QString caption = levelCaption(added);
-    StockTexts t{caption + QStringLiteral("を指定して追加ボタンを押してください。"), QStringLiteral("追加する%1がありません。").arg(caption)};
+    StockTexts t{caption + QStringLiteral("を指定して追加ボタンを押してください。"),
+                 QStringLiteral("追加する%1がありません。").arg(caption)};
     if (added == Level::Paragraph && firstParagraph)
         t.empty = QStringLiteral("第１項として追加する項がありません。");
     return t;
 }
 
-QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QString &document, Level added,
-                             const QStringList &parent, StockFilter filter)
+QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QString &document, Level added, const QStringList &parent,
+                             StockFilter filter)
 {
     const QString table = dictionaryTable(added);
     const QString nameColumn = added == Level::Preamble ? QStringLiteral("前文") : table;
@@ -163,7 +170,8 @@ QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QStrin
     else if (filter == StockFilter::UserMade)
         where += added == Level::Article ? QStringLiteral(" AND Code >= '7000'") : QStringLiteral(" AND Code >= '70'");
     QList<CodeAndName> list;
-    RowReader q = execSql(db, QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(nameColumn, table, where), keys);
+    RowReader q = execSql(
+        db, QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(nameColumn, table, where), keys);
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;

@@ -29,8 +29,7 @@ PlaceNames placeNames(QSqlDatabase db, const QString &style, const QString &docu
 QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel);
 
 // True when the dictionary holds a 項 for the 条 (a 条 without one can't be opened).
-bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
-                          const QString &article);
+bool articleHasParagraphs(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter, const QString &article);
 
 // The code a row shows: its own code, '01' for the 前文, nothing for the 規則 row.
 QString panelCode(const PanelRow &row);
@@ -44,7 +43,7 @@ struct StockTexts {
 StockTexts stockTexts(Level added, bool firstParagraph);
 
 // The clauses of a level that can be added under the parent place (章 … parent's code).
-QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QString &document, Level added,
-                             const QStringList &parent, StockFilter filter);
+QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QString &document, Level added, const QStringList &parent,
+                             StockFilter filter);
 
 } // namespace normaris

@@ -28,10 +28,10 @@ struct PanelDecision {
     Kind kind = Kind::Nothing;
     QString title;
     QString text;
-    Level current = Level::Document;  // CurShubetsu
+    Level current = Level::Document; // CurShubetsu
     bool release = false;
-    Level added = Level::Document;    // AddShubetsu, for an add
-    bool firstParagraph = false;      // AddShubetsu '0'
+    Level added = Level::Document; // AddShubetsu, for an add
+    bool firstParagraph = false;   // AddShubetsu '0'
 };
 
 // The 条 panel (規程, 前文, 章, 条). articleHasParagraphs: the dictionary holds a 項

@@ -18,8 +18,7 @@ RowsetScope RowsetScope::documentClauses(QSqlDatabase db, const QString &style, 
 RowsetScope RowsetScope::article(QSqlDatabase db, const QString &style, const QString &document, const QString &chapter,
                                  const QString &article)
 {
-    return RowsetScope(std::move(db), kClauseRowsTable,
-                       QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
+    return RowsetScope(std::move(db), kClauseRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
                        {style, document, chapter, article});
 }
 
@@ -43,8 +42,10 @@ void RowsetScope::shiftOrder(int from, int n) const
 
 void RowsetScope::closeOrder(int after) const
 {
-    execSql(m_db, QStringLiteral("UPDATE \"%1\" AS t SET 順番 = ? + r.n FROM (SELECT ID, row_number() OVER (ORDER BY 順番, ID) AS n "
-                                 "FROM \"%1\" WHERE %2 AND 順番 > ?) AS r WHERE t.ID = r.ID").arg(m_table, m_where),
+    execSql(m_db,
+            QStringLiteral("UPDATE \"%1\" AS t SET 順番 = ? + r.n FROM (SELECT ID, row_number() OVER (ORDER BY 順番, ID) AS n "
+                           "FROM \"%1\" WHERE %2 AND 順番 > ?) AS r WHERE t.ID = r.ID")
+                .arg(m_table, m_where),
             QVariantList{after} + m_keys + QVariantList{after});
 }
 
@@ -52,32 +53,38 @@ void RowsetScope::renumber(Level level, const QStringList &parent, int above, in
 {
     const auto [where, keys] = within(level, parent);
     // A continuation segment (結合 2, 3 …) keeps the number of the clause it continues.
-    const QString counter = segmentsShare
-        ? QStringLiteral("sum(CASE WHEN 結合 IN ('0','1') THEN 1 ELSE 0 END) OVER (ORDER BY 番号, CAST(結合 AS INTEGER), ID ROWS UNBOUNDED PRECEDING)")
-        : QStringLiteral("row_number() OVER (ORDER BY 番号, ID)");
-    execSql(m_db, QStringLiteral("UPDATE \"%1\" AS t SET 番号 = ? + r.n FROM (SELECT ID, %2 AS n FROM \"%1\" WHERE %3 AND 番号 > ?) AS r "
-                                 "WHERE t.ID = r.ID").arg(m_table, counter, where),
+    const QString counter =
+        segmentsShare ? QStringLiteral(
+            "sum(CASE WHEN 結合 IN ('0','1') THEN 1 ELSE 0 END) OVER (ORDER BY 番号, CAST(結合 AS INTEGER), ID ROWS UNBOUNDED PRECEDING)")
+                      : QStringLiteral("row_number() OVER (ORDER BY 番号, ID)");
+    execSql(m_db,
+            QStringLiteral("UPDATE \"%1\" AS t SET 番号 = ? + r.n FROM (SELECT ID, %2 AS n FROM \"%1\" WHERE %3 AND 番号 > ?) AS r "
+                           "WHERE t.ID = r.ID")
+                .arg(m_table, counter, where),
             QVariantList{base} + keys + QVariantList{above});
 }
 
 void RowsetScope::bumpNumbers(Level level, const QStringList &parent, int above) const
 {
     const auto [where, keys] = within(level, parent);
-    execSql(m_db, QStringLiteral("UPDATE \"%1\" SET 番号 = 番号 + 1 WHERE %2 AND 番号 > ?").arg(m_table, where), keys + QVariantList{above});
+    execSql(m_db, QStringLiteral("UPDATE \"%1\" SET 番号 = 番号 + 1 WHERE %2 AND 番号 > ?").arg(m_table, where),
+            keys + QVariantList{above});
 }
 
 int RowsetScope::numberAfter(Level level, const QStringList &parent, int order) const
 {
     const auto [where, keys] = within(level, parent);
     return scalar(m_db, QStringLiteral("SELECT 番号 FROM \"%1\" WHERE %2 AND 順番 > ? ORDER BY 順番 LIMIT 1").arg(m_table, where),
-                  keys + QVariantList{order}).toInt();
+                  keys + QVariantList{order})
+        .toInt();
 }
 
 int RowsetScope::numberBefore(Level level, const QStringList &parent, int orderBelow) const
 {
     const auto [where, keys] = within(level, parent);
     return scalar(m_db, QStringLiteral("SELECT 番号 FROM \"%1\" WHERE %2 AND 順番 < ? ORDER BY 順番 DESC LIMIT 1").arg(m_table, where),
-                  keys + QVariantList{orderBelow}).toInt();
+                  keys + QVariantList{orderBelow})
+        .toInt();
 }
 
 void RowsetScope::deleteRows(Level level, const QStringList &codes) const

@@ -42,7 +42,9 @@ public:
 
 private:
     RowsetScope(QSqlDatabase db, QString table, QString where, QVariantList keys)
-        : m_db(std::move(db)), m_table(std::move(table)), m_where(std::move(where)), m_keys(std::move(keys)) {}
+        : m_db(std::move(db)), m_table(std::move(table)), m_where(std::move(where)), m_keys(std::move(keys))
+    {
+    }
     // The scope plus 種別 and the given place columns.
     std::pair<QString, QVariantList> within(Level level, const QStringList &codes) const;
 

@@ -31,8 +31,9 @@ void typeRow(Typist &typist, ClauseWriter &writer, const CompositionRow &row)
 
 bool ArticlePreview::type(Typist &typist, const QString &chapter, const QString &article)
 {
-    const QList<CompositionRow> rows = readRows(m_db, kOutputRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
-                                                {m_style, m_document, chapter, article});
+    const QList<CompositionRow> rows =
+        readRows(m_db, kOutputRowsTable, QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
+                 {m_style, m_document, chapter, article});
     if (rows.isEmpty())
         return false;
     typist.setFontName(Typist::kMinchoFont);

@@ -13,7 +13,9 @@ namespace normaris {
 class ArticlePreview {
 public:
     ArticlePreview(QSqlDatabase db, QString style, QString document)
-        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document)) {}
+        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document))
+    {
+    }
 
     // Types the article's rows in 順番 order, each ended by a paragraph. False, with
     // nothing typed, when the work data hold no row of the article.

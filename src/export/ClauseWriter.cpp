@@ -44,7 +44,10 @@ QString gouLabel(const CompositionRow &head, bool)
 }
 
 QString maruLabel(const CompositionRow &head, bool) { return QStringLiteral("    ") + maruCharacter(head.number) + QStringLiteral("  "); }
-QString irohaLabel(const CompositionRow &head, bool) { return QStringLiteral("      ") + irohaCharacter(head.number) + QStringLiteral("  "); }
+QString irohaLabel(const CompositionRow &head, bool)
+{
+    return QStringLiteral("      ") + irohaCharacter(head.number) + QStringLiteral("  ");
+}
 
 // The preview numbers nothing: ● stands where the number will be.
 QString previewKouLabel(const CompositionRow &, bool) { return QStringLiteral("●  "); }
@@ -55,11 +58,11 @@ QString previewIrohaLabel(const CompositionRow &, bool) { return QStringLiteral(
 } // namespace
 
 struct ClauseForm {
-    int indent;               // first-line indent in characters; negative hangs
-    LabelOf label;            // before the first line of the clause
-    QString continuation;     // blank prefix of a segment that starts a new line
-    bool templates;           // a segment with 改行 and テンプレート is the template line
-    ColourOf marks;           // the colour of a segment by its text
+    int indent;           // first-line indent in characters; negative hangs
+    LabelOf label;        // before the first line of the clause
+    QString continuation; // blank prefix of a segment that starts a new line
+    bool templates;       // a segment with 改行 and テンプレート is the template line
+    ColourOf marks;       // the colour of a segment by its text
     SegmentColour colour;
     bool breakBeforeLoneLine; // a single row with 改行 first ends the paragraph
 };
@@ -104,10 +107,7 @@ ClauseWriter::ClauseWriter(Typist &typist, RowCursor &cursor, bool showFirstPara
 {
 }
 
-ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor)
-{
-    return ClauseWriter(typist, cursor, true, kPreviewLevels);
-}
+ClauseWriter ClauseWriter::preview(Typist &typist, RowCursor &cursor) { return ClauseWriter(typist, cursor, true, kPreviewLevels); }
 
 void ClauseWriter::type(Level level) { typeClause(isClauseLevel(level) ? m_levels[clauseDepth(level)] : kZenbun); }
 

@@ -29,17 +29,13 @@ QString previousWord(Level level) { return QString::fromUtf16(levelInfo(level).p
 
 } // namespace
 
-CrossReferences::CrossReferences(QSqlDatabase db, Prompt &prompt, const QString &document)
-    : m_db(db), m_prompt(prompt), m_numbers(db)
+CrossReferences::CrossReferences(QSqlDatabase db, Prompt &prompt, const QString &document) : m_db(db), m_prompt(prompt), m_numbers(db)
 {
     for (const ReferenceRow &r : readReferenceRows(db, document))
         m_byArticle[articleKey(r.place)] << r;
 }
 
-QString CrossReferences::replaceIn(const CompositionRow &row)
-{
-    return isClauseLevel(row.level) ? number(row, row.level) : row.text;
-}
+QString CrossReferences::replaceIn(const CompositionRow &row) { return isClauseLevel(row.level) ? number(row, row.level) : row.text; }
 
 QString CrossReferences::number(const CompositionRow &row, Level level)
 {
@@ -67,7 +63,8 @@ QString CrossReferences::number(const CompositionRow &row, Level level)
 QString CrossReferences::formalName(const QString &document)
 {
     if (!m_formalNames.contains(document)) {
-        const QVariant name = scalar(m_db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE Code = ? AND 選択フラグ = 1 ORDER BY ID"), {document});
+        const QVariant name =
+            scalar(m_db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE Code = ? AND 選択フラグ = 1 ORDER BY ID"), {document});
         if (!name.isValid())
             throw MissingTarget{}; // the document is not on the list
         m_formalNames.insert(document, name.toString());
@@ -81,8 +78,8 @@ std::optional<QString> CrossReferences::wording(const ReferenceRow &reference, c
     const QString &document = reference.targetDocument;
     // The target's rows down to its own level; only the row at that level is told by its segment.
     auto targetNumber = [&](int l) {
-        const std::optional<int> n = m_numbers.number(document, Level(l), reference.targetPlace,
-                                                      l == target ? reference.targetJoin : QString());
+        const std::optional<int> n =
+            m_numbers.number(document, Level(l), reference.targetPlace, l == target ? reference.targetJoin : QString());
         if (!n)
             throw MissingTarget{};
         return *n;
@@ -127,7 +124,7 @@ std::optional<QString> CrossReferences::wording(const ReferenceRow &reference, c
     const QString article = reference.place.value(1);
     const int L = int(level);
     struct Rung {
-        int level;     // the rung's level, and the least target level it applies to
+        int level; // the rung's level, and the least target level it applies to
         bool holds;
     };
     const Rung rungs[] = {

@@ -41,9 +41,10 @@ void DictionaryTexts::load(QSqlDatabase db, Level level, const QString &style, c
     columns << u'"' + text + u'"';
     if (segmented)
         columns << QStringLiteral("結合") << QStringLiteral("改行");
-    RowReader q = execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4")
-                                  .arg(columns.join(u','), dictionaryTable(level), filter,
-                                       segmented ? QStringLiteral("CAST(結合 AS INTEGER), ID") : QStringLiteral("ID")),
+    RowReader q = execSql(db,
+                          QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4")
+                              .arg(columns.join(u','), dictionaryTable(level), filter,
+                                   segmented ? QStringLiteral("CAST(結合 AS INTEGER), ID") : QStringLiteral("ID")),
                           binds);
     const int n = int(place.size());
     while (q.next()) {

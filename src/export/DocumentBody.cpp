@@ -5,8 +5,7 @@
 namespace normaris {
 
 DocumentBody::DocumentBody(Typist &typist, const QList<CompositionRow> &rows, bool showFirstParagraphNumber, bool agreement)
-    : m_typist(typist), m_cursor(rows), m_writer(typist, m_cursor, showFirstParagraphNumber), m_loneItems(rows),
-      m_agreement(agreement)
+    : m_typist(typist), m_cursor(rows), m_writer(typist, m_cursor, showFirstParagraphNumber), m_loneItems(rows), m_agreement(agreement)
 {
 }
 

@@ -24,8 +24,8 @@ void writeText(const QString &path, const QString &text)
 
 } // namespace
 
-Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options,
-                              const QString &docxPath, const QString &textPath)
+Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
+                              const QString &textPath)
 {
     BusyCursor busy;
     DocxTypist docx;
@@ -51,7 +51,8 @@ QString DocumentExport::temporaryPath(const QString &document)
     // Only the digits of the code reach the path, never a name.
     QString code = document;
     code.remove(QRegularExpression(QStringLiteral("[^0-9]")));
-    QTemporaryFile file(QDir::temp().filePath(QStringLiteral("normaris_%1_XXXXXX.docx").arg(code.isEmpty() ? QStringLiteral("todoke") : code)));
+    QTemporaryFile file(
+        QDir::temp().filePath(QStringLiteral("normaris_%1_XXXXXX.docx").arg(code.isEmpty() ? QStringLiteral("todoke") : code)));
     file.setAutoRemove(false);
     if (!file.open())
         throw Failure(QStringLiteral("一時フォルダ「%1」にファイルを作成できません。").arg(QDir::tempPath()));

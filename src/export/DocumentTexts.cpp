@@ -10,10 +10,7 @@ Typist::Color markColor(const QString &text)
     return marked ? Typist::Color::Blue : Typist::Color::Black;
 }
 
-Typist::Color wordMarkColor(const QString &text)
-{
-    return text.contains(u'★') ? Typist::Color::Blue : Typist::Color::Black;
-}
+Typist::Color wordMarkColor(const QString &text) { return text.contains(u'★') ? Typist::Color::Blue : Typist::Color::Black; }
 
 void typeTemplateLine(Typist &typist, const QString &templateCode)
 {
@@ -23,10 +20,7 @@ void typeTemplateLine(Typist &typist, const QString &templateCode)
     typist.setColor(Typist::Color::Black);
 }
 
-QString chapterHeading(const CompositionRow &row)
-{
-    return u'第' + fullWidthDigits(row.number) + QStringLiteral("章  ") + row.text;
-}
+QString chapterHeading(const CompositionRow &row) { return u'第' + fullWidthDigits(row.number) + QStringLiteral("章  ") + row.text; }
 
 QString articleHeading(const CompositionRow &row)
 {

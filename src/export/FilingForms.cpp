@@ -25,12 +25,15 @@ struct PartyLines {
 const QHash<QString, PartyLines> &partyLines()
 {
     static const QHash<QString, PartyLines> lines = {
-        {QStringLiteral("1"), {QStringLiteral("{労働組合名}"), QStringLiteral("{従業員職名}　{従業員氏名}　印"),
-                               QStringLiteral("{労働組合名}　{従業員職名}　{従業員氏名}　印")}},
-        {QStringLiteral("2"), {QStringLiteral("{事業所名}"), QStringLiteral("労働代表者　{従業員氏名}　印"),
-                               QStringLiteral("労働代表者　{従業員職名}　{従業員氏名}　印")}},
-        {QStringLiteral("3"), {QStringLiteral("{事業所名}"), QStringLiteral("労働代表者　{パート氏名}　印"),
-                               QStringLiteral("労働代表者　{パート職名}　{パート氏名}　印")}},
+        {QStringLiteral("1"),
+         {QStringLiteral("{労働組合名}"), QStringLiteral("{従業員職名}　{従業員氏名}　印"),
+          QStringLiteral("{労働組合名}　{従業員職名}　{従業員氏名}　印")}},
+        {QStringLiteral("2"),
+         {QStringLiteral("{事業所名}"), QStringLiteral("労働代表者　{従業員氏名}　印"),
+          QStringLiteral("労働代表者　{従業員職名}　{従業員氏名}　印")}},
+        {QStringLiteral("3"),
+         {QStringLiteral("{事業所名}"), QStringLiteral("労働代表者　{パート氏名}　印"),
+          QStringLiteral("労働代表者　{パート職名}　{パート氏名}　印")}},
     };
     return lines;
 }
@@ -182,8 +185,9 @@ void FilingForms::typeOpinion()
     m_typist.typeParagraph();
     typeSettingLine(QStringLiteral("{使用者職名}　{使用者氏名}　殿"));
     typeParagraphs(3);
-    m_typist.typeText(QStringLiteral("　") + eraOfToday()
-                      + QStringLiteral("　　　年　　　月　　　日付をもって意見を求められた就業規則について、下記のとおり意見を提出します。"));
+    m_typist.typeText(
+        QStringLiteral("　") + eraOfToday()
+        + QStringLiteral("　　　年　　　月　　　日付をもって意見を求められた就業規則について、下記のとおり意見を提出します。"));
     typeParagraphs(2);
 
     m_typist.setAlignment(Typist::Alignment::Center);

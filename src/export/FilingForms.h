@@ -16,7 +16,9 @@ class FilingForms {
 public:
     // party: the workers' side, '1' 労働組合, '2' 従業員代表, '3' パート代表.
     FilingForms(Typist &typist, SettingValues settings, QString party)
-        : m_typist(typist), m_settings(std::move(settings)), m_party(std::move(party)) {}
+        : m_typist(typist), m_settings(std::move(settings)), m_party(std::move(party))
+    {
+    }
 
     // After the last row of an agreement's body.
     void typeSignatureBlock();

@@ -9,18 +9,13 @@ namespace normaris {
 namespace {
 
 struct TitleSize {
-    qsizetype maxBytes;  // the title's length, two bytes a character
+    qsizetype maxBytes; // the title's length, two bytes a character
     double points;
     int paragraphsAfter; // fewer for the big sizes, to keep the cover on one page
 };
 
 const TitleSize kTitleSizes[] = {
-    {10, 72, 0},
-    {20, 36, 2},
-    {30, 24, 3},
-    {40, 18, 3},
-    {60, 12, 4},
-    {std::numeric_limits<qsizetype>::max(), Typist::kBaseSize, 4},
+    {10, 72, 0}, {20, 36, 2}, {30, 24, 3}, {40, 18, 3}, {60, 12, 4}, {std::numeric_limits<qsizetype>::max(), Typist::kBaseSize, 4},
 };
 
 const TitleSize &titleSizeFor(const QString &title)

@@ -10,10 +10,7 @@ LoneItems::LoneItems(const QList<CompositionRow> &rows)
     }
 }
 
-bool LoneItems::isAlone(Level level, const CompositionRow &row) const
-{
-    return !m_listsOfMore.contains(listKey(level, row));
-}
+bool LoneItems::isAlone(Level level, const CompositionRow &row) const { return !m_listsOfMore.contains(listKey(level, row)); }
 
 QString LoneItems::listKey(Level level, const CompositionRow &row)
 {

@@ -21,10 +21,7 @@ QString fullWidthDigits(const QString &text)
     return wide;
 }
 
-QString maruCharacter(int number)
-{
-    return characterOf(QStringLiteral("①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳"), number, QStringLiteral("●"));
-}
+QString maruCharacter(int number) { return characterOf(QStringLiteral("①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳"), number, QStringLiteral("●")); }
 
 QString irohaCharacter(int number)
 {

@@ -9,11 +9,11 @@
 namespace normaris {
 
 struct ReferenceRow {
-    QString code;        // the marker's four digits
-    QString document;    // 規程Code of the referring clause
-    QStringList place;   // its 章Code … 号の細分イロハCode
-    QString join;        // 結合
-    QString level;       // 種別 of the referring clause
+    QString code;      // the marker's four digits
+    QString document;  // 規程Code of the referring clause
+    QStringList place; // its 章Code … 号の細分イロハCode
+    QString join;      // 結合
+    QString level;     // 種別 of the referring clause
     QString targetDocument;
     QStringList targetPlace;
     QString targetJoin;

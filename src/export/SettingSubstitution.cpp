@@ -31,8 +31,10 @@ struct WordRow {
 QHash<QString, QList<WordRow>> readWords(QSqlDatabase db, const QString &document)
 {
     QHash<QString, QList<WordRow>> words;
-    RowReader q = execSql(db, QStringLiteral("SELECT Code, 語句, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合 "
-                                             "FROM 変数テーブル語句 WHERE 規程Code = ? ORDER BY ID"), {document});
+    RowReader q = execSql(db,
+                          QStringLiteral("SELECT Code, 語句, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合 "
+                                         "FROM 変数テーブル語句 WHERE 規程Code = ? ORDER BY ID"),
+                          {document});
     while (q.next()) {
         WordRow w{q.value(0).toString(), q.value(1).toString(), {}, q.value(8).toString()};
         for (int i = 2; i < 8; ++i)
@@ -169,7 +171,9 @@ bool SettingSubstitution::checkMakingOrder(const QString &document)
     }
     if (missing.isEmpty())
         return true;
-    m_prompt.error(QStringLiteral("作成順序"), QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。").arg(missing));
+    m_prompt.error(
+        QStringLiteral("作成順序"),
+        QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。").arg(missing));
     return false;
 }
 
@@ -177,8 +181,12 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
 {
     if (scalar(m_db, QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString() != u"2")
         return;
-    RowReader segment = execSql(m_db, QStringLiteral("SELECT 順番, 文章 FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '10' AND 結合 = '3' "
-                                                     "ORDER BY 順番").arg(kOutputRowsTable), {style, document});
+    RowReader segment =
+        execSql(m_db,
+                QStringLiteral("SELECT 順番, 文章 FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '10' AND 結合 = '3' "
+                               "ORDER BY 順番")
+                    .arg(kOutputRowsTable),
+                {style, document});
     if (!segment.next())
         return;
     const int order = segment.value(0).toInt();
@@ -190,7 +198,8 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
         {QStringLiteral("2"), QStringLiteral("☆0010☆")}, // 従業員代表
         {QStringLiteral("3"), QStringLiteral("☆0012☆")}, // パート代表
     };
-    const QString party = partyMarkers.value(scalar(m_db, QStringLiteral("SELECT 代表労働者 FROM 代表労働者の選択 ORDER BY ID LIMIT 1")).toString());
+    const QString party =
+        partyMarkers.value(scalar(m_db, QStringLiteral("SELECT 代表労働者 FROM 代表労働者の選択 ORDER BY ID LIMIT 1")).toString());
     if (party.isEmpty())
         return;
     bool namesSide = false;
@@ -198,11 +207,16 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
         namesSide = namesSide || text.contains(marker);
     // The agreement calls the side by the word 0009 of a paragraph that holds it.
     const bool paragraphUsesShortName =
-        scalar(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 変数語句 = 1 AND instr(項, '★0009★') > 0"),
-               {style, document}).toInt() > 0;
+        scalar(
+            m_db,
+            QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 変数語句 = 1 AND instr(項, '★0009★') > 0"),
+            {style, document})
+            .toInt()
+        > 0;
     if (!namesSide || !paragraphUsesShortName)
         return;
-    RowReader word = execSql(m_db, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND Code = '0009' AND 選択フラグ = 1"), {document});
+    RowReader word = execSql(
+        m_db, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND Code = '0009' AND 選択フラグ = 1"), {document});
     if (!word.next())
         return;
     const QString shortName = word.value(0).toString();

@@ -18,10 +18,7 @@ std::optional<SettingValues> SettingValues::read(QSqlDatabase db)
     return settings;
 }
 
-QString SettingValues::value(const QString &column) const
-{
-    return m_values.value(settingIndex(column));
-}
+QString SettingValues::value(const QString &column) const { return m_values.value(settingIndex(column)); }
 
 bool SettingValues::isUnset(const QString &column) const
 {

@@ -9,15 +9,42 @@ class TypistPair : public Typist {
 public:
     TypistPair(Typist &first, Typist &second) : m_first(first), m_second(second) {}
 
-    void typeText(const QString &text) override { both([&](Typist &t) { t.typeText(text); }); }
-    void typeParagraph() override { both([](Typist &t) { t.typeParagraph(); }); }
-    void insertPageBreak() override { both([](Typist &t) { t.insertPageBreak(); }); }
-    void setFontName(const QString &name) override { both([&](Typist &t) { t.setFontName(name); }); }
-    void setFontSize(double points) override { both([&](Typist &t) { t.setFontSize(points); }); }
-    void setBold(bool on) override { both([&](Typist &t) { t.setBold(on); }); }
-    void setColor(Color color) override { both([&](Typist &t) { t.setColor(color); }); }
-    void setDoubleStrikeThrough(bool on) override { both([&](Typist &t) { t.setDoubleStrikeThrough(on); }); }
-    void setAlignment(Alignment alignment) override { both([&](Typist &t) { t.setAlignment(alignment); }); }
+    void typeText(const QString &text) override
+    {
+        both([&](Typist &t) { t.typeText(text); });
+    }
+    void typeParagraph() override
+    {
+        both([](Typist &t) { t.typeParagraph(); });
+    }
+    void insertPageBreak() override
+    {
+        both([](Typist &t) { t.insertPageBreak(); });
+    }
+    void setFontName(const QString &name) override
+    {
+        both([&](Typist &t) { t.setFontName(name); });
+    }
+    void setFontSize(double points) override
+    {
+        both([&](Typist &t) { t.setFontSize(points); });
+    }
+    void setBold(bool on) override
+    {
+        both([&](Typist &t) { t.setBold(on); });
+    }
+    void setColor(Color color) override
+    {
+        both([&](Typist &t) { t.setColor(color); });
+    }
+    void setDoubleStrikeThrough(bool on) override
+    {
+        both([&](Typist &t) { t.setDoubleStrikeThrough(on); });
+    }
+    void setAlignment(Alignment alignment) override
+    {
+        both([&](Typist &t) { t.setAlignment(alignment); });
+    }
     void setCharacterUnitFirstLineIndent(int characters) override
     {
         both([&](Typist &t) { t.setCharacterUnitFirstLineIndent(characters); });

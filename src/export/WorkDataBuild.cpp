@@ -20,10 +20,12 @@ QString otherStyleQuestion(const QString &style, bool agreement)
     if (style == u"1")
         return QStringLiteral("ですます調の同Codeの%1がデータ作成済です。\n"
                               "そのデータを未選択の状態に戻し、である調のデータと置き換えますか？\n"
-                              "※ですます調はリストから外します！").arg(kind);
+                              "※ですます調はリストから外します！")
+            .arg(kind);
     return QStringLiteral("である調の同Codeの%1がデータ作成済です。\n"
                           "そのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n"
-                          "※である調はリストから外します！").arg(kind);
+                          "※である調はリストから外します！")
+        .arg(kind);
 }
 
 void deleteWorkRows(QSqlDatabase db, const QString &table, const QString &style, const QString &document)
@@ -42,7 +44,9 @@ Outcome WorkDataBuild::build(const QString &style, const QString &document)
     // The rows are counted inside the write that replaces them.
     const Outcome outcome = runStep(m_prompt, m_db, [&] {
         if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kArticleRowsTable),
-                   {style, document}).toInt() == 0) {
+                   {style, document})
+                .toInt()
+            == 0) {
             m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
             return Outcome::Stopped;
         }
@@ -69,10 +73,12 @@ bool WorkDataBuild::replaceOtherStyle(const QString &style, const QString &docum
 {
     const QString other = otherStyleOf(style);
     if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kFrozenRowsTable),
-               {other, document}).toInt() == 0)
+               {other, document})
+            .toInt()
+        == 0)
         return true;
-    const bool agreement = scalar(m_db, QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                                  {style, document}).toString() == u"2";
+    const bool agreement =
+        scalar(m_db, QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString() == u"2";
     if (!m_prompt.question(QStringLiteral("置換の確認"), otherStyleQuestion(style, agreement)))
         return false;
     deleteWorkRows(m_db, kFrozenRowsTable, other, document);

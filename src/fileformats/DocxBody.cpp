@@ -17,10 +17,7 @@ QString hexColor(Typist::Color color)
 
 // Font sizes are written in half-points, within what a word processor accepts
 // (1 to 1638 pt).
-int halfPoints(double points)
-{
-    return qBound(2, qRound(points * 2), 3276);
-}
+int halfPoints(double points) { return qBound(2, qRound(points * 2), 3276); }
 
 // Blanks at the ends or two in a row, such as the blanks after a clause's label
 // or the indent of a continued line: where a reader may fold or drop them.
@@ -93,12 +90,9 @@ void writeIndent(QXmlStreamWriter &xml, int characters)
 QString alignmentValue(Typist::Alignment alignment)
 {
     switch (alignment) {
-    case Typist::Alignment::Center:
-        return QStringLiteral("center");
-    case Typist::Alignment::Right:
-        return QStringLiteral("right");
-    case Typist::Alignment::Left:
-        break;
+    case Typist::Alignment::Center: return QStringLiteral("center");
+    case Typist::Alignment::Right: return QStringLiteral("right");
+    case Typist::Alignment::Left: break;
     }
     return QStringLiteral("left");
 }

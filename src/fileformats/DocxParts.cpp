@@ -64,15 +64,9 @@ QByteArray contentTypesXml()
     return out;
 }
 
-QByteArray packageRelationsXml()
-{
-    return relationsXml({{"officeDocument", "word/document.xml"}});
-}
+QByteArray packageRelationsXml() { return relationsXml({{"officeDocument", "word/document.xml"}}); }
 
-QByteArray documentRelationsXml()
-{
-    return relationsXml({{"styles", "styles.xml"}, {"settings", "settings.xml"}});
-}
+QByteArray documentRelationsXml() { return relationsXml({{"styles", "styles.xml"}, {"settings", "settings.xml"}}); }
 
 // The document's defaults are the base font of every Typist: ＭＳ 明朝 for
 // Japanese and Latin text alike, 10.5 pt, black. The Latin language stays en-US

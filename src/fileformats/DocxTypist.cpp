@@ -11,10 +11,7 @@ namespace {
 // XML 1.0 carries no control character other than tab and line ends, no lone
 // surrogate and neither U+FFFE nor U+FFFF; such characters are dropped rather
 // than let them make the whole document unreadable.
-bool carriable(QChar c)
-{
-    return c == u'\t' || (c.unicode() >= 0x20 && c.unicode() != 0xFFFE && c.unicode() != 0xFFFF);
-}
+bool carriable(QChar c) { return c == u'\t' || (c.unicode() >= 0x20 && c.unicode() != 0xFFFE && c.unicode() != 0xFFFF); }
 
 } // namespace
 

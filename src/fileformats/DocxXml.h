@@ -19,10 +19,7 @@ inline void writeVal(QXmlStreamWriter &xml, const QString &name, const QString &
 
 // Starts a part with the XML declaration; a part depends on no outside
 // definitions, so it says standalone, as word processors write it.
-inline void startPart(QXmlStreamWriter &xml)
-{
-    xml.writeStartDocument(QStringLiteral("1.0"), true);
-}
+inline void startPart(QXmlStreamWriter &xml) { xml.writeStartDocument(QStringLiteral("1.0"), true); }
 
 // A WordprocessingML part: the declaration, then its root element in the w namespace.
 inline void startWordPart(QXmlStreamWriter &xml, const QString &root)

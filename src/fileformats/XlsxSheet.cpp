@@ -7,8 +7,7 @@
 
 namespace normaris {
 
-void writeXlsxSheet(const QString &path, const QString &title, const QList<XlsxColumn> &columns,
-                    const QList<QStringList> &rows)
+void writeXlsxSheet(const QString &path, const QString &title, const QList<XlsxColumn> &columns, const QList<QStringList> &rows)
 {
     const QByteArray file = QFile::encodeName(path);
     lxw_workbook *book = workbook_new(file.constData());

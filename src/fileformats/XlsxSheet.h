@@ -14,7 +14,6 @@ struct XlsxColumn {
 };
 
 // Writes the workbook to path. Throws Failure when it can't be written.
-void writeXlsxSheet(const QString &path, const QString &title, const QList<XlsxColumn> &columns,
-                    const QList<QStringList> &rows);
+void writeXlsxSheet(const QString &path, const QString &title, const QList<XlsxColumn> &columns, const QList<QStringList> &rows);
 
 } // namespace normaris

@@ -14,14 +14,10 @@ namespace {
 
 [[noreturn]] void fail(const QString &path, const QString &reason)
 {
-    throw Failure(QStringLiteral("文書ファイル「%1」を書き込めませんでした。\n%2")
-                      .arg(QDir::toNativeSeparators(path), reason));
+    throw Failure(QStringLiteral("文書ファイル「%1」を書き込めませんでした。\n%2").arg(QDir::toNativeSeparators(path), reason));
 }
 
-QString libzipReason(zip_error_t *error)
-{
-    return QString::fromLocal8Bit(zip_error_strerror(error));
-}
+QString libzipReason(zip_error_t *error) { return QString::fromLocal8Bit(zip_error_strerror(error)); }
 
 // The zip is built in memory: libzip's own file output would rename its
 // temporary file over path itself, whereas QSaveFile keeps the rule of the whole
@@ -33,7 +29,10 @@ QByteArray zipInMemory(const QString &path, const QList<ZipEntry> &entries)
     zip_source_t *buffer = zip_source_buffer_create(nullptr, 0, 0, &error);
     if (!buffer)
         fail(path, libzipReason(&error));
-    const auto release = qScopeGuard([&] { zip_source_free(buffer); zip_error_fini(&error); });
+    const auto release = qScopeGuard([&] {
+        zip_source_free(buffer);
+        zip_error_fini(&error);
+    });
 
     zip_t *archive = zip_open_from_source(buffer, ZIP_TRUNCATE, &error);
     if (!archive)

@@ -76,18 +76,15 @@ bool BasicSettings::checkField(Prompt &prompt, int index, const QString &value)
         return true;
     }
     return CheckRequiredField(prompt, value, qint16(field.limit), true, QStringLiteral("･･･") + field.column)
-        && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column);
+           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column);
 }
 
 bool BasicSettings::acceptsKey(int index, QChar key)
 {
     switch (settingFields().at(index).keys) {
-    case SettingField::Keys::Any:
-        return true;
-    case SettingField::Keys::Digits:
-        return key >= u'0' && key <= u'9';
-    case SettingField::Keys::DigitsAndHyphen:
-        return (key >= u'0' && key <= u'9') || key == u'-';
+    case SettingField::Keys::Any: return true;
+    case SettingField::Keys::Digits: return key >= u'0' && key <= u'9';
+    case SettingField::Keys::DigitsAndHyphen: return (key >= u'0' && key <= u'9') || key == u'-';
     }
     return false;
 }

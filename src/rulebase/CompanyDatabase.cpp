@@ -10,7 +10,8 @@ namespace {
 // carries one is not ours, however well its tables match.
 QString foreignContent(QSqlDatabase db)
 {
-    RowReader rows = execSql(db, QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view') ORDER BY type, name"));
+    RowReader rows =
+        execSql(db, QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view') ORDER BY type, name"));
     if (!rows.next())
         return {};
     return QStringLiteral("%1「%2」があります。")

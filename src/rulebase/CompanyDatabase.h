@@ -6,7 +6,6 @@
 namespace normaris {
 
 // As openDatabase, and refuses a file that is not a company file of this schema.
-QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName,
-                                 OpenMode mode = OpenMode::ReadWrite);
+QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName, OpenMode mode = OpenMode::ReadWrite);
 
 } // namespace normaris

@@ -27,8 +27,7 @@ const QString kCopySourceConnection = QStringLiteral("normaris_copy_source");
 QString quotedName(const QString &name) { return u'『' + name + u'』'; }
 
 // A name from the CLI may be anything; a name from a dialog's list passes as well.
-bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title,
-                          const QString &name)
+bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
 {
     if (CheckCompanyName(prompt, name))
         return true;
@@ -95,9 +94,8 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
 
 Outcome CompanyFiles::create(const QString &name, const QString &sourceFile)
 {
-    if (!m_prompt.question(QStringLiteral("ファイル作成の確認"),
-                           QStringLiteral("新しいフォルダ") + quotedName(name)
-                               + QStringLiteral("を作成し、その中にデータファイルを作成します。")))
+    if (!m_prompt.question(QStringLiteral("ファイル作成の確認"), QStringLiteral("新しいフォルダ") + quotedName(name)
+                                                                     + QStringLiteral("を作成し、その中にデータファイルを作成します。")))
         return Outcome::Stopped;
 
     // The company is made in a work folder and renamed into place only when complete:

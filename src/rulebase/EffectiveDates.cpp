@@ -11,7 +11,8 @@ namespace normaris {
 QList<EffectiveDate> EffectiveDates::list()
 {
     QList<EffectiveDate> dates;
-    RowReader q = execSql(m_db, QStringLiteral("SELECT ID, 文章形式Code, 年月日 FROM 施行日 WHERE 規程Code = ? ORDER BY 年月日, ID"), {m_document});
+    RowReader q =
+        execSql(m_db, QStringLiteral("SELECT ID, 文章形式Code, 年月日 FROM 施行日 WHERE 規程Code = ? ORDER BY 年月日, ID"), {m_document});
     while (q.next())
         dates << EffectiveDate{q.value(0).toLongLong(), q.value(1).toString(), QDate::fromString(q.value(2).toString(), Qt::ISODate)};
     return dates;

@@ -46,7 +46,8 @@ std::optional<QDate> parseJapaneseDate(const QString &typed)
         return validDate(m.captured(1).toInt(), m.captured(kanji ? 5 : 3).toInt(), m.captured(kanji ? 6 : 4).toInt());
     }
 
-    static const QRegularExpression era(QStringLiteral("^(令和|平成|昭和|大正|明治|[RHSTMrhstm])(元|\\d{1,2})(?:年(\\d{1,2})月(\\d{1,2})日|([/.\\-])(\\d{1,2})\\5(\\d{1,2}))$"));
+    static const QRegularExpression era(QStringLiteral(
+        "^(令和|平成|昭和|大正|明治|[RHSTMrhstm])(元|\\d{1,2})(?:年(\\d{1,2})月(\\d{1,2})日|([/.\\-])(\\d{1,2})\\5(\\d{1,2}))$"));
     if (const auto m = era.match(text); m.hasMatch()) {
         const QString name = m.captured(1);
         const Era *found = nullptr;
@@ -62,8 +63,8 @@ std::optional<QDate> parseJapaneseDate(const QString &typed)
         if (!found || eraYear < 1)
             return std::nullopt;
         const bool kanji = m.capturedLength(3) > 0;
-        const auto date = validDate(found->start.year() + eraYear - 1, m.captured(kanji ? 3 : 6).toInt(),
-                                    m.captured(kanji ? 4 : 7).toInt());
+        const auto date =
+            validDate(found->start.year() + eraYear - 1, m.captured(kanji ? 3 : 6).toInt(), m.captured(kanji ? 4 : 7).toInt());
         if (!date || *date < found->start || (end.isValid() && *date > end))
             return std::nullopt;
         return date;
@@ -78,7 +79,8 @@ QString formatEraDate(const QDate &date)
     for (const Era &e : eras()) {
         if (date >= e.start) {
             const int eraYear = date.year() - e.start.year() + 1;
-            return QString::fromUtf16(e.name) + QStringLiteral("%1年%2月%3日").arg(eraYear, 2, 10, QChar(u'0')).arg(date.month()).arg(date.day());
+            return QString::fromUtf16(e.name)
+                   + QStringLiteral("%1年%2月%3日").arg(eraYear, 2, 10, QChar(u'0')).arg(date.month()).arg(date.day());
         }
     }
     return {};

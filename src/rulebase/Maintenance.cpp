@@ -130,10 +130,7 @@ Outcome compactDataFile(Prompt &prompt, const QString &path)
     return Outcome::Done;
 }
 
-bool CompactDataFile(Prompt &prompt, const QString &path)
-{
-    return compactDataFile(prompt, path) != Outcome::Stopped;
-}
+bool CompactDataFile(Prompt &prompt, const QString &path) { return compactDataFile(prompt, path) != Outcome::Stopped; }
 
 Outcome Maintenance::backup(const QString &name, const std::optional<QString> &destination)
 {

@@ -20,9 +20,8 @@ TableDef clauseTable(const char *name, QList<ColumnDef> parentKeys)
 {
     QList<ColumnDef> cols = {text("文章形式Code"), text("規程Code"), text("章Code"), text("条Code")};
     cols += parentKeys;
-    cols += columns({text("Code"), text(name), text("結合"), flag("改行"), text("テンプレート"),
-                     flag("変数語句"), flag("変数番号"), flag("変更フラグ"), flag("選択フラグ"),
-                     text("結合種別")});
+    cols += columns({text("Code"), text(name), text("結合"), flag("改行"), text("テンプレート"), flag("変数語句"), flag("変数番号"),
+                     flag("変更フラグ"), flag("選択フラグ"), text("結合種別")});
     QStringList keys;
     for (qsizetype i = 0; i < cols.size() && cols[i].name != QStringLiteral("Code"); ++i)
         keys << cols[i].name;
@@ -32,8 +31,8 @@ TableDef clauseTable(const char *name, QList<ColumnDef> parentKeys)
 
 QList<ColumnDef> placeColumns()
 {
-    return columns({text("規程Code"), text("章Code"), text("条Code"), text("項Code"), text("号Code"),
-                    text("号の細分丸Code"), text("号の細分イロハCode"), text("結合"), text("種別")});
+    return columns({text("規程Code"), text("章Code"), text("条Code"), text("項Code"), text("号Code"), text("号の細分丸Code"),
+                    text("号の細分イロハCode"), text("結合"), text("種別")});
 }
 
 TableDef wordTable(const char *name)
@@ -48,20 +47,34 @@ TableDef referenceTable(const char *name)
 {
     QList<ColumnDef> cols = columns({text("Code")});
     cols += placeColumns();
-    cols += columns({text("変換参照■規程Code"), text("変換参照■章Code"), text("変換参照■条Code"),
-                     text("変換参照■項Code"), text("変換参照■号Code"), text("変換参照■号の細分丸Code"),
-                     text("変換参照■号の細分イロハCode"), text("変換参照■結合"), text("変換参照■種別")});
+    cols += columns({text("変換参照■規程Code"), text("変換参照■章Code"), text("変換参照■条Code"), text("変換参照■項Code"),
+                     text("変換参照■号Code"), text("変換参照■号の細分丸Code"), text("変換参照■号の細分イロハCode"), text("変換参照■結合"),
+                     text("変換参照■種別")});
     return {QString::fromUtf8(name), cols, {QStringLiteral("規程Code,章Code,条Code")}};
 }
 
 TableDef compositionTable(const char *name)
 {
     return {QString::fromUtf8(name),
-            columns({{QStringLiteral("順番"), T::Integer}, text("種別"), text("規程Code"),
-                     {QStringLiteral("番号"), T::Integer}, text("章Code"), text("条Code"), text("項Code"),
-                     text("号Code"), text("号の細分丸Code"), text("号の細分イロハCode"), text("結合"),
-                     text("改行"), text("テンプレート"), text("文章"), flag("変数語句"), flag("変数番号"),
-                     flag("変更フラグ"), text("文章形式Code"), text("正式名称")}),
+            columns({{QStringLiteral("順番"), T::Integer},
+                     text("種別"),
+                     text("規程Code"),
+                     {QStringLiteral("番号"), T::Integer},
+                     text("章Code"),
+                     text("条Code"),
+                     text("項Code"),
+                     text("号Code"),
+                     text("号の細分丸Code"),
+                     text("号の細分イロハCode"),
+                     text("結合"),
+                     text("改行"),
+                     text("テンプレート"),
+                     text("文章"),
+                     flag("変数語句"),
+                     flag("変数番号"),
+                     flag("変更フラグ"),
+                     text("文章形式Code"),
+                     text("正式名称")}),
             {QStringLiteral("文章形式Code,規程Code,順番")}};
 }
 
@@ -70,23 +83,19 @@ QList<TableDef> buildTables()
     QList<TableDef> tables;
     tables << TableDef{QStringLiteral("文章形式"), columns({text("Code"), text("文章形式")}), {}};
     tables << TableDef{QStringLiteral("規程"),
-                       columns({text("文章形式Code"), text("Code"), text("規程"), flag("変更フラグ"),
-                                text("正式名称"), flag("選択フラグ"), text("文章種別")}),
+                       columns({text("文章形式Code"), text("Code"), text("規程"), flag("変更フラグ"), text("正式名称"), flag("選択フラグ"),
+                                text("文章種別")}),
                        {QStringLiteral("文章形式Code,Code")}};
     tables << TableDef{QStringLiteral("前文"),
-                       columns({text("文章形式Code"), text("規程Code"), text("Code"), text("結合"),
-                                flag("改行"), text("前文"), flag("変数語句"), flag("変更フラグ"),
-                                flag("選択フラグ"), text("結合種別")}),
+                       columns({text("文章形式Code"), text("規程Code"), text("Code"), text("結合"), flag("改行"), text("前文"),
+                                flag("変数語句"), flag("変更フラグ"), flag("選択フラグ"), text("結合種別")}),
                        {QStringLiteral("文章形式Code,規程Code")}};
     tables << TableDef{QStringLiteral("章"),
-                       columns({text("文章形式Code"), text("規程Code"), text("Code"), text("章"),
-                                flag("変更フラグ"), flag("選択フラグ")}),
+                       columns({text("文章形式Code"), text("規程Code"), text("Code"), text("章"), flag("変更フラグ"), flag("選択フラグ")}),
                        {QStringLiteral("文章形式Code,規程Code,Code")}};
-    const QList<ColumnDef> articleColumns =
-        columns({text("文章形式Code"), text("規程Code"), text("章Code"), text("Code"), text("条"),
-                 flag("変更フラグ"), text("正式名称"), flag("選択フラグ")});
-    tables << TableDef{QStringLiteral("条"), articleColumns,
-                       {QStringLiteral("文章形式Code,規程Code,章Code,Code")}};
+    const QList<ColumnDef> articleColumns = columns({text("文章形式Code"), text("規程Code"), text("章Code"), text("Code"), text("条"),
+                                                     flag("変更フラグ"), text("正式名称"), flag("選択フラグ")});
+    tables << TableDef{QStringLiteral("条"), articleColumns, {QStringLiteral("文章形式Code,規程Code,章Code,Code")}};
     tables << clauseTable("項", {});
     tables << clauseTable("号", columns({text("項Code")}));
     tables << clauseTable("号の細分丸", columns({text("項Code"), text("号Code")}));
@@ -98,17 +107,14 @@ QList<TableDef> buildTables()
     tables << TableDef{QStringLiteral("基本語句更新後"), columns({text("Code"), text("語句")}), {}};
     for (const char *name : {"作成データ補助～条", "作成データ補助項～", "作成データ置換前", "作成データ"})
         tables << compositionTable(name);
-    tables << TableDef{QStringLiteral("作成データ選択肢"),
-                       columns({text("種別"), text("Code"), text("選択肢")}), {}};
+    tables << TableDef{QStringLiteral("作成データ選択肢"), columns({text("種別"), text("Code"), text("選択肢")}), {}};
     tables << TableDef{QStringLiteral("施行日"),
                        columns({text("文章形式Code"), text("規程Code"), {QStringLiteral("年月日"), T::Date}}),
                        {QStringLiteral("文章形式Code,規程Code")}};
     tables << TableDef{QStringLiteral("企業情報"),
-                       columns({text("事業所名"), text("郵便番号"), text("所在地1"), text("所在地2"),
-                                text("tel"), text("使用者職名"), text("使用者氏名"), text("労働組合名"),
-                                text("従業員職名"), text("従業員氏名"), text("パート職名"),
-                                text("パート氏名"), text("業種"), text("労働者数"), text("労働保険番号"),
-                                text("管轄の労基署")}),
+                       columns({text("事業所名"), text("郵便番号"), text("所在地1"), text("所在地2"), text("tel"), text("使用者職名"),
+                                text("使用者氏名"), text("労働組合名"), text("従業員職名"), text("従業員氏名"), text("パート職名"),
+                                text("パート氏名"), text("業種"), text("労働者数"), text("労働保険番号"), text("管轄の労基署")}),
                        {}};
     tables << TableDef{QStringLiteral("代表労働者の選択"), columns({text("代表労働者")}), {}};
     tables << TableDef{QStringLiteral("語句設定■条"), articleColumns, {}};
@@ -119,11 +125,9 @@ QString sqlType(ColumnType type)
 {
     switch (type) {
     case T::Integer:
-    case T::Flag:
-        return QStringLiteral("INTEGER NOT NULL DEFAULT 0");
+    case T::Flag: return QStringLiteral("INTEGER NOT NULL DEFAULT 0");
     case T::Text:
-    case T::Date:
-        break;
+    case T::Date: break;
     }
     return QStringLiteral("TEXT NOT NULL DEFAULT ''");
 }
@@ -168,8 +172,7 @@ void createSchema(QSqlDatabase db)
             for (const QString &c : index.split(u','))
                 cols << quoted(c);
             execSql(db, QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
-                            .arg(quoted(table.name + QStringLiteral("_索引") + QString::number(++n)),
-                                 quoted(table.name), cols.join(u',')));
+                            .arg(quoted(table.name + QStringLiteral("_索引") + QString::number(++n)), quoted(table.name), cols.join(u',')));
         }
     }
 }

@@ -10,8 +10,10 @@ namespace normaris {
 QList<CodeAndName> EmbeddedWords::chapters()
 {
     QList<CodeAndName> list;
-    RowReader q = execSql(m_db, QStringLiteral("SELECT Code, 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND 選択フラグ = 1 "
-                                               "ORDER BY CAST(Code AS INTEGER)"), {m_style, m_document});
+    RowReader q = execSql(m_db,
+                          QStringLiteral("SELECT Code, 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND 選択フラグ = 1 "
+                                         "ORDER BY CAST(Code AS INTEGER)"),
+                          {m_style, m_document});
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;
@@ -32,9 +34,11 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
                                     "AND c.章Code = j.章Code AND c.条Code = j.Code AND c.選択フラグ = 1 AND c.変数語句 = 1)")
                          .arg(QString::fromUtf8(table));
         }
-        execSql(m_db, QStringLiteral("INSERT INTO 語句設定■条 (文章形式Code, 規程Code, 章Code, Code, 条, 変更フラグ, 正式名称, 選択フラグ) "
-                                     "SELECT 文章形式Code, 規程Code, 章Code, Code, 条, 変更フラグ, 正式名称, 選択フラグ FROM 条 j "
-                                     "WHERE j.文章形式Code = ? AND j.規程Code = ? AND j.章Code = ? AND j.選択フラグ = 1 AND (%1)").arg(holds),
+        execSql(m_db,
+                QStringLiteral("INSERT INTO 語句設定■条 (文章形式Code, 規程Code, 章Code, Code, 条, 変更フラグ, 正式名称, 選択フラグ) "
+                               "SELECT 文章形式Code, 規程Code, 章Code, Code, 条, 変更フラグ, 正式名称, 選択フラグ FROM 条 j "
+                               "WHERE j.文章形式Code = ? AND j.規程Code = ? AND j.章Code = ? AND j.選択フラグ = 1 AND (%1)")
+                    .arg(holds),
                 {m_style, m_document, chapter});
         transaction.commit();
     }
@@ -48,9 +52,11 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
 QList<EmbeddedWord> EmbeddedWords::words(const QString &chapter, const QString &article)
 {
     QList<EmbeddedWord> list;
-    RowReader q = execSql(m_db, QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? "
-                                               "AND 選択フラグ = 1 ORDER BY CAST(Code AS INTEGER), ID"),
-                          {m_document, chapter, article});
+    RowReader q =
+        execSql(m_db,
+                QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? "
+                               "AND 選択フラグ = 1 ORDER BY CAST(Code AS INTEGER), ID"),
+                {m_document, chapter, article});
     while (q.next())
         list << EmbeddedWord{q.value(0).toString(), q.value(1).toString(), q.value(2).toString()};
     return list;
@@ -60,28 +66,35 @@ void EmbeddedWords::save(const QString &chapter, const QString &article, const Q
 {
     Transaction transaction(m_db);
     for (const auto &[code, text] : words) {
-        execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET 語句 = ? WHERE Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ? AND 選択フラグ = 1"),
-                {text.isEmpty() ? markerOf(code) : text, code, m_document, chapter, article});
+        execSql(
+            m_db,
+            QStringLiteral(
+                "UPDATE 変数テーブル語句 SET 語句 = ? WHERE Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ? AND 選択フラグ = 1"),
+            {text.isEmpty() ? markerOf(code) : text, code, m_document, chapter, article});
     }
     transaction.commit();
 }
 
 bool EmbeddedWords::hasMadeData(const QString &chapter, const QString &article)
 {
-    return scalar(m_db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
-                  {m_style, m_document, chapter, article}).toInt() > 0;
+    return scalar(m_db,
+                  QStringLiteral("SELECT count(*) FROM 作成データ WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND 条Code = ?"),
+                  {m_style, m_document, chapter, article})
+               .toInt()
+           > 0;
 }
 
 int EmbeddedWords::countCaptioned(const QString &caption)
 {
     return scalar(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = ? AND 表示名称 = ? AND 選択フラグ = 1"),
-                  {m_document, caption}).toInt();
+                  {m_document, caption})
+        .toInt();
 }
 
 bool EmbeddedWords::checkWord(Prompt &prompt, const QString &text)
 {
     return CheckOptionalField(prompt, text, kWordLimit, false, QStringLiteral("･･･設定内容"))
-        && CheckNoControlCharacters(prompt, text, QStringLiteral("･･･設定内容"));
+           && CheckNoControlCharacters(prompt, text, QStringLiteral("･･･設定内容"));
 }
 
 } // namespace normaris

@@ -23,7 +23,9 @@ constexpr int kWordLimit = 80;
 class EmbeddedWords {
 public:
     EmbeddedWords(QSqlDatabase db, QString style, QString document)
-        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document)) {}
+        : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document))
+    {
+    }
 
     // The chapters in use, in code order.
     QList<CodeAndName> chapters();

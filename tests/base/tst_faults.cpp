@@ -160,22 +160,27 @@ void prepareSubstitution(Fixture &f)
 QList<FaultStep> steps()
 {
     QList<FaultStep> list;
-    const std::pair<Level, const char *> levels[] = {{Level::Preamble, "preamble"}, {Level::Chapter, "chapter"},
-                                                     {Level::Article, "article"}, {Level::Paragraph, "paragraph"},
-                                                     {Level::Item, "item"}, {Level::Maru, "maru"}, {Level::Iroha, "iroha"}};
+    const std::pair<Level, const char *> levels[] = {
+        {Level::Preamble, "preamble"}, {Level::Chapter, "chapter"}, {Level::Article, "article"}, {Level::Paragraph, "paragraph"},
+        {Level::Item, "item"},         {Level::Maru, "maru"},       {Level::Iroha, "iroha"}};
     for (const auto &[level, name] : levels) {
         const Level l = level;
-        list << FaultStep{QStringLiteral("add %1").arg(QString::fromLatin1(name)), [l](Fixture &f) { return addStep(f, l); }, kCancelledCritical};
-        list << FaultStep{QStringLiteral("release %1").arg(QString::fromLatin1(name)), [l](Fixture &f) { return releaseStep(f, l); }, kCancelledCritical};
+        list << FaultStep{QStringLiteral("add %1").arg(QString::fromLatin1(name)), [l](Fixture &f) { return addStep(f, l); },
+                          kCancelledCritical};
+        list << FaultStep{QStringLiteral("release %1").arg(QString::fromLatin1(name)), [l](Fixture &f) { return releaseStep(f, l); },
+                          kCancelledCritical};
     }
-    list << FaultStep{QStringLiteral("build"), [](Fixture &f) -> Run {
-                          return [&f] { return WorkDataBuild(f.db, f.prompt).build(kStyle, kDoc); };
-                      }, kCancelledInformation};
-    list << FaultStep{QStringLiteral("substitute with references"), [](Fixture &f) -> Run {
+    list << FaultStep{QStringLiteral("build"),
+                      [](Fixture &f) -> Run { return [&f] { return WorkDataBuild(f.db, f.prompt).build(kStyle, kDoc); }; },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("substitute with references"),
+                      [](Fixture &f) -> Run {
                           prepareSubstitution(f);
                           return [&f] { return SettingSubstitution(f.db, f.prompt).run(kStyle, kDoc); };
-                      }, kCancelledInformation};
-    list << FaultStep{QStringLiteral("settings update"), [](Fixture &f) -> Run {
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("settings update"),
+                      [](Fixture &f) -> Run {
                           return [&f] {
                               return described(f.prompt, [&f] {
                                   BasicSettings settings(f.db);
@@ -184,8 +189,10 @@ QList<FaultStep> steps()
                                   settings.save(values, QStringLiteral("1"));
                               });
                           };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("words update"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("words update"),
+                      [](Fixture &f) -> Run {
                           EmbeddedWords words(f.db, kStyle, kDoc);
                           const CodeAndName chapter = words.chapters().value(0);
                           const CodeAndName article = words.articlesWithWords(chapter.code).value(0);
@@ -193,13 +200,18 @@ QList<FaultStep> steps()
                           for (const EmbeddedWord &w : words.words(chapter.code, article.code))
                               given << std::pair{w.code, w.word + QStringLiteral("改")};
                           return [&f, chapter, article, given] {
-                              return described(f.prompt, [&] { EmbeddedWords(f.db, kStyle, kDoc).save(chapter.code, article.code, given); });
+                              return described(f.prompt,
+                                               [&] { EmbeddedWords(f.db, kStyle, kDoc).save(chapter.code, article.code, given); });
                           };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("dates add"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("dates add"),
+                      [](Fixture &f) -> Run {
                           return [&f] { return described(f.prompt, [&f] { EffectiveDates(f.db, kDoc).add(kStyle, QDate(2026, 4, 1)); }); };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("dates change and delete"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("dates change and delete"),
+                      [](Fixture &f) -> Run {
                           const qint64 first = EffectiveDates(f.db, kDoc).add(kStyle, QDate(2026, 4, 1));
                           const qint64 second = EffectiveDates(f.db, kDoc).add(kStyle, QDate(2026, 10, 1));
                           return [&f, first, second] {
@@ -211,35 +223,45 @@ QList<FaultStep> steps()
                                   transaction.commit();
                               });
                           };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("document onto the list"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("document onto the list"),
+                      [](Fixture &f) -> Run {
                           const QString document = DocumentList(f.db).documents(kStyle, false).value(0).code;
                           return [&f, document] { return described(f.prompt, [&] { DocumentList(f.db).addToList(kStyle, document); }); };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("document off the list"), [](Fixture &f) -> Run {
-                          return [&f] { return described(f.prompt, [&f] { DocumentList(f.db).removeFromList(kStyle, kDoc); }); };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("company new"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{
+        QStringLiteral("document off the list"),
+        [](Fixture &f) -> Run { return [&f] { return described(f.prompt, [&f] { DocumentList(f.db).removeFromList(kStyle, kDoc); }); }; },
+        kDescription};
+    list << FaultStep{QStringLiteral("company new"),
+                      [](Fixture &f) -> Run {
                           return [&f] {
                               f.prompt.answer({true});
                               return CompanyFiles(f.root.layout(), f.prompt).createFromSeed(QStringLiteral("乙"));
                           };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("company copy"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("company copy"),
+                      [](Fixture &f) -> Run {
                           f.root.makeCompany(QStringLiteral("丙"));
                           return [&f] {
                               f.prompt.answer({true});
                               return CompanyFiles(f.root.layout(), f.prompt).createFromCompany(QStringLiteral("乙"), QStringLiteral("丙"));
                           };
-                      }, kDescription};
-    list << FaultStep{QStringLiteral("compaction"), [](Fixture &f) -> Run {
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("compaction"),
+                      [](Fixture &f) -> Run {
                           f.root.makeCompany(QStringLiteral("丙"));
                           return [&f] {
                               f.prompt.answer({true});
                               return Maintenance(f.root.layout(), f.prompt).optimise(QStringLiteral("丙"));
                           };
-                      }, FailureReport{FailureReport::Kind::Fixed, Prompt::Icon::None,
-                                       QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。")}};
+                      },
+                      FailureReport{FailureReport::Kind::Fixed, Prompt::Icon::None,
+                                    QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。")}};
     return list;
 }
 
@@ -377,9 +399,7 @@ private slots:
                 QCOMPARE(last.title, kProgramTitle);
                 QVERIFY2(last.text.contains(QStringLiteral("injected")), qUtf8Printable(where + u' ' + last.text));
                 break;
-            case FailureReport::Kind::Fixed:
-                QCOMPARE(last.toString(), s.report.line);
-                break;
+            case FailureReport::Kind::Fixed: QCOMPARE(last.toString(), s.report.line); break;
             }
             const QStringList after = dumpAll(f.root.layout());
             QVERIFY2(after == before, qUtf8Printable(where + u'\n' + firstDifference(before, after)));

@@ -56,7 +56,8 @@ private slots:
         const QString root = dir.path() + QStringLiteral("/r");
         Run r = runCli(root, {QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("株式会社テスト")});
         QCOMPARE(r.status, 1); // not confirmed without --yes
-        QCOMPARE(r.err, QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。\n"));
+        QCOMPARE(r.err,
+                 QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。\n"));
         QVERIFY(QFile::exists(root + QStringLiteral("/Data/規程原本db.sqlite")));
         QVERIFY(QFile::exists(root + QStringLiteral("/help/2.html")));
 
@@ -65,7 +66,7 @@ private slots:
         QVERIFY(QFile::exists(root + QStringLiteral("/Data/株式会社テスト/株式会社テスト.sqlite")));
 
         r = runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("写し"),
-                       QStringLiteral("--from"), QStringLiteral("株式会社テスト")});
+                          QStringLiteral("--from"), QStringLiteral("株式会社テスト")});
         QCOMPARE(r.status, 0);
         r = runCli(root, {QStringLiteral("company"), QStringLiteral("list")});
         QCOMPARE(r.out, QStringLiteral("株式会社テスト\n写し\n")); // in Japanese collation order
@@ -91,7 +92,8 @@ private slots:
         Run r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company
                                  + QStringList{QStringLiteral("事業所名=株式会社テスト"), QStringLiteral("労働者数=120")});
         QCOMPARE(r.status, 0);
-        r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("representative")} + company + QStringList{QStringLiteral("1")});
+        r = runCli(root,
+                   QStringList{QStringLiteral("settings"), QStringLiteral("representative")} + company + QStringList{QStringLiteral("1")});
         QCOMPARE(r.status, 0);
         r = runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("show")} + company);
         QVERIFY2(r.out.startsWith(QStringLiteral("事業所名=株式会社テスト\n郵便番号=\n所在地1=☆0003☆\n")), qUtf8Printable(r.out));
@@ -103,7 +105,8 @@ private slots:
                              + QStringList{QStringLiteral("業種=製造業"), QStringLiteral("労働者数=10000000")});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数\n"));
-        QVERIFY(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("show")} + company).out.contains(QStringLiteral("業種=☆0013☆")));
+        QVERIFY(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("show")} + company)
+                    .out.contains(QStringLiteral("業種=☆0013☆")));
 
         const QStringList dates = QStringList{QStringLiteral("dates")};
         const QStringList doc = company + QStringList{QStringLiteral("--doc"), QStringLiteral("01")};
@@ -113,18 +116,29 @@ private slots:
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日\n"));
         QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("list")} + doc).out, QStringLiteral("2009/01/01\t1\n2026/04/01\t1\n"));
-        QCOMPARE(runCli(root, QStringList{QStringLiteral("--yes")} + dates + QStringList{QStringLiteral("delete")} + doc + QStringList{QStringLiteral("2009-01-01")}).status, 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("--yes")} + dates + QStringList{QStringLiteral("delete")} + doc
+                                  + QStringList{QStringLiteral("2009-01-01")})
+                     .status,
+                 0);
         QCOMPARE(runCli(root, dates + QStringList{QStringLiteral("list")} + doc).out, QStringLiteral("2026/04/01\t1\n"));
 
         // Some article of the standard draft holds a word.
         const QString place = test::valueIn(root + QStringLiteral("/Data/甲/甲.sqlite"),
-                                            QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
-        const QStringList article = doc + QStringList{QStringLiteral("--chapter"), place.section(u' ', 0, 0), QStringLiteral("--article"), place.section(u' ', 1, 1)};
+                                            QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND "
+                                                           "種別 <> '10' AND 選択フラグ = 1 LIMIT 1"))
+                                  .toString();
+        const QStringList article =
+            doc
+            + QStringList{QStringLiteral("--chapter"), place.section(u' ', 0, 0), QStringLiteral("--article"), place.section(u' ', 1, 1)};
         const QString word = runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.section(u'\n', 0, 0);
         const QString code = word.section(u'\t', 0, 0);
         QVERIFY2(!code.isEmpty(), "the seed's article holds no word");
-        QCOMPARE(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("set")} + article + QStringList{code + QStringLiteral("=２年")}).status, 0);
-        QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.startsWith(code + u'\t' + word.section(u'\t', 1, 1) + QStringLiteral("\t２年\n")));
+        QCOMPARE(runCli(root,
+                        QStringList{QStringLiteral("words"), QStringLiteral("set")} + article + QStringList{code + QStringLiteral("=２年")})
+                     .status,
+                 0);
+        QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article)
+                    .out.startsWith(code + u'\t' + word.section(u'\t', 1, 1) + QStringLiteral("\t２年\n")));
         QCOMPARE(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("set")} + article + QStringList{code + u'='}).status, 0);
         QVERIFY(runCli(root, QStringList{QStringLiteral("words"), QStringLiteral("list")} + article).out.contains(u'★' + code + u'★'));
     }
@@ -135,7 +149,8 @@ private slots:
         QTemporaryDir dir;
         const QString root = dir.path();
         QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
-        const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--style"), QStringLiteral("1"), QStringLiteral("--doc"), QStringLiteral("01")};
+        const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"),    QStringLiteral("--style"),
+                                 QStringLiteral("1"),         QStringLiteral("--doc"), QStringLiteral("01")};
         const QString before = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out;
         const QStringList lines = before.split(u'\n', Qt::SkipEmptyParts);
         // The second chapter's row, and the row above it (the first chapter's last 条).
@@ -147,22 +162,26 @@ private slots:
         QVERIFY(chapterRow > 0);
         const QString chapter = lines[chapterRow].section(u'\t', 4, 4);
 
-        Run r = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("release")} + doc + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
+        Run r = runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("release")} + doc
+                                 + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
         QCOMPARE(r.status, 1); // asked, and not answered yes
         QVERIFY(r.err.startsWith(QStringLiteral("選択解除の確認: ")));
-        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc
+                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow)});
         QCOMPARE(r.status, 0);
         QVERIFY(r.err.endsWith(QStringLiteral("確認: 処理を終了しました。\n")));
         QVERIFY(!runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out.contains(u'\t' + chapter + u'\t'));
 
         r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("add")} + doc
-                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow - 1), QStringLiteral("--action"), QStringLiteral("3"), QStringLiteral("--pick"), chapter});
+                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow - 1), QStringLiteral("--action"),
+                                           QStringLiteral("3"), QStringLiteral("--pick"), chapter});
         QCOMPARE(r.status, 0);
         QCOMPARE(runCli(root, QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out, before);
 
         // A refused position says why and changes nothing.
         r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("add")} + doc
-                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow + 1), QStringLiteral("--action"), QStringLiteral("3"), QStringLiteral("--pick"), chapter});
+                             + QStringList{QStringLiteral("--row"), QString::number(chapterRow + 1), QStringLiteral("--action"),
+                                           QStringLiteral("3"), QStringLiteral("--pick"), chapter});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。\n"));
     }
@@ -175,20 +194,30 @@ private slots:
         const QString root = dir.path();
         const QStringList company = {QStringLiteral("--company"), QStringLiteral("甲")};
         QCOMPARE(runCli(root, {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
-        QCOMPARE(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company + QStringList{QStringLiteral("事業所名=株式会社テスト")}).status, 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company
+                                  + QStringList{QStringLiteral("事業所名=株式会社テスト")})
+                     .status,
+                 0);
         const QStringList documents = {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")};
         const QStringList style = {QStringLiteral("--style"), QStringLiteral("1")};
         auto doc = [&](const QString &d) { return company + style + QStringList{QStringLiteral("--doc"), d}; };
 
         // Substitution waits for the documents it cites.
-        QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company + QStringList{QStringLiteral("--doc"), QStringLiteral("01"), QStringLiteral("2026/4/1")}).status, 0);
-        QCOMPARE(runCli(root, QStringList{QStringLiteral("build")} + doc(QStringLiteral("01"))).err, QStringLiteral("処理完了: データ作成が完了しました。\n"));
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company
+                                  + QStringList{QStringLiteral("--doc"), QStringLiteral("01"), QStringLiteral("2026/4/1")})
+                     .status,
+                 0);
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("build")} + doc(QStringLiteral("01"))).err,
+                 QStringLiteral("処理完了: データ作成が完了しました。\n"));
         Run r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(QStringLiteral("01")));
         QCOMPARE(r.status, 1);
         QVERIFY2(r.err.startsWith(QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 ◆")), qUtf8Printable(r.err));
 
         for (const QString &d : documents.mid(1)) {
-            QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company + QStringList{QStringLiteral("--doc"), d, QStringLiteral("2026/4/1")}).status, 0);
+            QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company
+                                      + QStringList{QStringLiteral("--doc"), d, QStringLiteral("2026/4/1")})
+                         .status,
+                     0);
             QCOMPARE(runCli(root, QStringList{QStringLiteral("build")} + doc(d)).status, 0);
         }
         for (const QString &d : documents) {
@@ -196,10 +225,12 @@ private slots:
             QCOMPARE(r.err, QStringLiteral("処理完了: 置換処理が完了しました。\n"));
         }
         const QString file = root + QStringLiteral("/Data/甲/甲.sqlite");
-        const QString texts = test::valueIn(file, QStringLiteral("SELECT group_concat(文章, '\n') FROM 作成データ WHERE 規程Code = '01'")).toString();
+        const QString texts =
+            test::valueIn(file, QStringLiteral("SELECT group_concat(文章, '\n') FROM 作成データ WHERE 規程Code = '01'")).toString();
         const QString out = root + QStringLiteral("/01.docx");
         const QString text = root + QStringLiteral("/01.txt");
-        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01")) + QStringList{QStringLiteral("--out"), out, QStringLiteral("--text"), text});
+        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01"))
+                             + QStringList{QStringLiteral("--out"), out, QStringLiteral("--text"), text});
         QCOMPARE(r.status, 0);
         QVERIFY(QFileInfo(out).size() > 0);
         QFile textFile(text);
@@ -214,9 +245,12 @@ private slots:
         QVERIFY(document.contains(QStringLiteral("株式会社テスト")));
 
         // The filing forms need no document; a bad option is refused.
-        r = runCli(root, QStringList{QStringLiteral("export")} + company + QStringList{QStringLiteral("--kind"), QStringLiteral("filing"), QStringLiteral("--out"), root + QStringLiteral("/todoke.docx")});
+        r = runCli(root, QStringList{QStringLiteral("export")} + company
+                             + QStringList{QStringLiteral("--kind"), QStringLiteral("filing"), QStringLiteral("--out"),
+                                           root + QStringLiteral("/todoke.docx")});
         QCOMPARE(r.status, 0);
-        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01")) + QStringList{QStringLiteral("--cover"), QStringLiteral("half"), QStringLiteral("--out"), out});
+        r = runCli(root, QStringList{QStringLiteral("export")} + doc(QStringLiteral("01"))
+                             + QStringList{QStringLiteral("--cover"), QStringLiteral("half"), QStringLiteral("--out"), out});
         QCOMPARE(r.status, 2);
     }
 
@@ -234,7 +268,9 @@ private slots:
         QTest::newRow("stale work file") << QStringList{yes, company, QStringLiteral("compact"), QStringLiteral("甲")} << 1 << QString();
         QTest::newRow("unknown command") << QStringList{QStringLiteral("nothing")} << 2 << QString();
         QTest::newRow("missing name") << QStringList{company, QStringLiteral("new")} << 2 << QString();
-        QTest::newRow("option without value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")} << 2 << QString();
+        QTest::newRow("option without value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"),
+                                                             QStringLiteral("--to")}
+                                              << 2 << QString();
     }
     void exitStatuses()
     {
@@ -242,7 +278,9 @@ private slots:
         QFETCH(int, status);
         QFETCH(QString, err);
         QTemporaryDir dir;
-        QCOMPARE(runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        QCOMPARE(
+            runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status,
+            0);
         QFile stale(dir.path() + QStringLiteral("/Data/甲/甲.sqlitewk"));
         QVERIFY(stale.open(QIODevice::WriteOnly));
         stale.close();
@@ -272,14 +310,21 @@ private slots:
         QTest::newRow("missing value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")}
                                        << QStringLiteral("Missing value after '--to'.")
                                        << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company backup [--to DIR] NAME\n");
-        QTest::newRow("style out of range") << QStringList{QStringLiteral("dates"), QStringLiteral("add")} + doc + QStringList{QStringLiteral("--style"), QStringLiteral("9"), QStringLiteral("2026/4/1")}
-                                            << QStringLiteral("--style takes 1|2, not '9'")
-                                            << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
+        QTest::newRow("style out of range")
+            << QStringList{QStringLiteral("dates"), QStringLiteral("add")} + doc
+                   + QStringList{QStringLiteral("--style"), QStringLiteral("9"), QStringLiteral("2026/4/1")}
+            << QStringLiteral("--style takes 1|2, not '9'")
+            << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
         QTest::newRow("required option") << QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc
-                                         << QStringLiteral("--style is required") << QStringLiteral("compose rows --company NAME --doc CODE --style 1|2");
-        QTest::newRow("choice out of range") << QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--cover"), QStringLiteral("half"), QStringLiteral("--out"), QStringLiteral("x.docx")}
-                                             << QStringLiteral("--cover takes both|cover|toc|none, not 'half'") << QStringLiteral("[--cover both|cover|toc|none]");
-        QTest::newRow("unknown command") << QStringList{company, QStringLiteral("rename")} << QStringLiteral("unknown command 'company rename'") << commands;
+                                         << QStringLiteral("--style is required")
+                                         << QStringLiteral("compose rows --company NAME --doc CODE --style 1|2");
+        QTest::newRow("choice out of range") << QStringList{QStringLiteral("export")} + doc
+                                                    + QStringList{QStringLiteral("--cover"), QStringLiteral("half"),
+                                                                  QStringLiteral("--out"), QStringLiteral("x.docx")}
+                                             << QStringLiteral("--cover takes both|cover|toc|none, not 'half'")
+                                             << QStringLiteral("[--cover both|cover|toc|none]");
+        QTest::newRow("unknown command") << QStringList{company, QStringLiteral("rename")}
+                                         << QStringLiteral("unknown command 'company rename'") << commands;
     }
     void refusedCommandLines()
     {
@@ -287,7 +332,9 @@ private slots:
         QFETCH(QString, reason);
         QFETCH(QString, usage);
         QTemporaryDir dir;
-        QCOMPARE(runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status, 0);
+        QCOMPARE(
+            runCli(dir.path(), {QStringLiteral("--yes"), QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("甲")}).status,
+            0);
         const QString file = dir.path() + QStringLiteral("/Data/甲/甲.sqlite");
         const auto dates = [&] { return test::valueIn(file, QStringLiteral("SELECT count(*) FROM 施行日")).toInt(); };
         const int before = dates();
@@ -311,7 +358,8 @@ private slots:
         QTest::newRow("command") << QStringList{QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("--help")}
                                  << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company new [--from SOURCE] NAME\n");
         QTest::newRow("command -h") << QStringList{QStringLiteral("build"), QStringLiteral("-h")}
-                                    << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] build --company NAME --doc CODE --style 1|2\n");
+                                    << QStringLiteral(
+                                           "usage: normaris-cli [--root DIR] [--yes] build --company NAME --doc CODE --style 1|2\n");
     }
     void help()
     {

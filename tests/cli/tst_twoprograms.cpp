@@ -23,7 +23,8 @@ QProcess *startCli(const QString &root, const QStringList &args, int lockWaitMs)
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("NORMARIS_LOCK_WAIT_MS"), QString::number(lockWaitMs));
     process->setProcessEnvironment(env);
-    process->start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"), QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
+    process->start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"),
+                   QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
     return process;
 }
 

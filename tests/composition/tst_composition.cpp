@@ -28,7 +28,11 @@ QStringList dump(const QList<CompositionRow> &rows)
 {
     QStringList out;
     for (const CompositionRow &r : rows)
-        out << QStringLiteral("%1|%2|%3|%4|%5|%6").arg(r.order).arg(int(r.level)).arg(r.number).arg(r.codes.join(u'.'), r.join, r.text.left(12));
+        out << QStringLiteral("%1|%2|%3|%4|%5|%6")
+                   .arg(r.order)
+                   .arg(int(r.level))
+                   .arg(r.number)
+                   .arg(r.codes.join(u'.'), r.join, r.text.left(12));
     return out;
 }
 
@@ -78,7 +82,9 @@ private slots:
             // The full check reads every row; a sample of the states in between is enough.
             if (articles % 7 == 1)
                 QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
-            QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {row.codes[1]}), 0);
+            QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"),
+                            {row.codes[1]}),
+                     0);
 
             const CompositionRow &before = rows[i - 1];
             AddRequest add{kStyle, kDoc, before.level, Level::Article, false, i - 1, before.codes, row.codes[1]};
@@ -141,11 +147,16 @@ private slots:
         QCOMPARE(Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, i, chapter.codes}), Outcome::Done);
         QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
         // The chapter goes back to stock; its articles keep their flags.
-        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {chapter.codes[0]}), 0);
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"),
+                        {chapter.codes[0]}),
+                 0);
         for (const CompositionRow &r : rows) {
             if (r.level == Level::Article && r.codes[0] == chapter.codes[0])
-                QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
-                                {r.codes[0], r.codes[1]}), 1);
+                QCOMPARE(flagOf(m_db,
+                                QStringLiteral(
+                                    "SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
+                                {r.codes[0], r.codes[1]}),
+                         1);
         }
         ClauseAdder adder(m_db, m_prompt);
         AddRequest add{kStyle, kDoc, Level::Article, Level::Chapter, false, i - 1, rows[i - 1].codes, chapter.codes[0]};
@@ -160,9 +171,13 @@ private slots:
         QCOMPARE(Kaijo10(releaser, {kStyle, kDoc, Level::Preamble, 1, QStringList(6)}), Outcome::Done);
         QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
         QCOMPARE(flagOf(m_db, QStringLiteral("SELECT max(選択フラグ) FROM 前文 WHERE 規程Code = '01' AND 文章形式Code = '1'"), {}), 0);
-        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 = '10' AND 選択フラグ = 1"), {}), 0);
+        QCOMPARE(flagOf(m_db,
+                        QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 = '10' AND 選択フラグ = 1"),
+                        {}),
+                 0);
         ClauseAdder adder(m_db, m_prompt);
-        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}), Outcome::Done);
+        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}),
+                 Outcome::Done);
         QCOMPARE(allRows(m_db), original);
     }
 
@@ -198,16 +213,19 @@ private slots:
             if (actions.isEmpty())
                 continue;
             const QString action = actions[random.bounded(int(actions.size()))].code;
-            const PanelDecision d = article.isEmpty()
-                ? articlePanelAction(panel, i, action, panel[i].level == Level::Article && articleHasParagraphs(m_db, kStyle, kDoc, panel[i].codes[0], panel[i].codes[1]))
-                : paragraphPanelAction(panel, i, action);
+            const PanelDecision d =
+                article.isEmpty() ? articlePanelAction(
+                    panel, i, action,
+                    panel[i].level == Level::Article && articleHasParagraphs(m_db, kStyle, kDoc, panel[i].codes[0], panel[i].codes[1]))
+                                  : paragraphPanelAction(panel, i, action);
             if (d.kind != PanelDecision::Kind::Confirm)
                 continue;
             Outcome outcome;
             if (d.release) {
                 // A 章 without 条 renumbers every 条 from 0 when released: a known step, left out here.
                 if (d.current == Level::Chapter && !std::any_of(articles.begin(), articles.end(), [&](const CompositionRow &r) {
-                        return r.level == Level::Article && r.codes[0] == panel[i].codes[0]; }))
+                        return r.level == Level::Article && r.codes[0] == panel[i].codes[0];
+                    }))
                     continue;
                 outcome = releaser.release({kStyle, kDoc, d.current, i, panel[i].codes});
             } else {
@@ -224,7 +242,9 @@ private slots:
                 continue;
             ++done;
             const QStringList problems = compositionProblems(m_db, kStyle, kDoc);
-            QVERIFY2(problems.isEmpty(), qUtf8Printable(QStringLiteral("step %1, %2 at row %3: ").arg(step).arg(d.release ? "release" : "add").arg(i) + problems.join(u'\n')));
+            QVERIFY2(problems.isEmpty(),
+                     qUtf8Printable(QStringLiteral("step %1, %2 at row %3: ").arg(step).arg(d.release ? "release" : "add").arg(i)
+                                    + problems.join(u'\n')));
         }
         QVERIFY2(done >= 60, qUtf8Printable(QString::number(done)));
     }
@@ -234,11 +254,16 @@ private slots:
         ClauseAdder adder(m_db, m_prompt);
         const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
         const CompositionRow &article = rows.last();
-        QCOMPARE(Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, QString()}), Outcome::Stopped);
-        QCOMPARE(Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, article.codes[1]}), Outcome::Stopped);
-        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}), Outcome::Stopped);
-        QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("未指定: 「条」を指定してください"), QStringLiteral("使用中: この条は既に使用しています"),
-                                                QStringLiteral("使用中: この前文は既に使用しています")}));
+        QCOMPARE(Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, QString()}),
+                 Outcome::Stopped);
+        QCOMPARE(
+            Tuika0303(adder, {kStyle, kDoc, Level::Article, Level::Article, false, int(rows.size()) - 1, article.codes, article.codes[1]}),
+            Outcome::Stopped);
+        QCOMPARE(Tuika0110(adder, {kStyle, kDoc, Level::Document, Level::Preamble, false, 0, QStringList(6), QStringLiteral("01")}),
+                 Outcome::Stopped);
+        QCOMPARE(m_prompt.lines(),
+                 (QStringList{QStringLiteral("未指定: 「条」を指定してください"), QStringLiteral("使用中: この条は既に使用しています"),
+                              QStringLiteral("使用中: この前文は既に使用しています")}));
         QCOMPARE(m_prompt.shown().first().icon, Prompt::Icon::Error);
     }
 
@@ -246,22 +271,28 @@ private slots:
     void aChapterWithoutArticles()
     {
         const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
-        execSql(m_db, QStringLiteral("INSERT INTO 章 (文章形式Code, 規程Code, Code, 章, 選択フラグ) VALUES ('1', '01', '69', '空の章', 0)"));
+        execSql(m_db,
+                QStringLiteral("INSERT INTO 章 (文章形式Code, 規程Code, Code, 章, 選択フラグ) VALUES ('1', '01', '69', '空の章', 0)"));
         ClauseAdder adder(m_db, m_prompt);
         const int last = int(rows.size()) - 1;
-        QCOMPARE(Tuika0302(adder, {kStyle, kDoc, Level::Article, Level::Chapter, false, last, rows[last].codes, QStringLiteral("69")}), Outcome::Done);
+        QCOMPARE(Tuika0302(adder, {kStyle, kDoc, Level::Article, Level::Chapter, false, last, rows[last].codes, QStringLiteral("69")}),
+                 Outcome::Done);
         QCOMPARE(compositionProblems(m_db, kStyle, kDoc), QStringList());
         QCOMPARE(readArticleRows(m_db, kStyle, kDoc).size(), rows.size() + 1);
         ClauseReleaser releaser(m_db, m_prompt);
         QCOMPARE(Kaijo02(releaser, {kStyle, kDoc, Level::Chapter, last + 1, {QStringLiteral("69"), {}, {}, {}, {}, {}}}), Outcome::Done);
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT min(番号) FROM 作成データ補助～条 WHERE 種別 = '3' AND 規程Code = '01' AND 文章形式Code = '1'")).toInt(), 0);
+        QCOMPARE(scalar(m_db, QStringLiteral(
+                                  "SELECT min(番号) FROM 作成データ補助～条 WHERE 種別 = '3' AND 規程Code = '01' AND 文章形式Code = '1'"))
+                     .toInt(),
+                 0);
     }
 
     // A failure inside the add leaves everything as it was.
     void aFailedAddChangesNothing()
     {
         const QStringList original = allRows(m_db);
-        execSql(m_db, QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+        execSql(m_db,
+                QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
         const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
         ClauseReleaser releaser(m_db, m_prompt);
         int i = 0;
@@ -271,10 +302,13 @@ private slots:
         const QStringList released = allRows(m_db);
         ClauseAdder adder(m_db, m_prompt);
         m_prompt.clear();
-        QCOMPARE(Tuika0203(adder, {kStyle, kDoc, Level::Chapter, Level::Article, false, i - 1, rows[i - 1].codes, rows[i].codes[1]}), Outcome::Failed);
+        QCOMPARE(Tuika0203(adder, {kStyle, kDoc, Level::Chapter, Level::Article, false, i - 1, rows[i - 1].codes, rows[i].codes[1]}),
+                 Outcome::Failed);
         QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
         QCOMPARE(allRows(m_db), released);
-        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"), {rows[i].codes[1]}), 0);
+        QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"),
+                        {rows[i].codes[1]}),
+                 0);
         QVERIFY(released != original);
     }
 

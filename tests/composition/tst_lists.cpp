@@ -45,10 +45,14 @@ private slots:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("headings");
-        QTest::newRow("basic words") << int(ListKind::BasicWords) << "【基本語句】就業規則" << "区分|条Code|条の名称";
-        QTest::newRow("embedded words") << int(ListKind::EmbeddedWords) << "【埋込語句】就業規則" << "Code|表示名称|設定内容|条Code|条の名称";
-        QTest::newRow("references") << int(ListKind::References) << "【参照条文番号】就業規則" << "Code|参照先|条Code|条の名称";
-        QTest::newRow("templates") << int(ListKind::Templates) << "【テンプレート】就業規則" << "Code|条Code|条の名称";
+        QTest::newRow("basic words") << int(ListKind::BasicWords) << "【基本語句】就業規則"
+                                     << "区分|条Code|条の名称";
+        QTest::newRow("embedded words") << int(ListKind::EmbeddedWords) << "【埋込語句】就業規則"
+                                        << "Code|表示名称|設定内容|条Code|条の名称";
+        QTest::newRow("references") << int(ListKind::References) << "【参照条文番号】就業規則"
+                                    << "Code|参照先|条Code|条の名称";
+        QTest::newRow("templates") << int(ListKind::Templates) << "【テンプレート】就業規則"
+                                   << "Code|条Code|条の名称";
     }
     void eachListOfTheDraft()
     {
@@ -72,7 +76,10 @@ private slots:
         QVERIFY(sheet.contains(QStringLiteral("<row r=\"3\"")));
         QVERIFY(!sheet.contains(QStringLiteral("t=\"n\"")));
         // The work tables are left empty.
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT (SELECT count(*) FROM goku_excel) + (SELECT count(*) FROM bangou_excel) + (SELECT count(*) FROM kihongoku_excel)")).toInt(), 0);
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT (SELECT count(*) FROM goku_excel) + (SELECT count(*) FROM bangou_excel) + "
+                                                       "(SELECT count(*) FROM kihongoku_excel)"))
+                     .toInt(),
+                 0);
     }
 
     void nothingToList()
@@ -86,7 +93,8 @@ private slots:
         // A document with its 規程 row only has nothing to list.
         DocumentList(AppState::cn()).addToList(QStringLiteral("2"), QStringLiteral("05"));
         QCOMPARE(lists.write(ListKind::Templates, QStringLiteral("2"), QStringLiteral("05"), out), Outcome::Stopped);
-        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("データの確認: データがありません。"), QStringLiteral("テンプレートの確認: テンプレートはありません。")}));
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("データの確認: データがありません。"),
+                                              QStringLiteral("テンプレートの確認: テンプレートはありません。")}));
         QVERIFY(!QFile::exists(out));
     }
 
@@ -95,17 +103,22 @@ private slots:
     {
         QSqlDatabase db = AppState::cn();
         DocumentList list(db);
-        execSql(db, QStringLiteral("INSERT INTO 規程 (文章形式Code, Code, 規程, 正式名称, 選択フラグ, 文章種別) VALUES ('1', '69', '標準の最後', '標準の最後', 0, '1'), ('1', '70', '自社規程', '自社規程', 0, '1')"));
+        execSql(db, QStringLiteral("INSERT INTO 規程 (文章形式Code, Code, 規程, 正式名称, 選択フラグ, 文章種別) VALUES ('1', '69', "
+                                   "'標準の最後', '標準の最後', 0, '1'), ('1', '70', '自社規程', '自社規程', 0, '1')"));
         for (const char *code : {"69", "70"}) {
             list.addToList(QStringLiteral("1"), QString::fromLatin1(code));
             list.removeFromList(QStringLiteral("1"), QString::fromLatin1(code));
         }
-        QCOMPARE(scalar(db, QStringLiteral("SELECT group_concat(規程Code) FROM 作成データ補助～条 WHERE 規程Code IN ('69','70')")).toString(), QStringLiteral("70"));
+        QCOMPARE(
+            scalar(db, QStringLiteral("SELECT group_concat(規程Code) FROM 作成データ補助～条 WHERE 規程Code IN ('69','70')")).toString(),
+            QStringLiteral("70"));
         list.addToList(QStringLiteral("1"), QStringLiteral("70"));
-        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '70'")).toInt(), 1); // no second 規程 row
+        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '70'")).toInt(),
+                 1); // no second 規程 row
         QVERIFY(list.isOnList(QStringLiteral("1"), QStringLiteral("70")));
         list.removeFromList(QStringLiteral("1"), QStringLiteral("01"));
-        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = '01' AND 文章形式Code = '1'")).toInt(), 0);
+        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 規程Code = '01' AND 文章形式Code = '1'")).toInt(),
+                 0);
     }
 
 private:

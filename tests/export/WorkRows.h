@@ -55,7 +55,13 @@ public:
     }
 
     // 就業規則, chapter 01 総則, article 0001 目的: the usual start of a clause test.
-    static Draft opening() { return Draft().document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")); }
+    static Draft opening()
+    {
+        return Draft()
+            .document(QStringLiteral("就業規則"))
+            .chapter(QStringLiteral("01"), 1, QStringLiteral("総則"))
+            .article(QStringLiteral("0001"), 1, QStringLiteral("目的"));
+    }
 
     void write(QSqlDatabase db, const QString &document = QStringLiteral("01")) const
     {

@@ -24,10 +24,10 @@ using Color = Typist::Color;
 
 const QString kTitle = QStringLiteral("就業規則");
 const QString kHangingLabel = QStringLiteral("(1)  ");
-const QString kHangingText = QStringLiteral(
-    "従業員は、会社の定める就業時間中は職務に専念し、上長の指示命令に従い、職場の秩序を保持するとともに、"
-    "互いに協力して業務の正常な運営に努めなければならない。また、業務上知り得た会社及び取引先の機密を、"
-    "在職中はもとより退職後においても他に漏らしてはならず、会社の名誉を損なう行為をしてはならない。");
+const QString kHangingText =
+    QStringLiteral("従業員は、会社の定める就業時間中は職務に専念し、上長の指示命令に従い、職場の秩序を保持するとともに、"
+                   "互いに協力して業務の正常な運営に努めなければならない。また、業務上知り得た会社及び取引先の機密を、"
+                   "在職中はもとより退職後においても他に漏らしてはならず、会社の名誉を損なう行為をしてはならない。");
 
 // A short document in the shape of the finished ones: a cover with a big centred
 // title, a page break, a chapter heading, an article with its clauses in hanging
@@ -120,9 +120,9 @@ private slots:
         const QString path = m_dir.filePath(QStringLiteral("sample.docx"));
         typist.save(path);
         const QMap<QString, QByteArray> parts = zipEntries(path);
-        const QStringList expected = {
-            QStringLiteral("[Content_Types].xml"), QStringLiteral("_rels/.rels"), QStringLiteral("word/document.xml"),
-            QStringLiteral("word/_rels/document.xml.rels"), QStringLiteral("word/styles.xml"), QStringLiteral("word/settings.xml")};
+        const QStringList expected = {QStringLiteral("[Content_Types].xml"), QStringLiteral("_rels/.rels"),
+                                      QStringLiteral("word/document.xml"),   QStringLiteral("word/_rels/document.xml.rels"),
+                                      QStringLiteral("word/styles.xml"),     QStringLiteral("word/settings.xml")};
         QStringList names = parts.keys(), expectedNames = expected;
         expectedNames.sort();
         QCOMPARE(names, expectedNames);
@@ -131,7 +131,8 @@ private slots:
             QVERIFY2(it.value().startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"), qPrintable(it.key()));
         }
         const QByteArray types = parts.value(QStringLiteral("[Content_Types].xml"));
-        QVERIFY(types.contains("PartName=\"/word/document.xml\" ContentType=\"application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\""));
+        QVERIFY(types.contains("PartName=\"/word/document.xml\" "
+                               "ContentType=\"application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\""));
         QVERIFY(types.contains("PartName=\"/word/styles.xml\""));
         QVERIFY(types.contains("PartName=\"/word/settings.xml\""));
         QVERIFY(types.contains("Extension=\"rels\""));
@@ -207,9 +208,11 @@ private slots:
         QTest::newRow("form heading 20") << mincho << 20.0 << false << black << true
                                          << QStringList{u"dstrike"_qs, u"sz@val=40"_qs, u"szCs@val=40"_qs};
         QTest::newRow("other font") << u"ＭＳ ゴシック"_qs << 10.5 << false << black << false
-                                    << QStringList{u"rFonts@ascii=ＭＳ ゴシック"_qs, u"rFonts@eastAsia=ＭＳ ゴシック"_qs, u"rFonts@hAnsi=ＭＳ ゴシック"_qs};
+                                    << QStringList{u"rFonts@ascii=ＭＳ ゴシック"_qs, u"rFonts@eastAsia=ＭＳ ゴシック"_qs,
+                                                   u"rFonts@hAnsi=ＭＳ ゴシック"_qs};
         QTest::newRow("everything") << mincho << 12.0 << true << red << true
-                                    << QStringList{u"b"_qs, u"bCs"_qs, u"color@val=FF0000"_qs, u"dstrike"_qs, u"sz@val=24"_qs, u"szCs@val=24"_qs};
+                                    << QStringList{u"b"_qs,       u"bCs"_qs,       u"color@val=FF0000"_qs,
+                                                   u"dstrike"_qs, u"sz@val=24"_qs, u"szCs@val=24"_qs};
     }
     void runFormat()
     {
@@ -249,15 +252,14 @@ private slots:
         QTest::newRow("centre") << int(Align::Center) << 0 << u"center"_qs << QStringList();
         QTest::newRow("right") << int(Align::Right) << 0 << u"right"_qs << QStringList();
         QTest::newRow("項 -1") << int(Align::Left) << -1 << u"left"_qs
-                              << QStringList{u"hanging=210"_qs, u"hangingChars=100"_qs, u"left=210"_qs, u"leftChars=100"_qs};
+                               << QStringList{u"hanging=210"_qs, u"hangingChars=100"_qs, u"left=210"_qs, u"leftChars=100"_qs};
         QTest::newRow("号 -2") << int(Align::Left) << -2 << u"left"_qs
-                              << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
+                               << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
         QTest::newRow("① -3") << int(Align::Left) << -3 << u"left"_qs
-                             << QStringList{u"hanging=630"_qs, u"hangingChars=300"_qs, u"left=630"_qs, u"leftChars=300"_qs};
+                              << QStringList{u"hanging=630"_qs, u"hangingChars=300"_qs, u"left=630"_qs, u"leftChars=300"_qs};
         QTest::newRow("イ -4") << int(Align::Left) << -4 << u"left"_qs
-                             << QStringList{u"hanging=840"_qs, u"hangingChars=400"_qs, u"left=840"_qs, u"leftChars=400"_qs};
-        QTest::newRow("first line +1") << int(Align::Left) << 1 << u"left"_qs
-                                       << QStringList{u"firstLine=210"_qs, u"firstLineChars=100"_qs};
+                               << QStringList{u"hanging=840"_qs, u"hangingChars=400"_qs, u"left=840"_qs, u"leftChars=400"_qs};
+        QTest::newRow("first line +1") << int(Align::Left) << 1 << u"left"_qs << QStringList{u"firstLine=210"_qs, u"firstLineChars=100"_qs};
         QTest::newRow("centred, hanging") << int(Align::Center) << -2 << u"center"_qs
                                           << QStringList{u"hanging=420"_qs, u"hangingChars=200"_qs, u"left=420"_qs, u"leftChars=200"_qs};
     }
@@ -490,18 +492,23 @@ private slots:
         QVERIFY2(firstOnPage2->yMin < 1985 / 20.0 + 18, qPrintable(QString::number(firstOnPage2->yMin)));
 
         // The lines of the clause: from its label to the line before "(2)".
-        const qsizetype head = std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.text.startsWith(u"(1)"); }) - lines.begin();
-        const qsizetype next = std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.text.startsWith(u"(2)"); }) - lines.begin();
+        const qsizetype head =
+            std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.text.startsWith(u"(1)"); }) - lines.begin();
+        const qsizetype next =
+            std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.text.startsWith(u"(2)"); }) - lines.begin();
         QVERIFY2(head < lines.size() && next < lines.size() && next - head >= 3, "the clause should wrap onto several lines");
         // The article's heading is left aligned without indent: it marks the margin.
         const auto article = std::find_if(lines.begin(), lines.end(), [](const PdfLine &l) { return l.text.startsWith(u"第１条"); });
         QVERIFY(article != lines.end());
         const double margin = article->xMin;
         const double twoCharacters = 2 * 10.5;
-        QVERIFY2(qAbs(lines[head].xMin - margin) < 1.0, qPrintable(QStringLiteral("label at %1, margin at %2").arg(lines[head].xMin).arg(margin)));
+        QVERIFY2(qAbs(lines[head].xMin - margin) < 1.0,
+                 qPrintable(QStringLiteral("label at %1, margin at %2").arg(lines[head].xMin).arg(margin)));
         for (qsizetype i = head + 1; i < next; ++i)
-            QVERIFY2(qAbs(lines[i].xMin - (margin + twoCharacters)) < 1.0,
-                     qPrintable(QStringLiteral("wrapped line %1 at %2, expected %3").arg(i - head).arg(lines[i].xMin).arg(margin + twoCharacters)));
+            QVERIFY2(
+                qAbs(lines[i].xMin - (margin + twoCharacters)) < 1.0,
+                qPrintable(
+                    QStringLiteral("wrapped line %1 at %2, expected %3").arg(i - head).arg(lines[i].xMin).arg(margin + twoCharacters)));
     }
 
 private:

@@ -24,9 +24,16 @@ void fillSampleCompany(QSqlDatabase db)
     BasicSettings settings(db);
     QStringList values = settings.load();
     const std::pair<const char *, const char *> sample[] = {
-        {"事業所名", "サンプル株式会社"}, {"所在地1", "東京都千代田区丸の内一丁目1番1号"}, {"tel", "03-5555-0123"},
-        {"使用者職名", "代表取締役"}, {"使用者氏名", "見本太郎"}, {"従業員職名", "営業部主任"}, {"従業員氏名", "山田花子"},
-        {"業種", "小売業"}, {"労働者数", "120"}, {"管轄の労基署", "中央"},
+        {"事業所名", "サンプル株式会社"},
+        {"所在地1", "東京都千代田区丸の内一丁目1番1号"},
+        {"tel", "03-5555-0123"},
+        {"使用者職名", "代表取締役"},
+        {"使用者氏名", "見本太郎"},
+        {"従業員職名", "営業部主任"},
+        {"従業員氏名", "山田花子"},
+        {"業種", "小売業"},
+        {"労働者数", "120"},
+        {"管轄の労基署", "中央"},
     };
     for (const auto &[column, value] : sample)
         values[settingIndex(QString::fromUtf8(column))] = QString::fromUtf8(value);

@@ -53,9 +53,12 @@ void writeBuiltDocuments(QSqlDatabase db)
 {
     execSql(db, QStringLiteral("DELETE FROM 作成データ"));
     execSql(db, QStringLiteral("DELETE FROM 変数テーブル番号"));
-    insertRow(db, QStringLiteral("規程"), {QStringLiteral("1"), kDoc, QStringLiteral("テスト規程"), 0, QStringLiteral("テスト規程"), 1, QStringLiteral("1")});
-    insertRow(db, QStringLiteral("規程"), {QStringLiteral("1"), kOtherDoc, QStringLiteral("他規程"), 0, QStringLiteral("他の規程"), 1, QStringLiteral("1")});
-    insertRow(db, QStringLiteral("規程"), {QStringLiteral("1"), QStringLiteral("72"), QStringLiteral("外規程"), 0, QStringLiteral("外の規程"), 0, QStringLiteral("1")});
+    insertRow(db, QStringLiteral("規程"),
+              {QStringLiteral("1"), kDoc, QStringLiteral("テスト規程"), 0, QStringLiteral("テスト規程"), 1, QStringLiteral("1")});
+    insertRow(db, QStringLiteral("規程"),
+              {QStringLiteral("1"), kOtherDoc, QStringLiteral("他規程"), 0, QStringLiteral("他の規程"), 1, QStringLiteral("1")});
+    insertRow(db, QStringLiteral("規程"),
+              {QStringLiteral("1"), QStringLiteral("72"), QStringLiteral("外規程"), 0, QStringLiteral("外の規程"), 0, QStringLiteral("1")});
     QList<CompositionRow> rows = {
         builtRow(kDoc, QString(), 0),
         builtRow(kDoc, QStringLiteral("01"), 1),
@@ -136,31 +139,54 @@ private slots:
         QTest::addColumn<QString>("expected");
         const QString same = kDoc;
         // Paragraph numbers are the last code's digits here, so the current row's number is its code.
-        QTest::newRow("the paragraph just before: 前項") << "01/0003/03" << "01/0003/02" << same << "前項";
-        QTest::newRow("two paragraphs before") << "01/0003/03" << "01/0003/01" << same << "第１項";
-        QTest::newRow("a paragraph citing itself") << "01/0003/02" << "01/0003/02" << same << "第２項";
-        QTest::newRow("own article keeps the marker") << "01/0003/02" << "01/0003" << same << "◆0001◆";
-        QTest::newRow("the article before, over a chapter boundary") << "02/0004/01" << "01/0003" << same << "前条";
-        QTest::newRow("the article after") << "01/0003/01" << "02/0004" << same << "第４条";
-        QTest::newRow("a paragraph of another article") << "01/0001/01" << "01/0003/02" << same << "第３条第２項";
-        QTest::newRow("a paragraph of the article before") << "02/0004/01" << "01/0003/02" << same << "前条第２項";
-        QTest::newRow("an item of another article") << "01/0001/01" << "01/0003/02/03" << same << "第３条第２項第３号";
-        QTest::newRow("an item of the paragraph before") << "01/0003/03" << "01/0003/02/03" << same << "前項第３号";
-        QTest::newRow("a ① of another article") << "01/0001/01" << "01/0003/02/02/02" << same << "第３条第２項第２号②";
-        QTest::newRow("an イ of another article") << "01/0001/01" << "01/0003/02/02/02/02" << same << "第３条第２項第２号②ロ";
+        QTest::newRow("the paragraph just before: 前項") << "01/0003/03"
+                                                         << "01/0003/02" << same << "前項";
+        QTest::newRow("two paragraphs before") << "01/0003/03"
+                                               << "01/0003/01" << same << "第１項";
+        QTest::newRow("a paragraph citing itself") << "01/0003/02"
+                                                   << "01/0003/02" << same << "第２項";
+        QTest::newRow("own article keeps the marker") << "01/0003/02"
+                                                      << "01/0003" << same << "◆0001◆";
+        QTest::newRow("the article before, over a chapter boundary") << "02/0004/01"
+                                                                     << "01/0003" << same << "前条";
+        QTest::newRow("the article after") << "01/0003/01"
+                                           << "02/0004" << same << "第４条";
+        QTest::newRow("a paragraph of another article") << "01/0001/01"
+                                                        << "01/0003/02" << same << "第３条第２項";
+        QTest::newRow("a paragraph of the article before") << "02/0004/01"
+                                                           << "01/0003/02" << same << "前条第２項";
+        QTest::newRow("an item of another article") << "01/0001/01"
+                                                    << "01/0003/02/03" << same << "第３条第２項第３号";
+        QTest::newRow("an item of the paragraph before") << "01/0003/03"
+                                                         << "01/0003/02/03" << same << "前項第３号";
+        QTest::newRow("a ① of another article") << "01/0001/01"
+                                                << "01/0003/02/02/02" << same << "第３条第２項第２号②";
+        QTest::newRow("an イ of another article") << "01/0001/01"
+                                                  << "01/0003/02/02/02/02" << same << "第３条第２項第２号②ロ";
         // From below the paragraph, the rungs compare the article code with a shorter code:
         // the paragraph comes along even for a neighbour in the same paragraph.
-        QTest::newRow("item to item of the same paragraph") << "01/0003/02/03" << "01/0003/02/02" << same << "第２項第２号";
-        QTest::newRow("① to ① of the same item") << "01/0003/02/02/02" << "01/0003/02/02/01" << same << "第２項第２号①";
-        QTest::newRow("イ to イ of the same ①") << "01/0003/02/02/02/02" << "01/0003/02/02/02/01" << same << "第２項第２号②イ";
-        QTest::newRow("① past twenty") << "01/0001/01" << "01/0003/02/02/03" << same << "第３条第２項第２号●";
-        QTest::newRow("イ past twenty") << "01/0001/01" << "01/0003/02/02/02/03" << same << "第３条第２項第２号②■";
-        QTest::newRow("a chapter of the document") << "01/0001/01" << "02" << same << "第２章";
-        QTest::newRow("the document itself") << "01/0001/01" << "" << same << "テスト規程";
-        QTest::newRow("another document") << "01/0003/02" << "" << kOtherDoc << "他の規程";
-        QTest::newRow("another document's chapter") << "01/0003/02" << "02" << kOtherDoc << "他の規程第２章";
-        QTest::newRow("another document's article: no 前条") << "01/0003/02" << "02/0007" << kOtherDoc << "他の規程第５条";
-        QTest::newRow("another document's paragraph, no chapter in the path") << "01/0003/02" << "02/0007/01" << kOtherDoc << "他の規程第５条第１項";
+        QTest::newRow("item to item of the same paragraph") << "01/0003/02/03"
+                                                            << "01/0003/02/02" << same << "第２項第２号";
+        QTest::newRow("① to ① of the same item") << "01/0003/02/02/02"
+                                                 << "01/0003/02/02/01" << same << "第２項第２号①";
+        QTest::newRow("イ to イ of the same ①") << "01/0003/02/02/02/02"
+                                                << "01/0003/02/02/02/01" << same << "第２項第２号②イ";
+        QTest::newRow("① past twenty") << "01/0001/01"
+                                       << "01/0003/02/02/03" << same << "第３条第２項第２号●";
+        QTest::newRow("イ past twenty") << "01/0001/01"
+                                        << "01/0003/02/02/02/03" << same << "第３条第２項第２号②■";
+        QTest::newRow("a chapter of the document") << "01/0001/01"
+                                                   << "02" << same << "第２章";
+        QTest::newRow("the document itself") << "01/0001/01"
+                                             << "" << same << "テスト規程";
+        QTest::newRow("another document") << "01/0003/02"
+                                          << "" << kOtherDoc << "他の規程";
+        QTest::newRow("another document's chapter") << "01/0003/02"
+                                                    << "02" << kOtherDoc << "他の規程第２章";
+        QTest::newRow("another document's article: no 前条") << "01/0003/02"
+                                                             << "02/0007" << kOtherDoc << "他の規程第５条";
+        QTest::newRow("another document's paragraph, no chapter in the path") << "01/0003/02"
+                                                                              << "02/0007/01" << kOtherDoc << "他の規程第５条第１項";
     }
     void wording()
     {
@@ -208,7 +234,8 @@ private slots:
         addReference(m_db, QStringLiteral("0001"), QStringLiteral("02/0004/01"), kDoc, QStringLiteral("01/0003"));
         addReference(m_db, QStringLiteral("0002"), QStringLiteral("02/0004/01"), kDoc, QStringLiteral("01/0001"));
         ScriptedPrompt prompt;
-        QCOMPARE(numbered(QStringLiteral("02/0004/01"), QStringLiteral("◆0001◆、◆0002◆及び◆0001◆"), prompt), QStringLiteral("前条、第１条及び前条"));
+        QCOMPARE(numbered(QStringLiteral("02/0004/01"), QStringLiteral("◆0001◆、◆0002◆及び◆0001◆"), prompt),
+                 QStringLiteral("前条、第１条及び前条"));
     }
 
     void aRowWithoutTheReferenceFlagIsLeftAlone()

@@ -81,7 +81,9 @@ private slots:
             .clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("別の章の本文"))
             .closing()
             .write(m_company->db);
-        Draft(QStringLiteral("2")).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則"))
+        Draft(QStringLiteral("2"))
+            .document(QStringLiteral("就業規則"))
+            .chapter(QStringLiteral("01"), 1, QStringLiteral("総則"))
             .article(QStringLiteral("0002"), 2, QStringLiteral("別の形式"))
             .write(m_company->db, QStringLiteral("02"));
         const QStringList expected = {
@@ -138,13 +140,17 @@ private slots:
         QTest::addColumn<int>("level");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("項") << int(Level::Paragraph)
-                           << QStringList{QStringLiteral("<i-1>●  前段、中段"), QStringLiteral("<i-1>    後段、末尾"), QStringLiteral("<i-1>●  次")};
+                            << QStringList{QStringLiteral("<i-1>●  前段、中段"), QStringLiteral("<i-1>    後段、末尾"),
+                                           QStringLiteral("<i-1>●  次")};
         QTest::newRow("号") << int(Level::Item)
-                           << QStringList{QStringLiteral("<i-2>(●)  前段、中段"), QStringLiteral("<i-2>      後段、末尾"), QStringLiteral("<i-2>(●)  次")};
+                            << QStringList{QStringLiteral("<i-2>(●)  前段、中段"), QStringLiteral("<i-2>      後段、末尾"),
+                                           QStringLiteral("<i-2>(●)  次")};
         QTest::newRow("①") << int(Level::Maru)
-                           << QStringList{QStringLiteral("<i-3>    ●  前段、中段"), QStringLiteral("<i-3>        後段、末尾"), QStringLiteral("<i-3>    ●  次")};
+                           << QStringList{QStringLiteral("<i-3>    ●  前段、中段"), QStringLiteral("<i-3>        後段、末尾"),
+                                          QStringLiteral("<i-3>    ●  次")};
         QTest::newRow("イ") << int(Level::Iroha)
-                           << QStringList{QStringLiteral("<i-4>      ●  前段、中段"), QStringLiteral("<i-4>          後段、末尾"), QStringLiteral("<i-4>      ●  次")};
+                            << QStringList{QStringLiteral("<i-4>      ●  前段、中段"), QStringLiteral("<i-4>          後段、末尾"),
+                                           QStringLiteral("<i-4>      ●  次")};
     }
     void chains()
     {
@@ -202,18 +208,24 @@ private slots:
     // chain by its own text, at every level.
     void blueRows_data()
     {
-        QTest::addColumn<int>("level"); // 3 for the heading alone
+        QTest::addColumn<int>("level");         // 3 for the heading alone
         QTest::addColumn<QStringList>("texts"); // the head, then the segments running on
         QTest::addColumn<QString>("line");
         const int kou = int(Level::Paragraph), maru = int(Level::Maru), iroha = int(Level::Iroha);
-        QTest::newRow("heading with a word") << int(Level::Article) << QStringList{QStringLiteral("★0001★の扱い")} << QStringLiteral("{blue:第●条（★0001★の扱い）}");
-        QTest::newRow("heading with a setting") << int(Level::Article) << QStringList{QStringLiteral("☆0001☆の扱い")} << QStringLiteral("第●条（☆0001☆の扱い）");
-        QTest::newRow("項 with a word") << kou << QStringList{QStringLiteral("休日は★0002★とする。")} << QStringLiteral("<i-1>{blue:●  休日は★0002★とする。}");
-        QTest::newRow("項 with a reference") << kou << QStringList{QStringLiteral("休日は◆0003◆による。")} << QStringLiteral("<i-1>●  休日は◆0003◆による。");
+        QTest::newRow("heading with a word") << int(Level::Article) << QStringList{QStringLiteral("★0001★の扱い")}
+                                             << QStringLiteral("{blue:第●条（★0001★の扱い）}");
+        QTest::newRow("heading with a setting")
+            << int(Level::Article) << QStringList{QStringLiteral("☆0001☆の扱い")} << QStringLiteral("第●条（☆0001☆の扱い）");
+        QTest::newRow("項 with a word") << kou << QStringList{QStringLiteral("休日は★0002★とする。")}
+                                        << QStringLiteral("<i-1>{blue:●  休日は★0002★とする。}");
+        QTest::newRow("項 with a reference") << kou << QStringList{QStringLiteral("休日は◆0003◆による。")}
+                                             << QStringLiteral("<i-1>●  休日は◆0003◆による。");
         QTest::newRow("項: the head blue, the plain tail black")
-            << kou << QStringList{QStringLiteral("★0001★を"), QStringLiteral("定める。")} << QStringLiteral("<i-1>{blue:●  ★0001★を}定める。");
+            << kou << QStringList{QStringLiteral("★0001★を"), QStringLiteral("定める。")}
+            << QStringLiteral("<i-1>{blue:●  ★0001★を}定める。");
         QTest::newRow("①: the head blue, the plain tail black")
-            << maru << QStringList{QStringLiteral("★0001★を"), QStringLiteral("定める。")} << QStringLiteral("<i-3>{blue:    ●  ★0001★を}定める。");
+            << maru << QStringList{QStringLiteral("★0001★を"), QStringLiteral("定める。")}
+            << QStringLiteral("<i-3>{blue:    ●  ★0001★を}定める。");
         QTest::newRow("イ: a marked tail blue, the next black")
             << iroha << QStringList{QStringLiteral("次の"), QStringLiteral("★0002★"), QStringLiteral("に従う。")}
             << QStringLiteral("<i-4>      ●  次の{blue:★0002★}に従う。");
@@ -231,7 +243,8 @@ private slots:
             return;
         }
         Draft draft = Draft::opening();
-        withParents(draft, Level(level)).clause(Level(level), QStringLiteral("01"), 1, texts.first(), texts.size() > 1 ? QStringLiteral("1") : QString());
+        withParents(draft, Level(level))
+            .clause(Level(level), QStringLiteral("01"), 1, texts.first(), texts.size() > 1 ? QStringLiteral("1") : QString());
         for (qsizetype i = 1; i < texts.size(); ++i)
             draft.segment(QString::number(i + 1), texts[i]);
         draft.clause(Level::Paragraph, QStringLiteral("02"), 2, QStringLiteral("後続"));

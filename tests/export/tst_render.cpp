@@ -106,11 +106,11 @@ private slots:
                                   QStringLiteral("ノルマビル3階"), QStringLiteral("03-5555-0123"), QStringLiteral("代表取締役"),
                                   QStringLiteral("山田太郎"), QStringLiteral("ノルマ労働組合"), QStringLiteral("総務課長"),
                                   QStringLiteral("佐藤花子"), QStringLiteral("販売主任"), QStringLiteral("鈴木一郎"),
-                                  QStringLiteral("小売業"), QStringLiteral("25"), QStringLiteral("13101123456000"),
-                                  QStringLiteral("中央")},
+                                  QStringLiteral("小売業"), QStringLiteral("25"), QStringLiteral("13101123456000"), QStringLiteral("中央")},
                                  QStringLiteral("2"));
         setDates({QStringLiteral("2026-04-01")});
-        execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"), {QStringLiteral("就業規則"), kStyle, kDoc});
+        execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"),
+                {QStringLiteral("就業規則"), kStyle, kDoc});
     }
     void cleanup()
     {
@@ -128,16 +128,26 @@ private slots:
         QTest::addColumn<QString>("remove"); // a table emptied before the run
         QTest::addColumn<QString>("box");
         const int rules = int(ExportKind::Rules), agreement = int(ExportKind::Agreement), filing = int(ExportKind::Filing);
-        QTest::newRow("no style") << rules << QString() << kDoc << QString() << QStringLiteral("文章形式の指定: 文章形式を指定してください。");
-        QTest::newRow("no document") << rules << kStyle << QString() << QString() << QStringLiteral("種別の指定: 規則・規程の種別を指定してください。");
-        QTest::newRow("no document, agreement") << agreement << kStyle << QString() << QString() << QStringLiteral("種別の指定: 規則・規程の種別を指定してください。");
-        QTest::newRow("no rows") << rules << kStyle << QStringLiteral("02") << QString() << QStringLiteral("データの確認: データがありません。");
-        QTest::newRow("rows of the other style only") << rules << QStringLiteral("2") << kDoc << QString() << QStringLiteral("データの確認: データがありません。");
-        QTest::newRow("no rows comes before no dates") << rules << kStyle << QStringLiteral("02") << QStringLiteral("施行日") << QStringLiteral("データの確認: データがありません。");
-        QTest::newRow("no dates") << rules << kStyle << kDoc << QStringLiteral("施行日") << QStringLiteral("データの確認: 日付のデータがありません。");
-        QTest::newRow("no dates, agreement") << agreement << kStyle << kDoc << QStringLiteral("施行日") << QStringLiteral("データの確認: 日付のデータがありません。");
-        QTest::newRow("no settings") << rules << kStyle << kDoc << QStringLiteral("企業情報") << QStringLiteral("データの確認: 基本設定のデータがありません。");
-        QTest::newRow("filing forms without settings") << filing << QString() << QString() << QStringLiteral("企業情報") << QStringLiteral("データの確認: 基本設定のデータがありません。");
+        QTest::newRow("no style") << rules << QString() << kDoc << QString()
+                                  << QStringLiteral("文章形式の指定: 文章形式を指定してください。");
+        QTest::newRow("no document") << rules << kStyle << QString() << QString()
+                                     << QStringLiteral("種別の指定: 規則・規程の種別を指定してください。");
+        QTest::newRow("no document, agreement")
+            << agreement << kStyle << QString() << QString() << QStringLiteral("種別の指定: 規則・規程の種別を指定してください。");
+        QTest::newRow("no rows") << rules << kStyle << QStringLiteral("02") << QString()
+                                 << QStringLiteral("データの確認: データがありません。");
+        QTest::newRow("rows of the other style only")
+            << rules << QStringLiteral("2") << kDoc << QString() << QStringLiteral("データの確認: データがありません。");
+        QTest::newRow("no rows comes before no dates")
+            << rules << kStyle << QStringLiteral("02") << QStringLiteral("施行日") << QStringLiteral("データの確認: データがありません。");
+        QTest::newRow("no dates") << rules << kStyle << kDoc << QStringLiteral("施行日")
+                                  << QStringLiteral("データの確認: 日付のデータがありません。");
+        QTest::newRow("no dates, agreement") << agreement << kStyle << kDoc << QStringLiteral("施行日")
+                                             << QStringLiteral("データの確認: 日付のデータがありません。");
+        QTest::newRow("no settings") << rules << kStyle << kDoc << QStringLiteral("企業情報")
+                                     << QStringLiteral("データの確認: 基本設定のデータがありません。");
+        QTest::newRow("filing forms without settings") << filing << QString() << QString() << QStringLiteral("企業情報")
+                                                       << QStringLiteral("データの確認: 基本設定のデータがありません。");
     }
     void openingChecks()
     {
@@ -215,13 +225,14 @@ private slots:
             .article(QStringLiteral("0002"), 2, QStringLiteral("適用範囲"))
             .closing()
             .write(m_db);
-        execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"), {QStringLiteral("株式会社ノルマ就業規則"), kStyle, kDoc});
+        execSql(m_db, QStringLiteral("UPDATE 規程 SET 正式名称 = ? WHERE 文章形式Code = ? AND Code = ?"),
+                {QStringLiteral("株式会社ノルマ就業規則"), kStyle, kDoc});
         const QStringList typed = render({ExportKind::Rules, CoverChoice::TocOnly, true, false});
         const QStringList expected = {
             QStringLiteral("<C>{18pt:目　次}"),
             QStringLiteral("<C>"),
             QStringLiteral("{12pt:株式会社ノルマ就業規則}"), // the formal name, not the body's title
-            QStringLiteral("　第１条（目的）"),            // chapter 00 has no line
+            QStringLiteral("　第１条（目的）"),              // chapter 00 has no line
             QStringLiteral("第１章  総則"),
             QStringLiteral("　第２条（適用範囲）"),
             QStringLiteral("<改ページ>"),
@@ -278,7 +289,11 @@ private slots:
     {
         QFETCH(QString, chapterCode);
         QFETCH(QStringList, expected);
-        Draft().document(QStringLiteral("就業規則")).chapter(chapterCode, 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft()
+            .document(QStringLiteral("就業規則"))
+            .chapter(chapterCode, 1, QStringLiteral("総則"))
+            .article(QStringLiteral("0001"), 1, QStringLiteral("目的"))
+            .write(m_db);
         QCOMPARE(render(bodyOnly()).mid(0, expected.size()), expected);
     }
 
@@ -350,13 +365,17 @@ private slots:
         QTest::addColumn<int>("level");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("項") << int(Level::Paragraph)
-                           << QStringList{QStringLiteral("<i-1>１  前段、中段"), QStringLiteral("<i-1>    後段"), QStringLiteral("<i-1>２  次")};
+                            << QStringList{QStringLiteral("<i-1>１  前段、中段"), QStringLiteral("<i-1>    後段"),
+                                           QStringLiteral("<i-1>２  次")};
         QTest::newRow("号") << int(Level::Item)
-                           << QStringList{QStringLiteral("<i-2> (1)  前段、中段"), QStringLiteral("<i-2>      後段"), QStringLiteral("<i-2> (2)  次")};
+                            << QStringList{QStringLiteral("<i-2> (1)  前段、中段"), QStringLiteral("<i-2>      後段"),
+                                           QStringLiteral("<i-2> (2)  次")};
         QTest::newRow("①") << int(Level::Maru)
-                           << QStringList{QStringLiteral("<i-3>    ①  前段、中段"), QStringLiteral("<i-3>        後段"), QStringLiteral("<i-3>    ②  次")};
+                           << QStringList{QStringLiteral("<i-3>    ①  前段、中段"), QStringLiteral("<i-3>        後段"),
+                                          QStringLiteral("<i-3>    ②  次")};
         QTest::newRow("イ") << int(Level::Iroha)
-                           << QStringList{QStringLiteral("<i-4>      イ  前段、中段"), QStringLiteral("<i-4>          後段"), QStringLiteral("<i-4>      ロ  次")};
+                            << QStringList{QStringLiteral("<i-4>      イ  前段、中段"), QStringLiteral("<i-4>          後段"),
+                                           QStringLiteral("<i-4>      ロ  次")};
     }
     void chains()
     {
@@ -404,12 +423,18 @@ private slots:
         QTest::addColumn<QString>("line");
         const QString marked = QStringLiteral("★0001★を");
         const QString plain = QStringLiteral("次の");
-        QTest::newRow("項: the head blue, the plain tail black") << int(Level::Paragraph) << marked << QStringLiteral("定める。") << QStringLiteral("<i-1>{blue:１  ★0001★を}定める。");
-        QTest::newRow("項: a marked tail blue") << int(Level::Paragraph) << plain << QStringLiteral("◆0001◆") << QStringLiteral("<i-1>１  次の{blue:◆0001◆}");
-        QTest::newRow("号: the head blue, the plain tail black") << int(Level::Item) << marked << QStringLiteral("定める。") << QStringLiteral("<i-2>{blue: (1)  ★0001★を}定める。");
-        QTest::newRow("①: the tail keeps the head's blue") << int(Level::Maru) << marked << QStringLiteral("定める。") << QStringLiteral("<i-3>{blue:    ①  ★0001★を定める。}");
-        QTest::newRow("①: a marked tail keeps the head's black") << int(Level::Maru) << plain << QStringLiteral("☆0001☆") << QStringLiteral("<i-3>    ①  次の☆0001☆");
-        QTest::newRow("イ: the tail keeps the head's blue") << int(Level::Iroha) << marked << QStringLiteral("定める。") << QStringLiteral("<i-4>{blue:      イ  ★0001★を定める。}");
+        QTest::newRow("項: the head blue, the plain tail black")
+            << int(Level::Paragraph) << marked << QStringLiteral("定める。") << QStringLiteral("<i-1>{blue:１  ★0001★を}定める。");
+        QTest::newRow("項: a marked tail blue")
+            << int(Level::Paragraph) << plain << QStringLiteral("◆0001◆") << QStringLiteral("<i-1>１  次の{blue:◆0001◆}");
+        QTest::newRow("号: the head blue, the plain tail black")
+            << int(Level::Item) << marked << QStringLiteral("定める。") << QStringLiteral("<i-2>{blue: (1)  ★0001★を}定める。");
+        QTest::newRow("①: the tail keeps the head's blue")
+            << int(Level::Maru) << marked << QStringLiteral("定める。") << QStringLiteral("<i-3>{blue:    ①  ★0001★を定める。}");
+        QTest::newRow("①: a marked tail keeps the head's black")
+            << int(Level::Maru) << plain << QStringLiteral("☆0001☆") << QStringLiteral("<i-3>    ①  次の☆0001☆");
+        QTest::newRow("イ: the tail keeps the head's blue")
+            << int(Level::Iroha) << marked << QStringLiteral("定める。") << QStringLiteral("<i-4>{blue:      イ  ★0001★を定める。}");
     }
     void segmentColours()
     {
@@ -432,7 +457,8 @@ private slots:
             .clause(Level::Paragraph, QStringLiteral("02"), 2, QStringLiteral("休日は日曜日とする。"))
             .write(m_db);
         const QStringList expected = {QString(), QStringLiteral("{blue:第２条（☆0001☆の休日）}"),
-                                      QStringLiteral("<i-1>{blue:１  休日は◆0003◆による。}"), QStringLiteral("<i-1>２  休日は日曜日とする。")};
+                                      QStringLiteral("<i-1>{blue:１  休日は◆0003◆による。}"),
+                                      QStringLiteral("<i-1>２  休日は日曜日とする。")};
         QCOMPARE(clauseLines(render(bodyOnly())), expected);
     }
 
@@ -473,7 +499,8 @@ private slots:
             .segment(QStringLiteral("3"), QStringLiteral("飛んだ"))
             .write(m_db);
         const QStringList typed = render(bodyOnly());
-        QCOMPARE(clauseLines(typed), (QStringList{QStringLiteral("<i-1>１  本文"), QStringLiteral("<i-1>"), QStringLiteral("<i-1>２  前段"), QStringLiteral("<i-1>")}));
+        QCOMPARE(clauseLines(typed), (QStringList{QStringLiteral("<i-1>１  本文"), QStringLiteral("<i-1>"), QStringLiteral("<i-1>２  前段"),
+                                                  QStringLiteral("<i-1>")}));
         QVERIFY(!typed.join(u'\n').contains(QStringLiteral("迷子")));
         QVERIFY(!typed.join(u'\n').contains(QStringLiteral("飛んだ")));
     }
@@ -484,12 +511,18 @@ private slots:
         QTest::addColumn<int>("level");
         QTest::addColumn<QString>("warning");
         const int rules = int(ExportKind::Rules), agreement = int(ExportKind::Agreement);
-        QTest::newRow("号, rules") << rules << int(Level::Item) << QStringLiteral("<i-2>{red:          ◆◆◆「号」が１つだけです（本行は必ず削除してください）◆◆ }");
-        QTest::newRow("①, rules") << rules << int(Level::Maru) << QStringLiteral("<i-3>{red:          ◆◆◆「①」が１つだけです（本行は必ず削除してください）◆◆ }");
-        QTest::newRow("イ, rules") << rules << int(Level::Iroha) << QStringLiteral("<i-4>{red:          ◆◆◆「イ」が１つだけです（本行は必ず削除してください）◆◆ }");
-        QTest::newRow("号, agreement") << agreement << int(Level::Item) << QStringLiteral("<i-2>{red:          ◆◆「号」が１つだけです（本行は必ず削除してください）◆◆ }");
-        QTest::newRow("①, agreement") << agreement << int(Level::Maru) << QStringLiteral("<i-3>{red:          ◆◆「①」が１つだけです（本行は必ず削除してください）◆◆ }");
-        QTest::newRow("イ, agreement") << agreement << int(Level::Iroha) << QStringLiteral("<i-4>{red:          ◆◆「イ」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("号, rules") << rules << int(Level::Item)
+                                   << QStringLiteral("<i-2>{red:          ◆◆◆「号」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("①, rules") << rules << int(Level::Maru)
+                                  << QStringLiteral("<i-3>{red:          ◆◆◆「①」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("イ, rules") << rules << int(Level::Iroha)
+                                   << QStringLiteral("<i-4>{red:          ◆◆◆「イ」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("号, agreement") << agreement << int(Level::Item)
+                                       << QStringLiteral("<i-2>{red:          ◆◆「号」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("①, agreement") << agreement << int(Level::Maru)
+                                      << QStringLiteral("<i-3>{red:          ◆◆「①」が１つだけです（本行は必ず削除してください）◆◆ }");
+        QTest::newRow("イ, agreement") << agreement << int(Level::Iroha)
+                                       << QStringLiteral("<i-4>{red:          ◆◆「イ」が１つだけです（本行は必ず削除してください）◆◆ }");
     }
     void loneItemWarning()
     {
@@ -500,7 +533,8 @@ private slots:
         Draft draft = Draft::opening();
         for (int parent = int(Level::Paragraph); parent < level; ++parent)
             draft.clause(Level(parent), QStringLiteral("01"), 1, QStringLiteral("上位"));
-        draft.clause(Level(level), QStringLiteral("01"), 1, QStringLiteral("唯一"), QStringLiteral("1")).segment(QStringLiteral("2"), QStringLiteral("の項目"), true);
+        draft.clause(Level(level), QStringLiteral("01"), 1, QStringLiteral("唯一"), QStringLiteral("1"))
+            .segment(QStringLiteral("2"), QStringLiteral("の項目"), true);
         for (int parent = level - 1; parent >= int(Level::Paragraph); --parent)
             draft.clause(Level(parent), QStringLiteral("02"), 2, QStringLiteral("兄弟"));
         draft.closing().write(m_db);
@@ -544,7 +578,7 @@ private slots:
         QTest::newRow("one date") << QStringLiteral("1") << QStringList{QStringLiteral("2026-04-01")}
                                   << QStringList{QStringLiteral("付則　この規則は令和08年4月1日から施行する。")};
         QTest::newRow("ですます調") << QStringLiteral("2") << QStringList{QStringLiteral("2026-04-01")}
-                                   << QStringList{QStringLiteral("付則　この規則は令和08年4月1日から施行します。")};
+                                    << QStringList{QStringLiteral("付則　この規則は令和08年4月1日から施行します。")};
         QTest::newRow("three dates, the later two revisions oldest first")
             << QStringLiteral("1") << QStringList{QStringLiteral("2028-04-01"), QStringLiteral("2009-01-01"), QStringLiteral("2026-10-15")}
             << QStringList{QStringLiteral("付則　この規則は平成21年1月1日から施行する。"), QStringLiteral("　　　令和08年10月15日改訂"),
@@ -556,7 +590,11 @@ private slots:
         QFETCH(QStringList, dates);
         QFETCH(QStringList, expected);
         setDates(dates);
-        Draft(style).document(QStringLiteral("就業規則")).chapter(QStringLiteral("01"), 1, QStringLiteral("総則")).article(QStringLiteral("0001"), 1, QStringLiteral("目的")).write(m_db);
+        Draft(style)
+            .document(QStringLiteral("就業規則"))
+            .chapter(QStringLiteral("01"), 1, QStringLiteral("総則"))
+            .article(QStringLiteral("0001"), 1, QStringLiteral("目的"))
+            .write(m_db);
         const QStringList typed = render(bodyOnly(), style);
         QCOMPARE(m_outcome, Outcome::Done);
         QCOMPARE(typed.mid(typed.size() - expected.size()), expected);
@@ -610,9 +648,12 @@ private slots:
         QTest::addColumn<QString>("party");
         QTest::addColumn<QStringList>("workersLines");
         const QString b20(20, QChar(u'　'));
-        QTest::newRow("労働組合") << QStringLiteral("1") << QStringList{b20 + QStringLiteral("ノルマ労働組合"), b20 + QStringLiteral("総務課長　佐藤花子　印")};
-        QTest::newRow("従業員代表: the company's name first, no title") << QStringLiteral("2") << QStringList{b20 + QStringLiteral("株式会社ノルマ"), b20 + QStringLiteral("労働代表者　佐藤花子　印")};
-        QTest::newRow("パート代表") << QStringLiteral("3") << QStringList{b20 + QStringLiteral("株式会社ノルマ"), b20 + QStringLiteral("労働代表者　鈴木一郎　印")};
+        QTest::newRow("労働組合") << QStringLiteral("1")
+                                  << QStringList{b20 + QStringLiteral("ノルマ労働組合"), b20 + QStringLiteral("総務課長　佐藤花子　印")};
+        QTest::newRow("従業員代表: the company's name first, no title")
+            << QStringLiteral("2") << QStringList{b20 + QStringLiteral("株式会社ノルマ"), b20 + QStringLiteral("労働代表者　佐藤花子　印")};
+        QTest::newRow("パート代表") << QStringLiteral(
+            "3") << QStringList{b20 + QStringLiteral("株式会社ノルマ"), b20 + QStringLiteral("労働代表者　鈴木一郎　印")};
         QTest::newRow("unknown party: neither line") << QStringLiteral("4") << QStringList{};
     }
     void signatureBlock()
@@ -620,7 +661,10 @@ private slots:
         QFETCH(QString, party);
         QFETCH(QStringList, workersLines);
         setParty(party);
-        Draft::opening().clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("時間外労働は月45時間以内とする。")).closing().write(m_db);
+        Draft::opening()
+            .clause(Level::Paragraph, QStringLiteral("01"), 1, QStringLiteral("時間外労働は月45時間以内とする。"))
+            .closing()
+            .write(m_db);
         const QString b20(20, QChar(u'　'));
         // The paragraphs take the hanging indent of the last clause, as a new
         // paragraph takes the format of the one before it; on one line it shows nothing.
@@ -722,9 +766,11 @@ private slots:
         QTest::addColumn<QString>("heading");
         QTest::addColumn<QString>("sentence");
         QTest::newRow("作成") << false << QStringLiteral("<C>{20pt:就業規則}{20pt dstrike:（変更）}{20pt:届}")
-                            << QStringLiteral("{12pt:　今回、別添のとおり当社の就業規則を作成}{12pt dstrike:・変更}{12pt:しましたので、}");
+                              << QStringLiteral(
+                                     "{12pt:　今回、別添のとおり当社の就業規則を作成}{12pt dstrike:・変更}{12pt:しましたので、}");
         QTest::newRow("変更") << true << QStringLiteral("<C>{20pt:就業規則（変更）届}")
-                            << QStringLiteral("{12pt:　今回、別添のとおり当社の就業規則を}{12pt dstrike:作成・}{12pt:変更しましたので、}");
+                              << QStringLiteral(
+                                     "{12pt:　今回、別添のとおり当社の就業規則を}{12pt dstrike:作成・}{12pt:変更しましたので、}");
     }
     void filingChangeOrMaking()
     {
@@ -742,18 +788,21 @@ private slots:
         QTest::addColumn<QString>("secondLine");
         QTest::addColumn<QStringList>("expected"); // from the 所在地 line to the ＴＥＬ line
         const QString tel = QStringLiteral("{12pt:　　　ＴＥＬ　　03-5555-0123}");
-        QTest::newRow("postcode and two lines")
-            << QStringLiteral("100-0001") << QStringLiteral("ノルマビル3階")
-            << QStringList{QStringLiteral("{12pt:　　　所在地　　100-0001}"), QStringLiteral("{12pt:　　　　　　　　東京都千代田区千代田1-1}"),
-                           QStringLiteral("{12pt:　　　　　　　　ノルマビル3階}"), QString(), tel};
-        QTest::newRow("postcode, one line")
-            << QStringLiteral("100-0001") << QString()
-            << QStringList{QStringLiteral("{12pt:　　　所在地　　100-0001}"), QStringLiteral("{12pt:　　　　　　　　東京都千代田区千代田1-1}"), QString(), tel};
+        QTest::newRow("postcode and two lines") << QStringLiteral("100-0001") << QStringLiteral("ノルマビル3階")
+                                                << QStringList{QStringLiteral("{12pt:　　　所在地　　100-0001}"),
+                                                               QStringLiteral("{12pt:　　　　　　　　東京都千代田区千代田1-1}"),
+                                                               QStringLiteral("{12pt:　　　　　　　　ノルマビル3階}"), QString(), tel};
+        QTest::newRow("postcode, one line") << QStringLiteral("100-0001") << QString()
+                                            << QStringList{QStringLiteral("{12pt:　　　所在地　　100-0001}"),
+                                                           QStringLiteral("{12pt:　　　　　　　　東京都千代田区千代田1-1}"), QString(),
+                                                           tel};
         QTest::newRow("no postcode: the address on the 所在地 line")
             << QString() << QStringLiteral("ノルマビル3階")
-            << QStringList{QStringLiteral("{12pt:　　　所在地　　東京都千代田区千代田1-1}"), QStringLiteral("{12pt:　　　　　　　　ノルマビル3階}"), QString(), tel};
-        QTest::newRow("no postcode, one line")
-            << QString() << QString() << QStringList{QStringLiteral("{12pt:　　　所在地　　東京都千代田区千代田1-1}"), QString(), tel};
+            << QStringList{QStringLiteral("{12pt:　　　所在地　　東京都千代田区千代田1-1}"),
+                           QStringLiteral("{12pt:　　　　　　　　ノルマビル3階}"), QString(), tel};
+        QTest::newRow("no postcode, one line") << QString() << QString()
+                                               << QStringList{QStringLiteral("{12pt:　　　所在地　　東京都千代田区千代田1-1}"), QString(),
+                                                              tel};
     }
     void filingAddress()
     {
@@ -825,7 +874,8 @@ private slots:
         setSetting(QStringLiteral("使用者氏名"), QStringLiteral("☆0007☆"));
         setSetting(QStringLiteral("業種"), QString());
         const QStringList typed = render({ExportKind::Filing, CoverChoice::Both, true, false}, QString(), QString());
-        QCOMPARE(linesFrom(typed, QStringLiteral("代表者職氏名"), 1), QStringList{QStringLiteral("{12pt blue:代表者職氏名　　代表取締役　☆0007☆　印}")});
+        QCOMPARE(linesFrom(typed, QStringLiteral("代表者職氏名"), 1),
+                 QStringList{QStringLiteral("{12pt blue:代表者職氏名　　代表取締役　☆0007☆　印}")});
         QCOMPARE(linesFrom(typed, QStringLiteral("業種"), 1), QStringList{QStringLiteral("{12pt:　　　　業種　　}")});
     }
 
@@ -840,14 +890,16 @@ private slots:
         for (int a = 1; a <= 1000; ++a) {
             draft.article(QStringLiteral("%1").arg(a, 4, 10, QChar(u'0')), a, QStringLiteral("条"));
             for (int k = 1; k <= 4; ++k) {
-                draft.clause(Level::Paragraph, QStringLiteral("%1").arg(k, 2, 10, QChar(u'0')), k, QStringLiteral("項"), QStringLiteral("1"))
+                draft
+                    .clause(Level::Paragraph, QStringLiteral("%1").arg(k, 2, 10, QChar(u'0')), k, QStringLiteral("項"), QStringLiteral("1"))
                     .segment(QStringLiteral("2"), QStringLiteral("続き"))
                     .segment(QStringLiteral("3"), QStringLiteral("改行"), true);
                 for (int g = 1; g <= 2; ++g)
                     draft.clause(Level::Item, QStringLiteral("%1").arg(g, 2, 10, QChar(u'0')), g, QStringLiteral("号"));
             }
             for (int m = 1; m <= 4; ++m)
-                draft.clause(Level::Maru, QStringLiteral("01"), 1, QStringLiteral("丸"), QStringLiteral("1")).segment(QStringLiteral("2"), QStringLiteral("続き"));
+                draft.clause(Level::Maru, QStringLiteral("01"), 1, QStringLiteral("丸"), QStringLiteral("1"))
+                    .segment(QStringLiteral("2"), QStringLiteral("続き"));
             draft.clause(Level::Maru, QStringLiteral("01"), 1, QStringLiteral("丸"));
         }
         draft.closing();
@@ -874,7 +926,8 @@ private slots:
         QCOMPARE(outcome, Outcome::Failed);
         QCOMPARE(m_prompt.lines(), QStringList{kProgramTitle + QStringLiteral(": 文書に書き込めません。")});
         // What was typed before the failure stays.
-        QCOMPARE(typist.lines(), (QStringList{QStringLiteral("<C>{14pt bold:就業規則}"), QStringLiteral("<C>"), QStringLiteral("<C>{bold:第１章  総則}"), QStringLiteral("<C>")}));
+        QCOMPARE(typist.lines(), (QStringList{QStringLiteral("<C>{14pt bold:就業規則}"), QStringLiteral("<C>"),
+                                              QStringLiteral("<C>{bold:第１章  総則}"), QStringLiteral("<C>")}));
     }
 
     // The cover and the contents name the document by its 規程 row.

@@ -90,35 +90,36 @@ private slots:
         dates.add(kStyle, QDate(2025, 4, 1));
         dates.add(kStyle, QDate(2026, 4, 1));
         writeRows(db, {
-            row(Level::Document, {}, QStringLiteral("☆0001☆の規程")),
-            row(Level::Preamble, {}, QStringLiteral("☆0001☆は★0001★を定める。")),
-            row(Level::Chapter, {QStringLiteral("01")}, QStringLiteral("☆0001☆")),
-            row(Level::Article, first.mid(0, 2), QStringLiteral("★0001★")),
-            row(Level::Paragraph, first, QStringLiteral("★0001★前までに★0001★")),
-            row(Level::Paragraph, second, QStringLiteral("★0001★前、★0002★")),
-            row(Level::Item, item, QStringLiteral("★0002★の承認")),
-            row(Level::Paragraph, first, QStringLiteral("★0001★と☆0001☆"), false),
-            row(Level::Paragraph, first, QStringLiteral("☆0002☆、☆0030☆施行")),
-            row(Level::Paragraph, first, QStringLiteral("番号0012のみ")),
-        });
+                          row(Level::Document, {}, QStringLiteral("☆0001☆の規程")),
+                          row(Level::Preamble, {}, QStringLiteral("☆0001☆は★0001★を定める。")),
+                          row(Level::Chapter, {QStringLiteral("01")}, QStringLiteral("☆0001☆")),
+                          row(Level::Article, first.mid(0, 2), QStringLiteral("★0001★")),
+                          row(Level::Paragraph, first, QStringLiteral("★0001★前までに★0001★")),
+                          row(Level::Paragraph, second, QStringLiteral("★0001★前、★0002★")),
+                          row(Level::Item, item, QStringLiteral("★0002★の承認")),
+                          row(Level::Paragraph, first, QStringLiteral("★0001★と☆0001☆"), false),
+                          row(Level::Paragraph, first, QStringLiteral("☆0002☆、☆0030☆施行")),
+                          row(Level::Paragraph, first, QStringLiteral("番号0012のみ")),
+                      });
 
         ScriptedPrompt prompt;
         QCOMPARE(SettingSubstitution(db, prompt).run(kStyle, kDoc), Outcome::Done);
         QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理完了: 置換処理が完了しました。")});
-        QCOMPARE(textAt(db, 1), QStringLiteral("☆0001☆の規程"));             // the document, chapter and article rows stay
+        QCOMPARE(textAt(db, 1), QStringLiteral("☆0001☆の規程"));                   // the document, chapter and article rows stay
         QCOMPARE(textAt(db, 2), QStringLiteral("株式会社見本は★0001★を定める。")); // a preamble takes settings, not words
         QCOMPARE(textAt(db, 3), QStringLiteral("☆0001☆"));
         QCOMPARE(textAt(db, 4), QStringLiteral("★0001★"));
-        QCOMPARE(textAt(db, 5), QStringLiteral("３０日前までに３０日"));       // every occurrence, the clause's own word
-        QCOMPARE(textAt(db, 6), QStringLiteral("１４日前、店長"));             // a paragraph sees the words of its items too
+        QCOMPARE(textAt(db, 5), QStringLiteral("３０日前までに３０日")); // every occurrence, the clause's own word
+        QCOMPARE(textAt(db, 6), QStringLiteral("１４日前、店長"));       // a paragraph sees the words of its items too
         QCOMPARE(textAt(db, 7), QStringLiteral("店長の承認"));
-        QCOMPARE(textAt(db, 8), QStringLiteral("★0001★と☆0001☆"));           // a row without words keeps all
+        QCOMPARE(textAt(db, 8), QStringLiteral("★0001★と☆0001☆"));             // a row without words keeps all
         QCOMPARE(textAt(db, 9), QStringLiteral("☆0002☆、令和08年4月1日施行")); // an empty setting stays; the later date
         QCOMPARE(textAt(db, 10), QStringLiteral("番号0012のみ"));
 
         // A second run changes nothing more, until a setting is filled in.
         prompt.clear();
-        saveSettings(db, {{QStringLiteral("事業所名"), QStringLiteral("株式会社見本")}, {QStringLiteral("郵便番号"), QStringLiteral("100-0001")}});
+        saveSettings(
+            db, {{QStringLiteral("事業所名"), QStringLiteral("株式会社見本")}, {QStringLiteral("郵便番号"), QStringLiteral("100-0001")}});
         SettingSubstitution(db, prompt).run(kStyle, kDoc);
         QCOMPARE(textAt(db, 9), QStringLiteral("100-0001、令和08年4月1日施行"));
         QCOMPARE(textAt(db, 5), QStringLiteral("３０日前までに３０日"));
@@ -131,11 +132,18 @@ private slots:
         QTest::addColumn<QString>("segment");
         QTest::addColumn<QString>("expected");
         const QString segment = QStringLiteral("労働者の過半数を代表する者☆0010☆と");
-        QTest::newRow("union") << "2" << "1" << segment << "第一労働組合（以下「組合」と称する。）";
-        QTest::newRow("employees' representative") << "2" << "2" << segment << "山田太郎（以下「組合」と称する。）";
-        QTest::newRow("part-timers' representative, setting empty") << "2" << "3" << segment << "☆0012☆（以下「組合」と称する。）";
-        QTest::newRow("no marker of a side: untouched") << "2" << "1" << "労働者代表と" << "労働者代表と";
-        QTest::newRow("not an agreement: untouched") << "1" << "1" << segment << "労働者の過半数を代表する者山田太郎と";
+        QTest::newRow("union") << "2"
+                               << "1" << segment << "第一労働組合（以下「組合」と称する。）";
+        QTest::newRow("employees' representative") << "2"
+                                                   << "2" << segment << "山田太郎（以下「組合」と称する。）";
+        QTest::newRow("part-timers' representative, setting empty") << "2"
+                                                                    << "3" << segment << "☆0012☆（以下「組合」と称する。）";
+        QTest::newRow("no marker of a side: untouched") << "2"
+                                                        << "1"
+                                                        << "労働者代表と"
+                                                        << "労働者代表と";
+        QTest::newRow("not an agreement: untouched") << "1"
+                                                     << "1" << segment << "労働者の過半数を代表する者山田太郎と";
     }
     void roushi()
     {
@@ -146,12 +154,16 @@ private slots:
         OpenCompany company;
         QSqlDatabase db = company.db;
         addDocument(db, kind);
-        saveSettings(db, {{QStringLiteral("労働組合名"), QStringLiteral("第一労働組合")}, {QStringLiteral("従業員氏名"), QStringLiteral("山田太郎")}}, representative);
+        saveSettings(
+            db,
+            {{QStringLiteral("労働組合名"), QStringLiteral("第一労働組合")}, {QStringLiteral("従業員氏名"), QStringLiteral("山田太郎")}},
+            representative);
         EffectiveDates(db, kDoc).add(kStyle, QDate(2026, 4, 1));
         // The paragraph that calls the side by its short name, and the short name.
         const QStringList paragraph = {QStringLiteral("00"), QStringLiteral("0001"), QStringLiteral("01")};
-        insertRow(db, QStringLiteral("項"), {kStyle, kDoc, paragraph[0], paragraph[1], paragraph[2], QStringLiteral("会社と★0009★は、"), QStringLiteral("0"), 0,
-                                            QStringLiteral("0"), 1, 0, 0, 1, QStringLiteral("0")});
+        insertRow(db, QStringLiteral("項"),
+                  {kStyle, kDoc, paragraph[0], paragraph[1], paragraph[2], QStringLiteral("会社と★0009★は、"), QStringLiteral("0"), 0,
+                   QStringLiteral("0"), 1, 0, 0, 1, QStringLiteral("0")});
         addWord(db, QStringLiteral("0009"), QStringLiteral("組合"), paragraph, QStringLiteral("4"));
         CompositionRow side = row(Level::Preamble, {}, segment);
         side.join = QStringLiteral("3");
@@ -169,9 +181,10 @@ private slots:
         QTest::addColumn<bool>("targetBuilt");
         QTest::addColumn<QStringList>("messages");
         QTest::newRow("no effective date") << false << true << QStringList{QStringLiteral("データの確認: 日付のデータがありません。")};
-        QTest::newRow("the cited document not built") << true << false
-                                                       << QStringList{QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。\n◆0001◆◆0001◆◆0002◆\n"
-                                                                                     "先に参照先の規則・規程等を作成してください。")};
+        QTest::newRow("the cited document not built")
+            << true << false
+            << QStringList{QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。\n◆0001◆◆0001◆◆0002◆\n"
+                                          "先に参照先の規則・規程等を作成してください。")};
     }
     void checksBeforeAnything()
     {
@@ -186,16 +199,18 @@ private slots:
             EffectiveDates(db, kDoc).add(kStyle, QDate(2026, 4, 1));
         const QStringList place = {QStringLiteral("01"), QStringLiteral("0001"), QStringLiteral("01")};
         for (const QString &code : {QStringLiteral("0001"), QStringLiteral("0002")}) {
-            insertRow(db, QStringLiteral("変数テーブル番号"), {code, kDoc, place[0], place[1], place[2], QString(), QString(), QString(), QString(), QStringLiteral("4"),
-                                                            QStringLiteral("71"), QStringLiteral("01"), QStringLiteral("0005"), QString(), QString(), QString(), QString(),
-                                                            QString(), QStringLiteral("3")});
+            insertRow(db, QStringLiteral("変数テーブル番号"),
+                      {code, kDoc, place[0], place[1], place[2], QString(), QString(), QString(), QString(), QStringLiteral("4"),
+                       QStringLiteral("71"), QStringLiteral("01"), QStringLiteral("0005"), QString(), QString(), QString(), QString(),
+                       QString(), QStringLiteral("3")});
         }
         if (targetBuilt) {
             CompositionRow target = row(Level::Article, {QStringLiteral("01"), QStringLiteral("0005")}, QStringLiteral("条"));
             target.document = QStringLiteral("71");
             insertWorkRows(db, kOutputRowsTable, {target});
         }
-        writeRows(db, {row(Level::Paragraph, place, QStringLiteral("☆0001☆は◆0001◆")), row(Level::Paragraph, place, QStringLiteral("◆0001◆及び◆0002◆"))});
+        writeRows(db, {row(Level::Paragraph, place, QStringLiteral("☆0001☆は◆0001◆")),
+                       row(Level::Paragraph, place, QStringLiteral("◆0001◆及び◆0002◆"))});
         ScriptedPrompt prompt;
         QCOMPARE(SettingSubstitution(db, prompt).run(kStyle, kDoc), Outcome::Stopped);
         QCOMPARE(prompt.lines(), messages);

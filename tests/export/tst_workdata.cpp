@@ -15,7 +15,7 @@ namespace {
 const QString kWorkRules = QStringLiteral("01");
 const QString kDearu = QStringLiteral("1");
 const QString kDesumasu = QStringLiteral("2");
-}
+} // namespace
 
 class WorkDataTest : public QObject {
     Q_OBJECT
@@ -29,8 +29,12 @@ private slots:
 
         const QList<CompositionRow> frozen = readWorkRows(company.db, kFrozenRowsTable, kDearu, kWorkRules);
         const QList<CompositionRow> output = readWorkRows(company.db, kOutputRowsTable, kDearu, kWorkRules);
-        const int articleRows = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '01'")).toInt();
-        const int clauseRows = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01'")).toInt();
+        const int articleRows =
+            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '01'"))
+                .toInt();
+        const int clauseRows =
+            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01'"))
+                .toInt();
         QCOMPARE(frozen.size(), articleRows + clauseRows);
         QCOMPARE(output.size(), frozen.size() + 1);
 
@@ -60,11 +64,16 @@ private slots:
         QCOMPARE(closing.text, QStringLiteral("ダミーの行"));
 
         // The texts by level: the document's and an article's formal name, a clause's own text.
-        QCOMPARE(output.first().text, scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = '1' AND Code = '01'")).toString());
+        QCOMPARE(output.first().text,
+                 scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = '1' AND Code = '01'")).toString());
         for (const CompositionRow &o : output) {
             if (o.level == Level::Article) {
-                QCOMPARE(o.text, scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
-                                        {o.codes[0], o.codes[1]}).toString());
+                QCOMPARE(o.text,
+                         scalar(company.db,
+                                QStringLiteral(
+                                    "SELECT 正式名称 FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
+                                {o.codes[0], o.codes[1]})
+                             .toString());
                 break;
             }
         }
@@ -76,11 +85,16 @@ private slots:
         OpenCompany company;
         ScriptedPrompt prompt;
         WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
-        const QString dictionaryBreaks = scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ h JOIN 項 d ON d.文章形式Code = h.文章形式Code "
-                                                                           "AND d.規程Code = h.規程Code AND d.章Code = h.章Code AND d.条Code = h.条Code AND d.Code = h.項Code "
-                                                                           "AND d.結合 = h.結合 WHERE h.種別 = '4' AND h.規程Code = '01' AND h.文章形式Code = '1' AND d.改行 = 1")).toString();
+        const QString dictionaryBreaks =
+            scalar(company.db,
+                   QStringLiteral("SELECT count(*) FROM 作成データ補助項～ h JOIN 項 d ON d.文章形式Code = h.文章形式Code "
+                                  "AND d.規程Code = h.規程Code AND d.章Code = h.章Code AND d.条Code = h.条Code AND d.Code = h.項Code "
+                                  "AND d.結合 = h.結合 WHERE h.種別 = '4' AND h.規程Code = '01' AND h.文章形式Code = '1' AND d.改行 = 1"))
+                .toString();
         QVERIFY(dictionaryBreaks.toInt() > 0);
-        QCOMPARE(scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' AND 改行 = '1'")).toString(), dictionaryBreaks);
+        QCOMPARE(scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' AND 改行 = '1'"))
+                     .toString(),
+                 dictionaryBreaks);
         QCOMPARE(scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ WHERE 改行 NOT IN ('', '1')")).toInt(), 0);
     }
 
@@ -104,7 +118,8 @@ private slots:
         WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules);
         const QStringList before = tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules);
         const QStringList frozenBefore = tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules);
-        execSql(company.db, QStringLiteral("DELETE FROM 号 WHERE ID = (SELECT d.ID FROM 号 d JOIN 作成データ補助項～ h ON d.文章形式Code = h.文章形式Code AND d.規程Code = h.規程Code "
+        execSql(company.db, QStringLiteral("DELETE FROM 号 WHERE ID = (SELECT d.ID FROM 号 d JOIN 作成データ補助項～ h ON d.文章形式Code = "
+                                           "h.文章形式Code AND d.規程Code = h.規程Code "
                                            "AND d.章Code = h.章Code AND d.条Code = h.条Code AND d.項Code = h.項Code AND d.Code = h.号Code "
                                            "WHERE h.種別 = '5' AND h.規程Code = '01' AND h.文章形式Code = '1' LIMIT 1)"));
         prompt.clear();
@@ -129,11 +144,17 @@ private slots:
         QTest::addColumn<bool>("answer");
         QTest::addColumn<QString>("question");
         QTest::newRow("rules, kept") << kWorkRules << false
-                                     << "置換の確認: である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+                                     << "置換の確認: "
+                                        "である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデー"
+                                        "タと置き換えますか？\n※である調はリストから外します！";
         QTest::newRow("rules, replaced") << kWorkRules << true
-                                         << "置換の確認: である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+                                         << "置換の確認: "
+                                            "である調の同Codeの規則・規程がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調の"
+                                            "データと置き換えますか？\n※である調はリストから外します！";
         QTest::newRow("agreement, replaced") << QStringLiteral("31") << true
-                                             << "置換の確認: である調の同Codeの協約・協定がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます調のデータと置き換えますか？\n※である調はリストから外します！";
+                                             << "置換の確認: "
+                                                "である調の同Codeの協約・協定がデータ作成済です。\nそのデータを未選択の状態に戻し、ですます"
+                                                "調のデータと置き換えますか？\n※である調はリストから外します！";
     }
     void theOtherStyle()
     {

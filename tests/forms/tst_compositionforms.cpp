@@ -37,7 +37,8 @@ using namespace normaris::test;
 
 namespace {
 
-template <class T> T *find(QWidget *form, const QString &name)
+template<class T>
+T *find(QWidget *form, const QString &name)
 {
     auto *w = form->findChild<T *>(name);
     if (!w)
@@ -148,7 +149,7 @@ private slots:
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("規則・規程・協定を指定してください"));
         QCOMPARE(find<QPushButton>(&entry, QStringLiteral("Command1"))->text(), QStringLiteral("次へ(&N)"));
         QCOMPARE(names(), (QStringList{QStringLiteral("就業規則"), QStringLiteral("賃金規程"), QStringLiteral("育児・介護休業規程"),
-                                      QStringLiteral("時間外労働及び休日労働に関する協定")}));
+                                       QStringLiteral("時間外労働及び休日労働に関する協定")}));
         QVERIFY(find<QListWidget>(&entry, QStringLiteral("DataList2"))->isHidden());
 
         // Nothing chosen, and a choice left in the hidden list, count as no choice.
@@ -164,8 +165,12 @@ private slots:
         pick(QStringLiteral("ハラスメント防止規程"));
         click(&entry, QStringLiteral("Command1"));
         QVERIFY(!names().contains(QStringLiteral("ハラスメント防止規程")));
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '05'")).toString(),
-                 QStringLiteral("1 ハラスメント防止規程"));
+        QCOMPARE(
+            scalar(AppState::cn(),
+                   QStringLiteral(
+                       "SELECT group_concat(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '05'"))
+                .toString(),
+            QStringLiteral("1 ハラスメント防止規程"));
 
         find<QRadioButton>(&entry, QStringLiteral("Option2_2"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストから外す規則・規程・協定を指定してください"));
@@ -203,7 +208,8 @@ private slots:
             click(panel, QStringLiteral("Command1"));
         };
         const QList<Step> steps = {
-            {QStringLiteral("frmMakesentakuSub"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub"),
+             [&](QWidget *panel) {
                  QCOMPARE(panel->windowTitle(), QStringLiteral("条までの設定"));
                  QCOMPARE(labelText(panel, QStringLiteral("Label10")), QStringLiteral("である調"));
                  before = panelLines(panel);
@@ -215,7 +221,8 @@ private slots:
                  m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
-            {QStringLiteral("frmMakesentaku_tsuika"), [&](QWidget *add) {
+            {QStringLiteral("frmMakesentaku_tsuika"),
+             [&](QWidget *add) {
                  QCOMPARE(add->windowTitle(), QStringLiteral("追加"));
                  QCOMPARE(labelText(add, QStringLiteral("Label1")), QStringLiteral("条を指定して追加ボタンを押してください。"));
                  click(add, QStringLiteral("Command1"));
@@ -229,35 +236,45 @@ private slots:
                  QVERIFY(!find<QPushButton>(add, QStringLiteral("Command1"))->isEnabled());
                  click(add, QStringLiteral("Command2"));
              }},
-            {QStringLiteral("frmMakesentakuSub"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub"),
+             [&](QWidget *panel) {
                  const QStringList after = panelLines(panel);
                  QCOMPARE(after.size(), before.size() + 1);
                  QCOMPARE(after.at(at + 1), QStringLiteral("条|0014|勤務地限定の特約"));
                  toRelease(panel);
              }},
-            {QStringLiteral("frmMakesentaku_kaijo"), [&](QWidget *release) {
+            {QStringLiteral("frmMakesentaku_kaijo"),
+             [&](QWidget *release) {
                  QCOMPARE(release->windowTitle(), QStringLiteral("解除"));
                  QCOMPARE(labelText(release, QStringLiteral("Label1")), QStringLiteral("解除ボタンを押してください"));
                  click(release, QStringLiteral("Command1"));
                  QVERIFY(!find<QPushButton>(release, QStringLiteral("Command1"))->isEnabled());
                  click(release, QStringLiteral("Command2"));
              }},
-            {QStringLiteral("frmMakesentakuSub"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub"),
+             [&](QWidget *panel) {
                  QCOMPARE(panelLines(panel), before);
                  click(panel, QStringLiteral("Command2"));
              }},
         };
         QCOMPARE(play([&] { click(&entry, QStringLiteral("Command1")); }, steps), steps.size());
-        QCOMPARE(m_session->prompt.lines(), (QStringList{
-                                       QStringLiteral("追加の確認: 出向及び転籍\nの下に条を追加しますか？\n\n項以下のデータがある場合は、それらも一緒に追加します。"),
-                                       QStringLiteral("未指定: 「条」を指定してください"),
-                                       QStringLiteral("確認: 処理を終了しました。"),
-                                       QStringLiteral("選択解除の確認: 勤務地限定の特約\nの選択を解除しますか？\n\n項以下のデータがある場合は、それらも一緒に選択解除します。"),
-                                       QStringLiteral("確認: 処理を終了しました。"),
-                                   }));
+        QCOMPARE(
+            m_session->prompt.lines(),
+            (QStringList{
+                QStringLiteral(
+                    "追加の確認: 出向及び転籍\nの下に条を追加しますか？\n\n項以下のデータがある場合は、それらも一緒に追加します。"),
+                QStringLiteral("未指定: 「条」を指定してください"),
+                QStringLiteral("確認: 処理を終了しました。"),
+                QStringLiteral("選択解除の確認: "
+                               "勤務地限定の特約\nの選択を解除しますか？\n\n項以下のデータがある場合は、それらも一緒に選択解除します。"),
+                QStringLiteral("確認: 処理を終了しました。"),
+            }));
         QVERIFY(!AppState::instance().ArticlePanelActive);
         QCOMPARE(CompositionFlow::pending(), CompositionFlow::Form::None);
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '0014'")).toInt(), 0);
+        QCOMPARE(scalar(AppState::cn(),
+                        QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '0014'"))
+                     .toInt(),
+                 0);
     }
 
     // Down to the 項 panel of a 条: a 項 released and added back, then up again.
@@ -265,17 +282,21 @@ private slots:
     {
         AppState::instance().ArticlePanelActive = true;
         QStringList before;
-        const QString second = QStringLiteral("この規則及びこれに付属する規程に定めのない事項については、労働基準法、労働契約法その他の関係法令及び個別の労働契約の定めるところによる。");
+        const QString second = QStringLiteral("この規則及びこれに付属する規程に定めのない事項については、労働基準法、労働契約法その他の関係"
+                                              "法令及び個別の労働契約の定めるところによる。");
         const QList<Step> steps = {
-            {QStringLiteral("frmMakesentakuSub"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub"),
+             [&](QWidget *panel) {
                  chooseAction(panel, rowOf(panel, QStringLiteral("条"), QStringLiteral("0001")), QStringLiteral("5"));
                  click(panel, QStringLiteral("Command1"));
              }},
-            {QStringLiteral("frmMakesentakuSub2"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub2"),
+             [&](QWidget *panel) {
                  QCOMPARE(panel->windowTitle(), QStringLiteral("項以下の設定"));
-                 QCOMPARE((QStringList{labelText(panel, QStringLiteral("Label10_0")), labelText(panel, QStringLiteral("Label10_1")),
-                                       labelText(panel, QStringLiteral("Label10_2")), labelText(panel, QStringLiteral("Label10_3"))}),
-                          (QStringList{QStringLiteral("である調"), QStringLiteral("就業規則"), QStringLiteral("総則"), QStringLiteral("目的")}));
+                 QCOMPARE(
+                     (QStringList{labelText(panel, QStringLiteral("Label10_0")), labelText(panel, QStringLiteral("Label10_1")),
+                                  labelText(panel, QStringLiteral("Label10_2")), labelText(panel, QStringLiteral("Label10_3"))}),
+                     (QStringList{QStringLiteral("である調"), QStringLiteral("就業規則"), QStringLiteral("総則"), QStringLiteral("目的")}));
                  before = panelLines(panel);
                  QCOMPARE(before.size(), 3);
                  QCOMPARE(before.at(1), QStringLiteral("項|02|") + second);
@@ -283,24 +304,28 @@ private slots:
                  m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
-            {QStringLiteral("frmMakesentaku_kaijo"), [&](QWidget *release) {
+            {QStringLiteral("frmMakesentaku_kaijo"),
+             [&](QWidget *release) {
                  click(release, QStringLiteral("Command1"));
                  click(release, QStringLiteral("Command2"));
              }},
-            {QStringLiteral("frmMakesentakuSub2"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub2"),
+             [&](QWidget *panel) {
                  QCOMPARE(panelLines(panel), (QStringList{before.at(0), before.at(2)}));
                  chooseAction(panel, 0, QStringLiteral("4"));
                  m_session->prompt.answer({true});
                  click(panel, QStringLiteral("Command1"));
              }},
-            {QStringLiteral("frmMakesentaku_tsuika"), [&](QWidget *add) {
+            {QStringLiteral("frmMakesentaku_tsuika"),
+             [&](QWidget *add) {
                  QCOMPARE(labelText(add, QStringLiteral("Label1")), QStringLiteral("項を指定して追加ボタンを押してください。"));
                  find<QRadioButton>(add, QStringLiteral("Option1_1"))->click();
                  chooseStock(add, QStringLiteral("02"));
                  click(add, QStringLiteral("Command1"));
                  click(add, QStringLiteral("Command2"));
              }},
-            {QStringLiteral("frmMakesentakuSub2"), [&](QWidget *panel) {
+            {QStringLiteral("frmMakesentakuSub2"),
+             [&](QWidget *panel) {
                  QCOMPARE(panelLines(panel), before);
                  click(panel, QStringLiteral("Command2"));
              }},
@@ -308,21 +333,27 @@ private slots:
         };
         CompositionFlow::handOver(CompositionFlow::Form::ArticlePanel);
         QCOMPARE(play([] { CompositionFlow::run(nullptr); }, steps), steps.size());
-        QCOMPARE(m_session->prompt.lines(), (QStringList{
-                                       QStringLiteral("選択解除の確認: ") + second + QStringLiteral("\nの選択を解除しますか？\n\n号以下のデータがある場合は、それらも一緒に選択解除します。"),
-                                       QStringLiteral("確認: 処理を終了しました。"),
-                                       QStringLiteral("追加の確認: この規則は、労働基準法第８９条の規定に基づき、会社の従業員の労働条件、服務規律その他就業に関する事項を定め、職場の秩序を維持するとともに、業務の円滑な運営を図ることを目的とする。"
-                                                      "\nの下に項を追加しますか？\n\n号以下のデータがある場合は、それらも一緒に追加します。"),
-                                       QStringLiteral("確認: 処理を終了しました。"),
-                                   }));
+        QCOMPARE(m_session->prompt.lines(),
+                 (QStringList{
+                     QStringLiteral("選択解除の確認: ") + second
+                         + QStringLiteral("\nの選択を解除しますか？\n\n号以下のデータがある場合は、それらも一緒に選択解除します。"),
+                     QStringLiteral("確認: 処理を終了しました。"),
+                     QStringLiteral("追加の確認: "
+                                    "この規則は、労働基準法第８９条の規定に基づき、会社の従業員の労働条件、服務規律その他就業に関する事項を"
+                                    "定め、職場の秩序を維持するとともに、業務の円滑な運営を図ることを目的とする。"
+                                    "\nの下に項を追加しますか？\n\n号以下のデータがある場合は、それらも一緒に追加します。"),
+                     QStringLiteral("確認: 処理を終了しました。"),
+                 }));
         QVERIFY(!AppState::instance().ArticlePanelActive && !AppState::instance().ParagraphPanelActive);
     }
 
     void wordsOfTheArticleOpenOverTheParagraphPanel()
     {
         // A 条 with words, where the preview would be offered from the export console.
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
-                                                                    "AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1")).toString();
+        const QString place =
+            scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' "
+                                                  "AND 種別 <> '10' AND 選択フラグ = 1 LIMIT 1"))
+                .toString();
         AppState &state = AppState::instance();
         state.CurShoCode = place.section(u' ', 0, 0);
         state.CurJoCode = place.section(u' ', 1, 1);
@@ -352,9 +383,12 @@ private slots:
         chooseAction(&panel, rowOf(&panel, QStringLiteral("章"), QStringLiteral("01")), QStringLiteral("2"));
         m_session->prompt.answer({false});
         click(&panel, QStringLiteral("Command1"));
-        QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("処理方法の指定: 処理方法を指定してください。"),
-                                                QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。"),
-                                                QStringLiteral("選択解除の確認: 総則\nの選択を解除しますか？\n\n条以下のデータがある場合は、それらも一緒に選択解除します。")}));
+        QCOMPARE(m_session->prompt.lines(),
+                 (QStringList{
+                     QStringLiteral("処理方法の指定: 処理方法を指定してください。"),
+                     QStringLiteral("処理位置の確認: 前章の「最後の条」の位置で処理してください。"),
+                     QStringLiteral(
+                         "選択解除の確認: 総則\nの選択を解除しますか？\n\n条以下のデータがある場合は、それらも一緒に選択解除します。")}));
         QVERIFY(panel.isVisible());
         QCOMPARE(CompositionFlow::pending(), CompositionFlow::Form::None);
         QCOMPARE(AppState::instance().CurRowIndex, rowOf(&panel, QStringLiteral("章"), QStringLiteral("01")));
@@ -370,8 +404,11 @@ private slots:
 
     void theLastParagraphStays()
     {
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01' "
-                                                                    "AND 種別 = '4' AND CAST(結合 AS INTEGER) <= 1 GROUP BY 章Code, 条Code HAVING count(*) = 1 LIMIT 1")).toString();
+        const QString place =
+            scalar(AppState::cn(),
+                   QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01' "
+                                  "AND 種別 = '4' AND CAST(結合 AS INTEGER) <= 1 GROUP BY 章Code, 条Code HAVING count(*) = 1 LIMIT 1"))
+                .toString();
         AppState &state = AppState::instance();
         state.CurShoCode = place.section(u' ', 0, 0);
         state.CurJoCode = place.section(u' ', 1, 1);
@@ -380,7 +417,8 @@ private slots:
         panel.show();
         chooseAction(&panel, 0, QStringLiteral("2"));
         click(&panel, QStringLiteral("Command1"));
-        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("選択解除不可: 項は最低１つ必要です。\n先に他の項を追加してください。")});
+        QCOMPARE(m_session->prompt.lines(),
+                 QStringList{QStringLiteral("選択解除不可: 項は最低１つ必要です。\n先に他の項を追加してください。")});
         QVERIFY(panel.isVisible());
     }
 
@@ -399,7 +437,7 @@ private slots:
         find<QRadioButton>(&add, QStringLiteral("Option1_2"))->click();
         QVERIFY(!find<QPushButton>(&add, QStringLiteral("Command1"))->isEnabled());
         QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("使用中: この章は既に使用しています"),
-                                                QStringLiteral("ストックデータなし: 追加する章がありません。")}));
+                                                         QStringLiteral("ストックデータなし: 追加する章がありません。")}));
         // Closing goes back to the 条 panel, which is to be rebuilt.
         AppState::instance().ArticlePanelActive = false;
         click(&add, QStringLiteral("Command2"));
@@ -411,7 +449,8 @@ private slots:
     {
         for (const int rows : {20, 21}) {
             QList<PanelRow> panelRows(rows);
-            CompositionPanel panel(panelRows, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
+            CompositionPanel panel(
+                panelRows, 20, [](Level) { return QList<CodeAndName>(); }, nullptr);
             panel.show();
             QVERIFY(QTest::qWaitForWindowExposed(&panel));
             QCOMPARE(panel.verticalScrollBarPolicy(), rows > 20 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);

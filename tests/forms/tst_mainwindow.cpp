@@ -45,10 +45,7 @@ void click(QWidget *dialog, const QString &button)
     b->click();
 }
 
-QAction *fileMenu(frmMain01 &main, int index)
-{
-    return main.findChild<QAction *>(QStringLiteral("mnuFileNo_%1").arg(index));
-}
+QAction *fileMenu(frmMain01 &main, int index) { return main.findChild<QAction *>(QStringLiteral("mnuFileNo_%1").arg(index)); }
 
 bool commandsShown(frmMain01 &main)
 {
@@ -64,7 +61,11 @@ bool commandsShown(frmMain01 &main)
 class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void init() { setUiPrompt(&m_prompt); m_prompt.clear(); }
+    void init()
+    {
+        setUiPrompt(&m_prompt);
+        m_prompt.clear();
+    }
     void cleanup() { setUiPrompt(nullptr); }
 
     void newCompanyThenChooseIt()
@@ -87,7 +88,9 @@ private slots:
             click(sub, QStringLiteral("Command2"));
         });
         fileMenu(main, 0)->trigger();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+        QCOMPARE(m_prompt.lines(),
+                 QStringList{
+                     QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
         QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("株式会社テスト")});
         QVERIFY(!commandsShown(main)); // created, not opened
 
@@ -109,7 +112,8 @@ private slots:
         m_prompt.clear();
         m_prompt.answer({false});
         fileMenu(main, 0)->trigger();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("データ指定の確認: 作業中の『株式会社テスト』を閉じて、新規データを作成しますか？")});
+        QCOMPARE(m_prompt.lines(),
+                 QStringList{QStringLiteral("データ指定の確認: 作業中の『株式会社テスト』を閉じて、新規データを作成しますか？")});
         QCOMPARE(main.companyPanelText(), QStringLiteral("株式会社テスト"));
 
         // 会社指定 answered yes closes it before the dialog; cancelling leaves no company.

@@ -89,7 +89,8 @@ private slots:
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")});
         date->setText(QStringLiteral("令和8年4月1日"));
         button("cmdUpdate")->click();
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日")).toString(),
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日"))
+                     .toString(),
                  QStringLiteral("1 01 2026-04-01"));
         QVERIFY(!button("cmdEdit")->isHidden());
         QCOMPARE(form.findChild<QLabel *>(QStringLiteral("lblStatus"))->text(), QStringLiteral("Record: 1"));
@@ -117,9 +118,12 @@ private slots:
         form.findChild<QPushButton *>(QStringLiteral("Command2"))->click();
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")});
         QCOMPARE(first->text(), u'★' + code + u'★');
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND 章Code = ? AND 条Code = ? AND Code = ?"),
-                        {state.CurShoCode, state.CurJoCode, code}).toString(),
-                 u'★' + code + u'★');
+        QCOMPARE(
+            scalar(AppState::cn(),
+                   QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND 章Code = ? AND 条Code = ? AND Code = ?"),
+                   {state.CurShoCode, state.CurJoCode, code})
+                .toString(),
+            u'★' + code + u'★');
     }
 
     void previewNeedsTheWorkData()
@@ -130,16 +134,21 @@ private slots:
         auto *preview = form.findChild<QPushButton *>(QStringLiteral("Command4"));
         QVERIFY(!preview->isHidden());
         preview->click();
-        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
+        QCOMPARE(m_session->prompt.lines(),
+                 QStringList{QStringLiteral("データ未作成: まだ「データ作成」を実行していないため表示できません。")});
         QVERIFY(form.lastPreview().isEmpty());
     }
 
     void articleWithoutWordsHasNoPreview()
     {
         AppState &state = AppState::instance();
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || Code FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 選択フラグ = 1 "
-                                                                    "AND NOT EXISTS (SELECT 1 FROM 変数テーブル語句 w WHERE w.規程Code = 条.規程Code AND w.章Code = 条.章Code "
-                                                                    "AND w.条Code = 条.Code AND w.選択フラグ = 1) LIMIT 1")).toString();
+        const QString place =
+            scalar(
+                AppState::cn(),
+                QStringLiteral("SELECT 章Code || ' ' || Code FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 選択フラグ = 1 "
+                               "AND NOT EXISTS (SELECT 1 FROM 変数テーブル語句 w WHERE w.規程Code = 条.規程Code AND w.章Code = 条.章Code "
+                               "AND w.条Code = 条.Code AND w.選択フラグ = 1) LIMIT 1"))
+                .toString();
         QVERIFY(!place.isEmpty());
         state.CurShoCode = place.section(u' ', 0, 0);
         state.CurJoCode = place.section(u' ', 1, 1);
@@ -158,9 +167,11 @@ private slots:
         AppState &state = AppState::instance();
         chooseArticleWithWords();
         state.WordsPreviewAllowed = true;
-        const QString title = scalar(AppState::cn(), QStringLiteral("SELECT 文章 FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01' "
-                                                                    "AND 章Code = ? AND 条Code = ? AND 種別 = '3'"),
-                                     {state.CurShoCode, state.CurJoCode}).toString();
+        const QString title = scalar(AppState::cn(),
+                                     QStringLiteral("SELECT 文章 FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01' "
+                                                    "AND 章Code = ? AND 条Code = ? AND 種別 = '3'"),
+                                     {state.CurShoCode, state.CurJoCode})
+                                  .toString();
         frmGokusentaku_01 form;
         form.findChild<QPushButton *>(QStringLiteral("Command4"))->click();
         QVERIFY(m_session->prompt.lines().isEmpty());
@@ -180,7 +191,9 @@ private slots:
         AppState::instance().CurKiteiCode = QStringLiteral("34");
         frmGokusentakuSub agreement;
         QVERIFY(!agreement.findChild<QGroupBox *>(QStringLiteral("Frame1"))->isHidden());
-        QVERIFY(agreement.findChild<QLabel *>(QStringLiteral("Label1"))->text().endsWith(QStringLiteral("には「担当者」の設定が0ヶ所あります。")));
+        QVERIFY(agreement.findChild<QLabel *>(QStringLiteral("Label1"))
+                    ->text()
+                    .endsWith(QStringLiteral("には「担当者」の設定が0ヶ所あります。")));
     }
 
 private:
@@ -188,8 +201,11 @@ private:
     void chooseArticleWithWords()
     {
         AppState &state = AppState::instance();
-        const QString place = scalar(AppState::cn(), QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
-                                                                    "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER), CAST(条Code AS INTEGER) LIMIT 1")).toString();
+        const QString place =
+            scalar(AppState::cn(),
+                   QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
+                                  "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER), CAST(条Code AS INTEGER) LIMIT 1"))
+                .toString();
         QVERIFY(!place.isEmpty());
         state.CurShoCode = place.section(u' ', 0, 0);
         state.CurJoCode = place.section(u' ', 1, 1);

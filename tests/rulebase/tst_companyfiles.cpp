@@ -25,9 +25,12 @@ private slots:
         ScriptedPrompt prompt;
         prompt.answer({true});
         QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("株式会社テスト")), Outcome::Done);
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+        QCOMPARE(prompt.lines(),
+                 QStringList{
+                     QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
         const QString file = root.layout().companyFile(QStringLiteral("株式会社テスト"));
-        QCOMPARE(QDir(root.layout().companyDir(QStringLiteral("株式会社テスト"))).entryList(QDir::Files), QStringList{QStringLiteral("株式会社テスト.sqlite")});
+        QCOMPARE(QDir(root.layout().companyDir(QStringLiteral("株式会社テスト"))).entryList(QDir::Files),
+                 QStringList{QStringLiteral("株式会社テスト.sqlite")});
         for (const char *table : {"施行日", "作成データ置換前", "作成データ"})
             QCOMPARE(valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QString::fromUtf8(table))).toInt(), 0);
         // The dictionary comes along; the company is not opened.
@@ -41,7 +44,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("empty") << QString() << QStringLiteral("名前の変更: 名前を入力してください。");
         QTest::newRow("32 bytes") << QString(16, QChar(u'会')) << QStringLiteral("名前の変更: 会社名の長さが制限(30)を越えています。");
-        QTest::newRow("bad character before duplicate") << QStringLiteral("既存,") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+        QTest::newRow("bad character before duplicate")
+            << QStringLiteral("既存,") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
         QTest::newRow("duplicate") << QStringLiteral("既存") << QStringLiteral("名前の変更: 名前が重複しています。");
         QTest::newRow("parent folder") << QStringLiteral("..") << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。");
     }
@@ -236,7 +240,10 @@ private slots:
             ScriptedPrompt prompt;
             prompt.answer({true});
             QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("甲")), Outcome::Stopped);
-            QCOMPARE(prompt.lines().last(), kProgramTitle + QStringLiteral(": 『甲』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。"));
+            QCOMPARE(prompt.lines().last(),
+                     kProgramTitle
+                         + QStringLiteral(
+                             ": 『甲』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。"));
         }
         qunsetenv("NORMARIS_LOCK_WAIT_MS");
         ScriptedPrompt prompt;

@@ -58,7 +58,8 @@ private slots:
         writeFile(root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("-wal"), "live");
         QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
         QFile::remove(root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("-wal"));
-        QCOMPARE(QDir(root.layout().backupDir(QStringLiteral("甲"))).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("甲.sqlite")});
+        QCOMPARE(QDir(root.layout().backupDir(QStringLiteral("甲"))).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("甲.sqlite")});
         // A snapshot through SQLite: the same rows, not the same bytes.
         QCOMPARE(valueIn(copy, QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(rowCount(copy, "項"), rowCount(root.layout().companyFile(QStringLiteral("甲")), "項"));
@@ -98,7 +99,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("none chosen") << QString() << QStringLiteral("バックアップの確認: バックアップするデータを選択してください。");
         QTest::newRow("unknown") << QStringLiteral("丙") << QStringLiteral("バックアップの確認: 『丙』という会社はありません。");
-        QTest::newRow("outside the data folder") << QStringLiteral("../x") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
+        QTest::newRow("outside the data folder")
+            << QStringLiteral("../x") << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。\n\\ / : , ; * ? \" < > |");
     }
     void backupChecks()
     {
@@ -188,7 +190,8 @@ private slots:
         writeFile(workFileOf(file), "left over");
         ScriptedPrompt prompt;
         QVERIFY(!CompactDataFile(prompt, file));
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理の中止: ") + workFileOf(file) + QStringLiteral(" (ﾜｰｸﾌｧｲﾙ) があるので処理できません。")});
+        QCOMPARE(prompt.lines(),
+                 QStringList{QStringLiteral("処理の中止: ") + workFileOf(file) + QStringLiteral(" (ﾜｰｸﾌｧｲﾙ) があるので処理できません。")});
         QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Error);
         QCOMPARE(readFile(file), original);
         QCOMPARE(readFile(workFileOf(file)), QByteArray("left over"));
@@ -225,7 +228,8 @@ private slots:
                  (QStringList{QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
                               QStringLiteral("データ最適化の確認: 『甲』は現在使用中ですが、閉じて最適化しますか？"),
                               QStringLiteral("データ最適化の確認: 最適化の準備ができました。"),
-                              QStringLiteral("データ最適化の確認: ") + root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("の最適化に成功しました。")}));
+                              QStringLiteral("データ最適化の確認: ") + root.layout().companyFile(QStringLiteral("甲"))
+                                  + QStringLiteral("の最適化に成功しました。")}));
         QVERIFY(!AppState::instance().isCompanyOpen());
         QVERIFY(AppState::instance().commandVisible(4));
     }

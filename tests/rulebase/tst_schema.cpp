@@ -50,26 +50,34 @@ private slots:
         QTest::addColumn<QString>("table");
         QTest::addColumn<QStringList>("columns");
         QTest::newRow("規程") << QStringLiteral("規程") << words("ID 文章形式Code Code 規程 変更フラグ 正式名称 選択フラグ 文章種別");
-        QTest::newRow("前文") << QStringLiteral("前文") << words("ID 文章形式Code 規程Code Code 結合 改行 前文 変数語句 変更フラグ 選択フラグ 結合種別");
+        QTest::newRow("前文") << QStringLiteral("前文")
+                              << words("ID 文章形式Code 規程Code Code 結合 改行 前文 変数語句 変更フラグ 選択フラグ 結合種別");
         QTest::newRow("条") << QStringLiteral("条") << words("ID 文章形式Code 規程Code 章Code Code 条 変更フラグ 正式名称 選択フラグ");
         QTest::newRow("項") << QStringLiteral("項")
-                           << words("ID 文章形式Code 規程Code 章Code 条Code Code 項 結合 改行 テンプレート 変数語句 変数番号 変更フラグ 選択フラグ 結合種別");
+                            << words("ID 文章形式Code 規程Code 章Code 条Code Code 項 結合 改行 テンプレート 変数語句 変数番号 変更フラグ "
+                                     "選択フラグ 結合種別");
         QTest::newRow("号の細分イロハ") << QStringLiteral("号の細分イロハ")
-                                  << words("ID 文章形式Code 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code Code 号の細分イロハ 結合 改行 テンプレート 変数語句 変数番号 変更フラグ 選択フラグ 結合種別");
-        QTest::newRow("変数テーブル語句") << QStringLiteral("変数テーブル語句")
-                                   << words("ID Code 語句 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 種別 表示名称 選択フラグ");
-        QTest::newRow("変数テーブル番号更新後") << QStringLiteral("変数テーブル番号更新後")
-                                      << words("ID Code 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 種別 "
-                                               "変換参照■規程Code 変換参照■章Code 変換参照■条Code 変換参照■項Code 変換参照■号Code "
-                                               "変換参照■号の細分丸Code 変換参照■号の細分イロハCode 変換参照■結合 変換参照■種別");
-        QTest::newRow("作成データ") << QStringLiteral("作成データ")
-                               << words("ID 順番 種別 規程Code 番号 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 改行 "
-                                        "テンプレート 文章 変数語句 変数番号 変更フラグ 文章形式Code 正式名称");
+                                        << words("ID 文章形式Code 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code Code 号の細分イロハ "
+                                                 "結合 改行 テンプレート 変数語句 変数番号 変更フラグ 選択フラグ 結合種別");
+        QTest::newRow("変数テーブル語句")
+            << QStringLiteral("変数テーブル語句")
+            << words("ID Code 語句 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 種別 表示名称 選択フラグ");
+        QTest::newRow("変数テーブル番号更新後")
+            << QStringLiteral("変数テーブル番号更新後")
+            << words("ID Code 規程Code 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 種別 "
+                     "変換参照■規程Code 変換参照■章Code 変換参照■条Code 変換参照■項Code 変換参照■号Code "
+                     "変換参照■号の細分丸Code 変換参照■号の細分イロハCode 変換参照■結合 変換参照■種別");
+        QTest::newRow("作成データ")
+            << QStringLiteral("作成データ")
+            << words("ID 順番 種別 規程Code 番号 章Code 条Code 項Code 号Code 号の細分丸Code 号の細分イロハCode 結合 改行 "
+                     "テンプレート 文章 変数語句 変数番号 変更フラグ 文章形式Code 正式名称");
         QTest::newRow("施行日") << QStringLiteral("施行日") << words("ID 文章形式Code 規程Code 年月日");
         QTest::newRow("企業情報") << QStringLiteral("企業情報")
-                              << words("ID 事業所名 郵便番号 所在地1 所在地2 tel 使用者職名 使用者氏名 労働組合名 従業員職名 従業員氏名 "
-                                       "パート職名 パート氏名 業種 労働者数 労働保険番号 管轄の労基署");
-        QTest::newRow("語句設定■条") << QStringLiteral("語句設定■条") << words("ID 文章形式Code 規程Code 章Code Code 条 変更フラグ 正式名称 選択フラグ");
+                                  << words(
+                                         "ID 事業所名 郵便番号 所在地1 所在地2 tel 使用者職名 使用者氏名 労働組合名 従業員職名 従業員氏名 "
+                                         "パート職名 パート氏名 業種 労働者数 労働保険番号 管轄の労基署");
+        QTest::newRow("語句設定■条") << QStringLiteral("語句設定■条")
+                                     << words("ID 文章形式Code 規程Code 章Code Code 条 変更フラグ 正式名称 選択フラグ");
     }
     void columnOrder()
     {
@@ -116,7 +124,8 @@ private slots:
             const QStringList segments = {QStringLiteral("結合"), QStringLiteral("改行"), QStringLiteral("結合種別")};
             QCOMPARE(inOrder(columns, segments), info.segmented);
             // A row of the level in the composition tables fills the place columns down to it.
-            QVERIFY(inOrder(columnsOf(db, QStringLiteral("作成データ")), QStringList{QStringLiteral("規程Code")} + placeColumns().mid(0, info.placeDepth)));
+            QVERIFY(inOrder(columnsOf(db, QStringLiteral("作成データ")),
+                            QStringList{QStringLiteral("規程Code")} + placeColumns().mid(0, info.placeDepth)));
         }
         closeDatabase(QStringLiteral("t"));
     }
@@ -161,7 +170,8 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::newRow("trigger") << QStringLiteral("CREATE TRIGGER 消去 AFTER UPDATE ON 企業情報 BEGIN DELETE FROM 作成データ補助～条; END")
                                  << QStringLiteral("（トリガー「消去」があります。）");
-        QTest::newRow("view") << QStringLiteral("CREATE VIEW 一覧 AS SELECT * FROM 規程") << QStringLiteral("（ビュー「一覧」があります。）");
+        QTest::newRow("view") << QStringLiteral("CREATE VIEW 一覧 AS SELECT * FROM 規程")
+                              << QStringLiteral("（ビュー「一覧」があります。）");
     }
     void aFileWithATriggerOrViewIsRefused()
     {

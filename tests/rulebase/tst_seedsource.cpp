@@ -86,34 +86,37 @@ private slots:
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
         QTest::addColumn<QString>("error");
-        QTest::newRow("word marker without its row") << QStringLiteral("語句 0001 期間 = ３か月\n") << QString()
-                                                    << QStringLiteral("01-1.txt:10: ★0001★に語句の行がありません");
+        QTest::newRow("word marker without its row")
+            << QStringLiteral("語句 0001 期間 = ３か月\n") << QString() << QStringLiteral("01-1.txt:10: ★0001★に語句の行がありません");
         QTest::newRow("word row without its marker") << QStringLiteral("= ★0001★\n") << QStringLiteral("= 三か月\n")
-                                                    << QStringLiteral("01-1.txt:14: 語句 0001 の記号★0001★が本文にありません");
-        QTest::newRow("reference without its row") << QStringLiteral("参照 0001 条0001 項01\n") << QString()
-                                                  << QStringLiteral("01-1.txt:10: ◆0001◆に参照の行がありません");
-        QTest::newRow("reference to a missing clause") << QStringLiteral("条0001 項01") << QStringLiteral("条0001 項09")
-                                                      << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程01 章01 条0001 項09」がありません");
+                                                     << QStringLiteral("01-1.txt:14: 語句 0001 の記号★0001★が本文にありません");
+        QTest::newRow("reference without its row")
+            << QStringLiteral("参照 0001 条0001 項01\n") << QString() << QStringLiteral("01-1.txt:10: ◆0001◆に参照の行がありません");
+        QTest::newRow("reference to a missing clause")
+            << QStringLiteral("条0001 項01") << QStringLiteral("条0001 項09")
+            << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程01 章01 条0001 項09」がありません");
         QTest::newRow("reference to a missing document") << QStringLiteral("条0001 項01") << QStringLiteral("規程05 条0001")
-                                                        << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程05 条0001」がありません");
+                                                         << QStringLiteral("01-1.txt:15: 参照 0001 の参照先「規程05 条0001」がありません");
         QTest::newRow("chapter code in the user range") << QStringLiteral("章 01") << QStringLiteral("章 70")
-                                                       << QStringLiteral("01-1.txt:5: 章のCode「70」は01～69の2桁にしてください");
+                                                        << QStringLiteral("01-1.txt:5: 章のCode「70」は01～69の2桁にしてください");
         QTest::newRow("article code in the user range") << QStringLiteral("条 0002") << QStringLiteral("条 7000")
-                                                       << QStringLiteral("01-1.txt:9: 条のCode「7000」は0001～6999の4桁にしてください");
+                                                        << QStringLiteral("01-1.txt:9: 条のCode「7000」は0001～6999の4桁にしてください");
         QTest::newRow("paragraph code of one digit") << QStringLiteral("項 01\n= 目的") << QStringLiteral("項 1\n= 目的")
-                                                    << QStringLiteral("01-1.txt:7: 項のCode「1」は01～69の2桁にしてください");
+                                                     << QStringLiteral("01-1.txt:7: 項のCode「1」は01～69の2桁にしてください");
         QTest::newRow("duplicate article") << QStringLiteral("条 0002") << QStringLiteral("条 0001")
-                                          << QStringLiteral("01-1.txt:9: 条「規程01 章01 条0001」が重複しています");
-        QTest::newRow("segment over 250 bytes") << QStringLiteral("= 期間は") << QStringLiteral("= ") + QString(126, QChar(u'長'))
-                                               << QStringLiteral("01-1.txt:10: 文章が252バイトあり、制限(250)を越えています: ") + QString(20, QChar(u'長'));
+                                           << QStringLiteral("01-1.txt:9: 条「規程01 章01 条0001」が重複しています");
+        QTest::newRow("segment over 250 bytes")
+            << QStringLiteral("= 期間は") << QStringLiteral("= ") + QString(126, QChar(u'長'))
+            << QStringLiteral("01-1.txt:10: 文章が252バイトあり、制限(250)を越えています: ") + QString(20, QChar(u'長'));
         QTest::newRow("loose marker sign") << QStringLiteral("= 期間は") << QStringLiteral("= 期間は★")
-                                          << QStringLiteral("01-1.txt:10: 記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: 期間は★");
+                                           << QStringLiteral(
+                                                  "01-1.txt:10: 記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: 期間は★");
         QTest::newRow("unknown setting") << QStringLiteral("= 前文の文章です。") << QStringLiteral("= ☆0017☆の文章です。")
-                                        << QStringLiteral("01-1.txt:3: ☆0017☆は基本設定にありません（0001～0016、0030）");
+                                         << QStringLiteral("01-1.txt:3: ☆0017☆は基本設定にありません（0001～0016、0030）");
         QTest::newRow("unknown line") << QStringLiteral("前文\n") << QStringLiteral("前書き\n")
-                                     << QStringLiteral("01-1.txt:3: 「前書き」は分からない行です");
-        QTest::newRow("styles differ in structure") << QStringLiteral("条 0002 定義\n") << QStringLiteral("条 0003 定義\n")
-                                                   << QStringLiteral("01-2.txt:0:");
+                                      << QStringLiteral("01-1.txt:3: 「前書き」は分からない行です");
+        QTest::newRow("styles differ in structure")
+            << QStringLiteral("条 0002 定義\n") << QStringLiteral("条 0003 定義\n") << QStringLiteral("01-2.txt:0:");
     }
     void refusals()
     {
@@ -127,8 +130,9 @@ private slots:
         QVERIFY2(!errors.isEmpty(), "the change was accepted");
         if (error.endsWith(u':')) {
             // Structure differences are reported against the second style, with both lines.
-            QVERIFY2(std::any_of(errors.begin(), errors.end(), [](const QString &e) { return e.contains(QStringLiteral("と構成が違います")); }),
-                     qUtf8Printable(errors.join(u'\n')));
+            QVERIFY2(
+                std::any_of(errors.begin(), errors.end(), [](const QString &e) { return e.contains(QStringLiteral("と構成が違います")); }),
+                qUtf8Printable(errors.join(u'\n')));
         } else {
             QCOMPARE(errors.first(), error);
         }
@@ -151,16 +155,22 @@ private slots:
         const QString seed = generateFrom(dir, source(1), source(2));
         using test::valueIn;
         // A split clause: 結合 1..3, the word segment of kind 1, the line break on the third.
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(結合 || ':' || 結合種別 || ':' || 改行 || ':' || 変数語句 || 変数番号, ' ') "
-                                              "FROM (SELECT * FROM 項 WHERE 文章形式Code = '1' AND 条Code = '0002' ORDER BY CAST(結合 AS INTEGER))"))
+        QCOMPARE(valueIn(seed, QStringLiteral(
+                                   "SELECT group_concat(結合 || ':' || 結合種別 || ':' || 改行 || ':' || 変数語句 || 変数番号, ' ') "
+                                   "FROM (SELECT * FROM 項 WHERE 文章形式Code = '1' AND 条Code = '0002' ORDER BY CAST(結合 AS INTEGER))"))
                      .toString(),
                  QStringLiteral("1:0:0:00 2:1:0:10 3:0:1:01"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 結合 FROM 項 WHERE 条Code = '0001'")).toString(), QStringLiteral("0"));
         // One word row and one reference row for both styles, keyed by place and segment.
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 語句 || '|' || 条Code || '|' || 項Code || '|' || 結合 || '|' || 種別 || '|' || 表示名称) FROM 変数テーブル語句")).toString(),
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 語句 || '|' || 条Code || '|' || 項Code || '|' || 結合 || "
+                                              "'|' || 種別 || '|' || 表示名称) FROM 変数テーブル語句"))
+                     .toString(),
                  QStringLiteral("0001|３か月|0002|01|2|4|期間"));
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 結合 || '|' || 変換参照■規程Code || 変換参照■章Code || 変換参照■条Code || 変換参照■項Code || '|' || 変換参照■種別) FROM 変数テーブル番号")).toString(),
-                 QStringLiteral("0001|3|01010001" "01|4"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(Code || '|' || 結合 || '|' || 変換参照■規程Code || 変換参照■章Code || "
+                                              "変換参照■条Code || 変換参照■項Code || '|' || 変換参照■種別) FROM 変数テーブル番号"))
+                     .toString(),
+                 QStringLiteral("0001|3|01010001"
+                                "01|4"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT count(*) FROM 前文")).toInt(), 2);
     }
 
@@ -224,14 +234,26 @@ private slots:
     {
         test::TestRoot root;
         const QString seed = root.layout().seedFile();
-        QCOMPARE(test::valueIn(seed, QStringLiteral("SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 GROUP BY Code HAVING count(DISTINCT 文章形式Code) = 2 "
-                                                    "AND min(正式名称) <> '' ORDER BY Code)")).toString(),
+        QCOMPARE(test::valueIn(
+                     seed,
+                     QStringLiteral(
+                         "SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 GROUP BY Code HAVING count(DISTINCT 文章形式Code) = 2 "
+                         "AND min(正式名称) <> '' ORDER BY Code)"))
+                     .toString(),
                  QStringLiteral("01 02 03 04 05 31 32 33 34 35"));
-        QCOMPARE(test::valueIn(seed, QStringLiteral("SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 WHERE 文章形式Code = '1' AND 選択フラグ = 1 ORDER BY Code)")).toString(),
+        QCOMPARE(test::valueIn(seed, QStringLiteral("SELECT group_concat(Code, ' ') FROM (SELECT Code FROM 規程 WHERE 文章形式Code = '1' "
+                                                    "AND 選択フラグ = 1 ORDER BY Code)"))
+                     .toString(),
                  QStringLiteral("01 02 03 31"));
         // 01 cites 02 and 03, and 02 cites 01.
-        QVERIFY(test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■規程Code = '03'")).toInt() >= 1);
-        QVERIFY(test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '02' AND 変換参照■規程Code = '01'")).toInt() >= 1);
+        QVERIFY(
+            test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '01' AND 変換参照■規程Code = '03'"))
+                .toInt()
+            >= 1);
+        QVERIFY(
+            test::valueIn(seed, QStringLiteral("SELECT count(*) FROM 変数テーブル番号 WHERE 規程Code = '02' AND 変換参照■規程Code = '01'"))
+                .toInt()
+            >= 1);
     }
 
     // What the agreements must hold for the workers' side to be named.
@@ -249,7 +271,9 @@ private slots:
         const auto count = [&](const char *sql) { return test::valueIn(seed, QString::fromUtf8(sql).arg(document)).toInt(); };
         QCOMPARE(count("SELECT count(DISTINCT 文章種別) FROM 規程 WHERE Code = '%1' AND 文章種別 = '2'"), 1);
         // The third segment of the preamble names the side by a representative's marker, in both styles.
-        QCOMPARE(count("SELECT count(*) FROM 前文 WHERE 規程Code = '%1' AND 結合 = '3' AND (前文 LIKE '%☆0008☆%' OR 前文 LIKE '%☆0010☆%' OR 前文 LIKE '%☆0012☆%')"), 2);
+        QCOMPARE(count("SELECT count(*) FROM 前文 WHERE 規程Code = '%1' AND 結合 = '3' AND (前文 LIKE '%☆0008☆%' OR 前文 LIKE '%☆0010☆%' "
+                       "OR 前文 LIKE '%☆0012☆%')"),
+                 2);
         // One 項 holds ★0009★, the short name of that side.
         QCOMPARE(count("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '%1' AND Code = '0009'"), 1);
         QCOMPARE(count("SELECT count(*) FROM 項 WHERE 規程Code = '%1' AND 文章形式Code = '1' AND 項 LIKE '%★0009★%'"), 1);
@@ -268,12 +292,15 @@ private slots:
         const QString seed = generateFrom(dir, withStock, source(2));
         using test::valueIn;
         // The stock article is neither composed nor selected; its paragraph keeps its default choice.
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(条Code) FROM 作成データ補助～条 WHERE 種別 = '3'")).toString(), QStringLiteral("0002"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(条Code) FROM 作成データ補助～条 WHERE 種別 = '3'")).toString(),
+                 QStringLiteral("0002"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 番号 FROM 作成データ補助～条 WHERE 条Code = '0002'")).toInt(), 1);
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(選択フラグ) FROM 条 WHERE 文章形式Code = '1' ORDER BY Code")).toString(), QStringLiteral("0,1"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(選択フラグ) FROM 条 WHERE 文章形式Code = '1' ORDER BY Code")).toString(),
+                 QStringLiteral("0,1"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 項 WHERE 文章形式Code = '1' AND 条Code = '0001'")).toInt(), 1);
         // Only the である調 file is composed; the other style's chapters wait on the shelf.
-        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(文章形式Code || ':' || 選択フラグ) FROM 規程")).toString(), QStringLiteral("1:1,2:0"));
+        QCOMPARE(valueIn(seed, QStringLiteral("SELECT group_concat(文章形式Code || ':' || 選択フラグ) FROM 規程")).toString(),
+                 QStringLiteral("1:1,2:0"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '2'")).toInt(), 0);
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 変数テーブル語句")).toInt(), 1);
     }

@@ -124,8 +124,10 @@ private slots:
         QTest::newRow("workers 1") << QStringLiteral("労働者数") << QStringLiteral("1") << QString();
         QTest::newRow("workers 9999999") << QStringLiteral("労働者数") << QStringLiteral("9999999") << QString();
         QTest::newRow("workers marker") << QStringLiteral("労働者数") << QStringLiteral("☆0014☆") << QString();
-        QTest::newRow("workers 0") << QStringLiteral("労働者数") << QStringLiteral("0") << QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数");
-        QTest::newRow("workers 10000000") << QStringLiteral("労働者数") << QStringLiteral("10000000") << QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数");
+        QTest::newRow("workers 0") << QStringLiteral("労働者数") << QStringLiteral("0")
+                                   << QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数");
+        QTest::newRow("workers 10000000") << QStringLiteral("労働者数") << QStringLiteral("10000000")
+                                          << QStringLiteral("入力エラー: 1～9999999を入力してください。･･･労働者数");
         QTest::newRow("name of 30 full-width") << QStringLiteral("事業所名") << QString(30, QChar(u'社')) << QString();
         QTest::newRow("name of 31 full-width") << QStringLiteral("事業所名") << QString(31, QChar(u'社'))
                                                << QStringLiteral("入力のエラー: 項目の長さ(62)が制限(60)を越えています。 ･･･事業所名");

@@ -57,15 +57,14 @@ private slots:
             QTest::newRow(kind + "both quotes: double first")
                 << required << QStringLiteral("a'b\"c") << 80 << false << false
                 << QStringLiteral("入力のエラー: 項目中に \" を含むことはできません。 ･･･文章");
-            QTest::newRow(kind + "single quote")
-                << required << QStringLiteral("a'b") << 80 << false << false
-                << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
+            QTest::newRow(kind + "single quote") << required << QStringLiteral("a'b") << 80 << false << false
+                                                 << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
             QTest::newRow(kind + "quote beats length")
                 << required << QStringLiteral("'") + QString(50, QChar(u'漢')) << 80 << false << false
                 << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
         }
-        QTest::newRow("required: empty refused") << true << QString() << 10 << false << false
-                                                 << QStringLiteral("入力のエラー: 未入力は許されません。 ･･･文章");
+        QTest::newRow("required: empty refused")
+            << true << QString() << 10 << false << false << QStringLiteral("入力のエラー: 未入力は許されません。 ･･･文章");
         QTest::newRow("optional: empty passes") << false << QString() << 10 << false << true << none;
         QTest::newRow("limit 0 prints no digits") << true << QStringLiteral("ab") << 0 << false << false
                                                   << QStringLiteral("入力のエラー: 項目の長さ(2)が制限()を越えています。 ･･･文章");
@@ -104,7 +103,8 @@ private slots:
         QTest::newRow("tab") << QStringLiteral("a\tb") << QStringLiteral("名前の変更: 会社名に制御文字は使えません。");
         QTest::newRow("newline") << QStringLiteral("a\nb") << QStringLiteral("名前の変更: 会社名に制御文字は使えません。");
         QTest::newRow("leading blank") << QStringLiteral(" a") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
-        QTest::newRow("trailing full-width blank") << QStringLiteral("a　") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
+        QTest::newRow("trailing full-width blank")
+            << QStringLiteral("a　") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
     }
     void companyNames()
     {

@@ -45,8 +45,8 @@ QString convertToPdf(const QString &file, const QString &workDir, QString *error
     QDir().mkpath(outDir);
     // The first start sets up the profile, which takes a while.
     run(QStringLiteral("soffice"),
-        {QStringLiteral("-env:UserInstallation=") + profile, QStringLiteral("--headless"),
-         QStringLiteral("--convert-to"), QStringLiteral("pdf"), QStringLiteral("--outdir"), outDir, file},
+        {QStringLiteral("-env:UserInstallation=") + profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"),
+         QStringLiteral("pdf"), QStringLiteral("--outdir"), outDir, file},
         240000, error);
     if (!error->isEmpty())
         return {};
@@ -60,7 +60,8 @@ QString convertToPdf(const QString &file, const QString &workDir, QString *error
 
 QString pdfText(const QString &pdf, QString *error)
 {
-    return QString::fromUtf8(run(QStringLiteral("pdftotext"), {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")}, 60000, error));
+    return QString::fromUtf8(
+        run(QStringLiteral("pdftotext"), {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")}, 60000, error));
 }
 
 QList<PdfLine> pdfLines(const QString &pdf, QString *error)

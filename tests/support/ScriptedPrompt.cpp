@@ -2,10 +2,7 @@
 
 namespace normaris::test {
 
-void ScriptedPrompt::message(Icon icon, const QString &title, const QString &text)
-{
-    m_shown << Shown{false, icon, title, text};
-}
+void ScriptedPrompt::message(Icon icon, const QString &title, const QString &text) { m_shown << Shown{false, icon, title, text}; }
 
 bool ScriptedPrompt::question(const QString &title, const QString &text)
 {

@@ -31,7 +31,12 @@ public:
     QStringList lines() const;
     int unansweredQuestions() const { return m_unanswered; }
     int answersLeft() const { return int(m_answers.size()); }
-    void clear() { m_shown.clear(); m_answers.clear(); m_unanswered = 0; }
+    void clear()
+    {
+        m_shown.clear();
+        m_answers.clear();
+        m_unanswered = 0;
+    }
 
 private:
     QList<Shown> m_shown;

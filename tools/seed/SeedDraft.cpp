@@ -46,8 +46,10 @@ void writeStandardDraft(QSqlDatabase db, const Document &doc)
             continue;
         const QList<CompositionRow> rows = readArticleRows(db, doc.style, doc.code);
         const CompositionRow &last = rows.last();
-        AddRequest request{doc.style, doc.code, last.level, c.level, false, int(rows.size()) - 1, last.codes,
-                           c.level == Level::Preamble ? QStringLiteral("01") : c.place.sho};
+        AddRequest request{doc.style,  doc.code,
+                           last.level, c.level,
+                           false,      int(rows.size()) - 1,
+                           last.codes, c.level == Level::Preamble ? QStringLiteral("01") : c.place.sho};
         if (adder.add(request) != Outcome::Done)
             throw Failure(QStringLiteral("標準案を作成できません: %1").arg(c.place.describe()));
     }

@@ -9,8 +9,8 @@ namespace normaris::seed {
 QString Place::describe() const
 {
     QStringList parts = {QStringLiteral("規程") + kitei};
-    const std::pair<const char *, const QString *> levels[] = {
-        {"章", &sho}, {"条", &jo}, {"項", &kou}, {"号", &gou}, {"丸", &maru}, {"イロハ", &iroha}};
+    const std::pair<const char *, const QString *> levels[] = {{"章", &sho}, {"条", &jo},   {"項", &kou},
+                                                               {"号", &gou}, {"丸", &maru}, {"イロハ", &iroha}};
     for (const auto &[label, code] : levels) {
         if (!code->isEmpty())
             parts << QString::fromUtf8(label) + *code;
@@ -292,14 +292,29 @@ private:
             if (!m.hasMatch())
                 return fail(QStringLiteral("参照先「%1」が分かりません").arg(tokens[i]));
             const QString label = m.captured(1), code = m.captured(2);
-            if (label == u"規程") { r.target.kitei = code; }
-            else if (label == u"章") { r.target.sho = code; r.targetLevel = Level::Chapter; }
-            else if (label == u"条") { r.target.jo = code; r.targetLevel = Level::Article; }
-            else if (label == u"項") { r.target.kou = code; r.targetLevel = Level::Paragraph; }
-            else if (label == u"号") { r.target.gou = code; r.targetLevel = Level::Item; }
-            else if (label == u"丸") { r.target.maru = code; r.targetLevel = Level::Maru; }
-            else if (label == u"イロハ") { r.target.iroha = code; r.targetLevel = Level::Iroha; }
-            else { r.targetSegment = code; }
+            if (label == u"規程") {
+                r.target.kitei = code;
+            } else if (label == u"章") {
+                r.target.sho = code;
+                r.targetLevel = Level::Chapter;
+            } else if (label == u"条") {
+                r.target.jo = code;
+                r.targetLevel = Level::Article;
+            } else if (label == u"項") {
+                r.target.kou = code;
+                r.targetLevel = Level::Paragraph;
+            } else if (label == u"号") {
+                r.target.gou = code;
+                r.targetLevel = Level::Item;
+            } else if (label == u"丸") {
+                r.target.maru = code;
+                r.targetLevel = Level::Maru;
+            } else if (label == u"イロハ") {
+                r.target.iroha = code;
+                r.targetLevel = Level::Iroha;
+            } else {
+                r.targetSegment = code;
+            }
         }
         c->references << r;
     }
@@ -382,12 +397,10 @@ Dictionary readDictionary(const QString &folder, QList<SourceError> &errors)
             parse(shown, QString::fromUtf8(f.readAll()));
         }
     };
-    readAll(QStringLiteral("documents"), QStringLiteral("*.txt"), [&](const QString &file, const QString &text) {
-        dictionary.documents << parseDocument(file, text, errors);
-    });
-    readAll(QStringLiteral("tables"), QStringLiteral("*.tsv"), [&](const QString &file, const QString &text) {
-        dictionary.fixedTables << parseTable(file, text, errors);
-    });
+    readAll(QStringLiteral("documents"), QStringLiteral("*.txt"),
+            [&](const QString &file, const QString &text) { dictionary.documents << parseDocument(file, text, errors); });
+    readAll(QStringLiteral("tables"), QStringLiteral("*.tsv"),
+            [&](const QString &file, const QString &text) { dictionary.fixedTables << parseTable(file, text, errors); });
     return dictionary;
 }
 

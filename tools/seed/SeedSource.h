@@ -37,7 +37,7 @@ struct Word {
 
 struct Reference {
     QString code;
-    Place target;         // 規程 always set; lower levels as deep as the target goes
+    Place target; // 規程 always set; lower levels as deep as the target goes
     Level targetLevel = Level::Document;
     QString targetSegment; // 結合 of the target, empty for the whole clause
     int line = 0;
@@ -59,13 +59,13 @@ struct Clause {
 struct Document {
     QString file;
     int line = 0;
-    QString style;      // 文章形式Code
-    QString code;       // 規程Code
-    QString name;       // 規程 (表示名称)
-    QString formalName; // 正式名称
+    QString style;                      // 文章形式Code
+    QString code;                       // 規程Code
+    QString name;                       // 規程 (表示名称)
+    QString formalName;                 // 正式名称
     QString kind = QStringLiteral("1"); // 文章種別
     bool standardDraft = false;         // 標準案: comes composed and on the company's list
-    QList<Clause> clauses; // in reading order
+    QList<Clause> clauses;              // in reading order
 };
 
 // A fixed table of the seed file given as rows of text (作成データ選択肢 and the like).

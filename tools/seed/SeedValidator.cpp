@@ -108,7 +108,9 @@ private:
         const QString key = QString::number(int(c.level)) + u'|' + parent.describe();
         const QString previous = lastCode.value(key);
         if (!previous.isEmpty() && code.toInt() <= previous.toInt())
-            fail(doc, c.line, QStringLiteral("%1のCode「%2」は前の「%3」より大きくしてください（Code順に並べます）").arg(levelName(c.level), code, previous));
+            fail(doc, c.line,
+                 QStringLiteral("%1のCode「%2」は前の「%3」より大きくしてください（Code順に並べます）")
+                     .arg(levelName(c.level), code, previous));
         lastCode.insert(key, code);
     }
 
@@ -139,13 +141,13 @@ private:
         const QString code = ownCode(c);
         // The standard codes run from 1 to just below the user's own.
         const int last = info.firstUserCode - 1;
-        const bool good = c.level == Level::Chapter && code == u"00" ? c.title == kChapterlessBody
-                                                                     : inStandardRange(code, info.codeWidth, 1, last);
+        const bool good =
+            c.level == Level::Chapter && code == u"00" ? c.title == kChapterlessBody : inStandardRange(code, info.codeWidth, 1, last);
         if (!good)
-            fail(doc, c.line, QStringLiteral("%1のCode「%2」は%3～%4の%5桁にしてください")
-                                  .arg(levelName(c.level), code, QStringLiteral("%1").arg(1, info.codeWidth, 10, QChar(u'0')),
-                                       QString::number(last))
-                                  .arg(info.codeWidth));
+            fail(doc, c.line,
+                 QStringLiteral("%1のCode「%2」は%3～%4の%5桁にしてください")
+                     .arg(levelName(c.level), code, QStringLiteral("%1").arg(1, info.codeWidth, 10, QChar(u'0')), QString::number(last))
+                     .arg(info.codeWidth));
     }
 
     void checkText(const Document &doc, const Clause &c)
@@ -156,7 +158,8 @@ private:
         for (const Segment &s : c.segments) {
             const int bytes = CP932Length(s.text);
             if (bytes > kSegmentLimit)
-                fail(doc, c.line, QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
+                fail(doc, c.line,
+                     QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
             if (s.text.contains(u'\'') || s.text.contains(u'"'))
                 fail(doc, c.line, QStringLiteral("文章に引用符（' \"）は使えません: %1").arg(s.text.left(20)));
             const QList<Marker> markers = markersIn(s.text);
@@ -172,7 +175,8 @@ private:
             }
             const int looseChars = s.text.count(u'★') + s.text.count(u'☆') + s.text.count(u'◆');
             if (looseChars != markerChars)
-                fail(doc, c.line, QStringLiteral("記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: %1").arg(s.text.left(20)));
+                fail(doc, c.line,
+                     QStringLiteral("記号（★☆◆）は「★0001★」のように4桁の数字を挟んで使ってください: %1").arg(s.text.left(20)));
         }
         checkMarkerRows(doc, c, wordMarkers, c.words, u'★', QStringLiteral("語句"));
         checkMarkerRows(doc, c, referenceMarkers, c.references, u'◆', QStringLiteral("参照"));
@@ -187,8 +191,8 @@ private:
     }
 
     template<typename Row>
-    void checkMarkerRows(const Document &doc, const Clause &c, const QHash<QString, int> &markers,
-                         const QList<Row> &rows, QChar sign, const QString &rowName)
+    void checkMarkerRows(const Document &doc, const Clause &c, const QHash<QString, int> &markers, const QList<Row> &rows, QChar sign,
+                         const QString &rowName)
     {
         QSet<QString> defined;
         for (const Row &row : rows) {
@@ -276,8 +280,8 @@ private:
                 if (a.value(i) == b.value(i))
                     continue;
                 const int line = i == 0 ? second->line : (i - 1 < second->clauses.size() ? second->clauses[i - 1].line : 0);
-                fail(*second, line, QStringLiteral("である調（%1）と構成が違います: 「%2」と「%3」")
-                                        .arg(first->file, a.value(i), b.value(i)));
+                fail(*second, line,
+                     QStringLiteral("である調（%1）と構成が違います: 「%2」と「%3」").arg(first->file, a.value(i), b.value(i)));
                 break;
             }
         }
@@ -309,7 +313,9 @@ void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors)
                 if (chapters.size() == 1)
                     r.target.sho = chapters.first();
                 else if (chapters.size() > 1)
-                    errors << SourceError{doc.file, r.line, QStringLiteral("参照 %1 の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.jo)};
+                    errors << SourceError{
+                        doc.file, r.line,
+                        QStringLiteral("参照 %1 の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.jo)};
             }
         }
     }

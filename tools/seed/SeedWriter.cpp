@@ -90,8 +90,9 @@ private:
             const Segment &s = c.segments[i];
             const QString join = segmentJoin(i, n);
             if (c.level == Level::Preamble) {
-                insertRow(m_db, QStringLiteral("前文"), {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak, s.text,
-                                                        holdsWords(s.text), 0, selectedInSeed(doc, c), segmentKind(s.text)});
+                insertRow(m_db, QStringLiteral("前文"),
+                          {doc.style, p.kitei, QStringLiteral("01"), join, s.lineBreak, s.text, holdsWords(s.text), 0,
+                           selectedInSeed(doc, c), segmentKind(s.text)});
             } else {
                 writeClauseRow(doc, c, s, join, i == 0);
             }
@@ -108,7 +109,8 @@ private:
     void writeArticle(const Document &doc, const Clause &c)
     {
         const Place &p = c.place;
-        insertRow(m_db, dictionaryTable(Level::Article), {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
+        insertRow(m_db, dictionaryTable(Level::Article),
+                  {doc.style, p.kitei, p.sho, p.jo, c.title, 0, c.formalName, selectedInSeed(doc, c)});
     }
 
     void writeClauseRow(const Document &doc, const Clause &c, const Segment &s, const QString &join, bool first)
@@ -119,8 +121,8 @@ private:
         const int depth = int(c.level) - int(Level::Paragraph);
         for (int d = 0; d <= depth; ++d)
             values << codes[d];
-        values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0"))
-               << holdsWords(s.text) << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
+        values << s.text << join << s.lineBreak << (first ? c.templateCode : QStringLiteral("0")) << holdsWords(s.text)
+               << holdsReferences(s.text) << 0 << selectedInSeed(doc, c) << segmentKind(s.text);
         insertRow(m_db, dictionaryTable(c.level), values);
     }
 
@@ -158,8 +160,7 @@ private:
         for (const Reference &r : c.references) {
             if (r.code == code)
                 insertRow(m_db, QStringLiteral("変数テーブル番号"),
-                          QVariantList{code} + place + placeValues(r.target)
-                              + QVariantList{r.targetSegment, levelCode(r.targetLevel)});
+                          QVariantList{code} + place + placeValues(r.target) + QVariantList{r.targetSegment, levelCode(r.targetLevel)});
         }
     }
 

@@ -15,9 +15,7 @@ constexpr int kRowsPerPage = 6;
 
 } // namespace
 
-PanelModel::PanelModel(QList<PanelRow> rows, QObject *parent) : QAbstractTableModel(parent), m_rows(std::move(rows))
-{
-}
+PanelModel::PanelModel(QList<PanelRow> rows, QObject *parent) : QAbstractTableModel(parent), m_rows(std::move(rows)) {}
 
 int PanelModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_rows.size()); }
 int PanelModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : ColumnCount; }
@@ -46,10 +44,8 @@ QVariant PanelModel::data(const QModelIndex &index, int role) const
             return small;
         }
         return {};
-    case Qt::TextAlignmentRole:
-        return index.column() == Caption ? QVariant(Qt::AlignCenter) : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-    default:
-        return {};
+    case Qt::TextAlignmentRole: return index.column() == Caption ? QVariant(Qt::AlignCenter) : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+    default: return {};
     }
 }
 
@@ -90,7 +86,8 @@ CompositionPanel::CompositionPanel(QList<PanelRow> rows, int visibleRows, Action
     // Exactly visibleRows rows fit, so that the scroll range is the rows beyond them.
     setFixedHeight(2 * frameWidth() + horizontalHeader()->sizeHint().height() + visibleRows * verticalHeader()->defaultSectionSize());
     setMinimumWidth(860);
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) { chooseRow(current.row()); });
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &current) { chooseRow(current.row()); });
     if (m_model->rowCount() > 0)
         chooseRow(0);
 }

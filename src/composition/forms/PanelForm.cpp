@@ -83,8 +83,8 @@ void PanelForm::build(QList<PanelRow> rows)
         m_body->addStretch();
         return;
     }
-    m_panel = new CompositionPanel(std::move(rows), m_kind.visibleRows,
-                                   [](Level level) { return panelActions(AppState::cn(), level); }, this);
+    m_panel = new CompositionPanel(
+        std::move(rows), m_kind.visibleRows, [](Level level) { return panelActions(AppState::cn(), level); }, this);
     m_body->addWidget(m_panel);
     m_process->setEnabled(true);
     connect(m_panel->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -99,17 +99,13 @@ void PanelForm::process()
     try {
         const PanelDecision d = decide(m_panel->rows(), i, m_panel->chosenAction());
         switch (d.kind) {
-        case PanelDecision::Kind::Nothing:
-            return;
-        case PanelDecision::Kind::Refuse:
-            uiPrompt().error(d.title, d.text);
-            return;
+        case PanelDecision::Kind::Nothing: return;
+        case PanelDecision::Kind::Refuse: uiPrompt().error(d.title, d.text); return;
         case PanelDecision::Kind::Confirm:
             if (!uiPrompt().question(d.title, d.text))
                 return;
             break;
-        case PanelDecision::Kind::OpenParagraphs:
-            break;
+        case PanelDecision::Kind::OpenParagraphs: break;
         }
         handOver(m_panel->rows().at(i), d);
     } catch (const std::exception &e) {
@@ -126,8 +122,8 @@ void PanelForm::handOver(const PanelRow &row, const PanelDecision &d)
     state.CurRowIndex = m_panel->selectedRow();
     state.CurShubetsu = levelCode(d.current);
     state.AddShubetsu = d.release || d.kind != PanelDecision::Kind::Confirm ? QString()
-                        : d.firstParagraph                                   ? QStringLiteral("0")
-                                                                             : levelCode(d.added);
+                        : d.firstParagraph                                  ? QStringLiteral("0")
+                                                                            : levelCode(d.added);
     using CompositionFlow::Form;
     const Form next = d.kind == PanelDecision::Kind::OpenParagraphs ? Form::ParagraphPanel : d.release ? Form::Release : Form::Add;
     state.*m_kind.flag = false;

@@ -23,11 +23,11 @@ class CompositionPanel;
 struct PanelFormKind {
     const char *objectName;
     const char *caption;
-    bool AppState::*flag;              // builds at load only when set
-    int visibleRows;                   // rows on view before the scroll bar appears
-    bool paragraphLevels;              // the levels of the 項 panel
-    const char *emptyLabel;            // objectName of "※データがありません"
-    CompositionFlow::Form closesTo;    // shown again by 閉じる
+    bool AppState::*flag;           // builds at load only when set
+    int visibleRows;                // rows on view before the scroll bar appears
+    bool paragraphLevels;           // the levels of the 項 panel
+    const char *emptyLabel;         // objectName of "※データがありません"
+    CompositionFlow::Form closesTo; // shown again by 閉じる
 };
 
 class PanelForm : public QDialog {

@@ -36,7 +36,8 @@ const ProcessView kProcesses[3] = {
 // The lists are written to a new file in the temporary folder and opened from there.
 QString listPath(int kind)
 {
-    return QDir(QDir::tempPath()).filePath(QStringLiteral("normaris-list%1-%2.xlsx").arg(kind + 1).arg(QDateTime::currentMSecsSinceEpoch()));
+    return QDir(QDir::tempPath())
+        .filePath(QStringLiteral("normaris-list%1-%2.xlsx").arg(kind + 1).arg(QDateTime::currentMSecsSinceEpoch()));
 }
 
 } // namespace
@@ -112,7 +113,10 @@ frmMakesentaku::frmMakesentaku(QWidget *parent) : QDialog(parent)
         });
     }
     for (QRadioButton *option : m_process)
-        connect(option, &QRadioButton::toggled, this, [this](bool on) { if (on) processChanged(); });
+        connect(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                processChanged();
+        });
     m_lists[1]->setVisible(false);
     connect(m_go, &QPushButton::clicked, this, &frmMakesentaku::run);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
@@ -180,12 +184,8 @@ void frmMakesentaku::run()
             CompositionFlow::run(parentWidget());
             accept();
             return;
-        case 1:
-            DocumentList(AppState::cn()).addToList(state.CurBunshoKeishikiCode, state.CurKiteiCode);
-            break;
-        default:
-            DocumentList(AppState::cn()).removeFromList(state.CurBunshoKeishikiCode, state.CurKiteiCode);
-            break;
+        case 1: DocumentList(AppState::cn()).addToList(state.CurBunshoKeishikiCode, state.CurKiteiCode); break;
+        default: DocumentList(AppState::cn()).removeFromList(state.CurBunshoKeishikiCode, state.CurKiteiCode); break;
         }
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));

@@ -28,9 +28,9 @@ private:
     void run();
     void list(int kind);
 
-    QRadioButton *m_style[2] {};
-    QRadioButton *m_process[3] {};
-    QListWidget *m_lists[2] {};
+    QRadioButton *m_style[2]{};
+    QRadioButton *m_process[3]{};
+    QListWidget *m_lists[2]{};
     QLabel *m_label = nullptr;
     QPushButton *m_go = nullptr;
 };

@@ -5,8 +5,8 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kArticlePanel = {"frmMakesentakuSub", "条までの設定", &AppState::ArticlePanelActive, 20, false,
-                                     "Label4", CompositionFlow::Form::None};
+const PanelFormKind kArticlePanel = {"frmMakesentakuSub",        "条までの設定", &AppState::ArticlePanelActive, 20, false, "Label4",
+                                     CompositionFlow::Form::None};
 }
 
 frmMakesentakuSub::frmMakesentakuSub(QWidget *parent) : PanelForm(kArticlePanel, parent) { load(); }
@@ -14,7 +14,8 @@ frmMakesentakuSub::frmMakesentakuSub(QWidget *parent) : PanelForm(kArticlePanel,
 void frmMakesentakuSub::fillHeadings()
 {
     const AppState &s = AppState::instance();
-    addHeading(QStringLiteral("Label10"), QStringLiteral("文章形式:"), placeNames(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode).style);
+    addHeading(QStringLiteral("Label10"), QStringLiteral("文章形式:"),
+               placeNames(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode).style);
 }
 
 QList<PanelRow> frmMakesentakuSub::readRows()

@@ -8,8 +8,8 @@
 namespace normaris {
 
 namespace {
-const PanelFormKind kParagraphPanel = {"frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, 19, true,
-                                       "Label4_1", CompositionFlow::Form::ArticlePanel};
+const PanelFormKind kParagraphPanel = {
+    "frmMakesentakuSub2", "項以下の設定", &AppState::ParagraphPanelActive, 19, true, "Label4_1", CompositionFlow::Form::ArticlePanel};
 }
 
 frmMakesentakuSub2::frmMakesentakuSub2(QWidget *parent) : PanelForm(kParagraphPanel, parent)

@@ -91,8 +91,7 @@ void frmMakesentaku_kaijo::release()
 void frmMakesentaku_kaijo::reject()
 {
     // Back to the panel the release was chosen on, rebuilt from the tables.
-    CompositionFlow::handOver(isClauseLevel(m_request.level) ? CompositionFlow::Form::ParagraphPanel
-                                                             : CompositionFlow::Form::ArticlePanel);
+    CompositionFlow::handOver(isClauseLevel(m_request.level) ? CompositionFlow::Form::ParagraphPanel : CompositionFlow::Form::ArticlePanel);
     QDialog::reject();
 }
 

@@ -26,11 +26,10 @@ struct AddMethod {
     Outcome (*run)(ClauseAdder &, AddRequest);
 };
 const AddMethod kAddMethods[] = {
-    {"1", "10", Tuika0110}, {"1", "2", Tuika0102}, {"10", "2", Tuika1002}, {"2", "3", Tuika0203},
-    {"3", "2", Tuika0302},  {"3", "3", Tuika0303}, {"4", "0", Tuika0400},  {"4", "4", Tuika0404},
-    {"4", "5", Tuika0405},  {"5", "4", Tuika0504}, {"5", "5", Tuika0505},  {"5", "6", Tuika0506},
-    {"6", "4", Tuika0604},  {"6", "5", Tuika0605}, {"6", "6", Tuika0606},  {"6", "7", Tuika0607},
-    {"7", "4", Tuika0704},  {"7", "5", Tuika0705}, {"7", "6", Tuika0706},  {"7", "7", Tuika0707},
+    {"1", "10", Tuika0110}, {"1", "2", Tuika0102}, {"10", "2", Tuika1002}, {"2", "3", Tuika0203}, {"3", "2", Tuika0302},
+    {"3", "3", Tuika0303},  {"4", "0", Tuika0400}, {"4", "4", Tuika0404},  {"4", "5", Tuika0405}, {"5", "4", Tuika0504},
+    {"5", "5", Tuika0505},  {"5", "6", Tuika0506}, {"6", "4", Tuika0604},  {"6", "5", Tuika0605}, {"6", "6", Tuika0606},
+    {"6", "7", Tuika0607},  {"7", "4", Tuika0704}, {"7", "5", Tuika0705},  {"7", "6", Tuika0706}, {"7", "7", Tuika0707},
 };
 
 auto methodFor(const QString &current, const QString &added) -> decltype(AddMethod::run)
@@ -96,7 +95,10 @@ frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent) : QDialog(parent),
     for (int i = 1; i < 3; ++i)
         m_filter[i]->setEnabled(m_request.added != Level::Preamble);
     for (QRadioButton *option : m_filter)
-        connect(option, &QRadioButton::toggled, this, [this](bool on) { if (on) fill(); });
+        connect(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                fill();
+        });
     outer->addWidget(frame);
 
     auto *buttons = new QHBoxLayout;
@@ -118,7 +120,7 @@ frmMakesentaku_tsuika::frmMakesentaku_tsuika(QWidget *parent) : QDialog(parent),
 
 void frmMakesentaku_tsuika::fill()
 {
-    const StockFilter filter = m_filter[1]->isChecked() ? StockFilter::Unselected
+    const StockFilter filter = m_filter[1]->isChecked()   ? StockFilter::Unselected
                                : m_filter[2]->isChecked() ? StockFilter::UserMade
                                                           : StockFilter::All;
     QStringList parent = ClauseAdder::placeOf(m_request);
@@ -170,8 +172,7 @@ void frmMakesentaku_tsuika::add()
 void frmMakesentaku_tsuika::reject()
 {
     // Back to the panel the add was chosen on, rebuilt whether an add took place or not.
-    CompositionFlow::handOver(isClauseLevel(m_request.added) ? CompositionFlow::Form::ParagraphPanel
-                                                             : CompositionFlow::Form::ArticlePanel);
+    CompositionFlow::handOver(isClauseLevel(m_request.added) ? CompositionFlow::Form::ParagraphPanel : CompositionFlow::Form::ArticlePanel);
     QDialog::reject();
 }
 

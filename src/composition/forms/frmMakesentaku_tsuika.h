@@ -30,10 +30,10 @@ private:
 
     AddRequest m_request;
     Outcome (*m_method)(ClauseAdder &, AddRequest) = nullptr; // Tuika… of the selection
-    bool m_done = false; // an add runs once per opening
+    bool m_done = false;                                      // an add runs once per opening
     QComboBox *m_stock = nullptr;
     QLabel *m_code = nullptr;
-    QRadioButton *m_filter[3] {};
+    QRadioButton *m_filter[3]{};
     QPushButton *m_add = nullptr;
 };
 

@@ -64,7 +64,8 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     m_styleFrame = frame(this, QStringLiteral("Frame2"), QStringLiteral("文章形式"));
     m_style = optionGroup(this, m_styleFrame, QStringLiteral("Option2"), {QStringLiteral("である調"), QStringLiteral("ですます調")});
     auto *kindFrame = frame(this, QStringLiteral("Frame4"), QStringLiteral("種別"));
-    m_kind = optionGroup(this, kindFrame, QStringLiteral("Option4"), {QStringLiteral("規則・規程"), QStringLiteral("協約・協定"), QStringLiteral("就業規則届")});
+    m_kind = optionGroup(this, kindFrame, QStringLiteral("Option4"),
+                         {QStringLiteral("規則・規程"), QStringLiteral("協約・協定"), QStringLiteral("就業規則届")});
     m_coverFrame = frame(this, QStringLiteral("Frame3"), QStringLiteral("表紙・目次の有無"));
     m_cover = optionGroup(this, m_coverFrame, QStringLiteral("Option3"),
                           {QStringLiteral("両方有"), QStringLiteral("表紙のみ有"), QStringLiteral("目次のみ有"), QStringLiteral("無")});
@@ -104,10 +105,8 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
         void (frmExport::*run)();
     };
     const Step steps[] = {
-        {"Command5", "データ作成(&M)", &frmExport::makeWorkData},
-        {"Command7", "基本設定・日付設定(&K)", &frmExport::openSettings},
-        {"Command6", "埋込語句の設定(&I)", &frmExport::openWords},
-        {"Command4", "設定項目の置換(&S)", &frmExport::substitute},
+        {"Command5", "データ作成(&M)", &frmExport::makeWorkData},       {"Command7", "基本設定・日付設定(&K)", &frmExport::openSettings},
+        {"Command6", "埋込語句の設定(&I)", &frmExport::openWords},      {"Command4", "設定項目の置換(&S)", &frmExport::substitute},
         {"Command1", "データをWordへ送る(&E)", &frmExport::sendToWord},
     };
     for (int i = 0; i < 5; ++i) {

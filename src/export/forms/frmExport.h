@@ -50,9 +50,9 @@ private:
     QGroupBox *m_coverFrame = nullptr;
     QGroupBox *m_numberFrame = nullptr;
     QGroupBox *m_filingFrame = nullptr;
-    QListWidget *m_lists[2] = {};     // DataList1, DataList2
-    QLabel *m_listLabel = nullptr;    // Label1
-    QPushButton *m_steps[3] = {};     // Command4, Command5, Command6
+    QListWidget *m_lists[2] = {};  // DataList1, DataList2
+    QLabel *m_listLabel = nullptr; // Label1
+    QPushButton *m_steps[3] = {};  // Command4, Command5, Command6
     QString m_lastDocument;
 };
 

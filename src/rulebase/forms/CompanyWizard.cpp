@@ -31,8 +31,8 @@ CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(pare
     setObjectName(texts.formName);
     setWindowTitle(texts.caption);
     auto *outer = new QVBoxLayout(this);
-    for (const auto &[name, text] : {std::pair{QStringLiteral("Label1"), texts.label1},
-                                     std::pair{QStringLiteral("Label2"), texts.label2}}) {
+    for (const auto &[name, text] :
+         {std::pair{QStringLiteral("Label1"), texts.label1}, std::pair{QStringLiteral("Label2"), texts.label2}}) {
         auto *label = new QLabel(text, this);
         label->setObjectName(name);
         label->setWordWrap(true);

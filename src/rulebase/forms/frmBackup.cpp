@@ -17,7 +17,8 @@
 
 namespace normaris {
 
-namespace {} // namespace
+namespace {
+} // namespace
 
 frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 {
@@ -38,7 +39,8 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 
     auto *targetFrame = new QGroupBox(QStringLiteral("ﾊﾞｯｸｱｯﾌﾟ先を選択してください"), this);
     auto *targetBox = new QVBoxLayout(targetFrame);
-    m_standardPlace = new QRadioButton(QStringLiteral("標準のバックアップ先（%1）").arg(QDir::toNativeSeparators(layout.backupRoot())), targetFrame);
+    m_standardPlace =
+        new QRadioButton(QStringLiteral("標準のバックアップ先（%1）").arg(QDir::toNativeSeparators(layout.backupRoot())), targetFrame);
     m_standardPlace->setObjectName(QStringLiteral("Option1_0"));
     m_standardPlace->setChecked(true);
     m_chosenPlace = new QRadioButton(QStringLiteral("フォルダを指定する"), targetFrame);
@@ -59,9 +61,10 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     connect(m_chosenPlace, &QRadioButton::toggled, browse, &QWidget::setEnabled);
     connect(browse, &QPushButton::clicked, this, &frmBackup::pickFolder);
 
-    auto *label1 = new QLabel(QStringLiteral("標準のバックアップ先を選ぶと、プログラムのフォルダにある BackupDB の中に会社名のフォルダを作ってコピーします。"
-                                             "フォルダを指定すると、会社のデータをそのフォルダの中へ直接コピーします。同じ名前のファイルは上書きされます。"),
-                              this);
+    auto *label1 = new QLabel(
+        QStringLiteral("標準のバックアップ先を選ぶと、プログラムのフォルダにある BackupDB の中に会社名のフォルダを作ってコピーします。"
+                       "フォルダを指定すると、会社のデータをそのフォルダの中へ直接コピーします。同じ名前のファイルは上書きされます。"),
+        this);
     label1->setObjectName(QStringLiteral("Label1"));
     label1->setWordWrap(true);
     auto *label2 = new QLabel(QStringLiteral("データファイルが大きいため、ＦＤドライブを選択するとエラーが発生します"), this);
@@ -104,8 +107,7 @@ void frmBackup::backUp()
         }
         destination = m_folder->text().trimmed();
     }
-    const Outcome outcome = Maintenance(DataLayout{AppState::instance().AppPath}, uiPrompt())
-                                .backup(m_source->currentText(), destination);
+    const Outcome outcome = Maintenance(DataLayout{AppState::instance().AppPath}, uiPrompt()).backup(m_source->currentText(), destination);
     if (outcome == Outcome::Done)
         accept();
 }

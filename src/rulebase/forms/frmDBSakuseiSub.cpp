@@ -15,9 +15,8 @@ const QString kExplanation = QStringLiteral(
 }
 
 frmDBSakuseiSub::frmDBSakuseiSub(QWidget *parent)
-    : CompanyWizard({QStringLiteral("frmDBSakuseiSub"), QStringLiteral("新規データ作成"), QStringLiteral("次へ(&N)"),
-                     kExplanation, QString()},
-                    parent)
+    : CompanyWizard(
+        {QStringLiteral("frmDBSakuseiSub"), QStringLiteral("新規データ作成"), QStringLiteral("次へ(&N)"), kExplanation, QString()}, parent)
 {
     auto *frame = new QGroupBox(QStringLiteral("データソース"), this);
     frame->setObjectName(QStringLiteral("Frame1"));

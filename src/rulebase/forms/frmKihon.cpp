@@ -130,9 +130,7 @@ bool frmKihon::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     }
-    case QEvent::FocusIn:
-        QTimer::singleShot(0, box, [box] { SelectAllText(box); });
-        break;
+    case QEvent::FocusIn: QTimer::singleShot(0, box, [box] { SelectAllText(box); }); break;
     case QEvent::FocusOut: {
         const auto reason = static_cast<QFocusEvent *>(event)->reason();
         // A message box taking the focus is not the user leaving the field.
@@ -140,8 +138,7 @@ bool frmKihon::eventFilter(QObject *watched, QEvent *event)
             checkField(index);
         break;
     }
-    default:
-        break;
+    default: break;
     }
     return QDialog::eventFilter(watched, event);
 }
@@ -166,8 +163,9 @@ void frmKihon::update()
     }
     AppState &state = AppState::instance();
     if (state.KihonFromExport) {
-        uiPrompt().warning(QStringLiteral("データ変更"), QStringLiteral("データエクスポート処理の過程で基本設定を変更した場合は、\n"
-                                                                       "もう一度データエクスポートフォームの「新規作成」をクリックしてください。"));
+        uiPrompt().warning(QStringLiteral("データ変更"),
+                           QStringLiteral("データエクスポート処理の過程で基本設定を変更した場合は、\n"
+                                          "もう一度データエクスポートフォームの「新規作成」をクリックしてください。"));
         state.KihonFromExport = false;
     }
     accept();

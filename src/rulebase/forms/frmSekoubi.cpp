@@ -19,17 +19,17 @@
 
 namespace normaris {
 
-frmSekoubi::frmSekoubi(QWidget *parent)
-    : QDialog(parent), m_dates(AppState::cn(), AppState::instance().CurKiteiCode)
+frmSekoubi::frmSekoubi(QWidget *parent) : QDialog(parent), m_dates(AppState::cn(), AppState::instance().CurKiteiCode)
 {
     setObjectName(QStringLiteral("frmSekoubi"));
     setWindowTitle(QStringLiteral("日付の設定"));
     const AppState &state = AppState::instance();
     auto *outer = new QVBoxLayout(this);
     const QString name = scalar(AppState::cn(), QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
-                                {state.CurBunshoKeishikiCode, state.CurKiteiCode}).toString();
-    const QString style = scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"),
-                                 {state.CurBunshoKeishikiCode}).toString();
+                                {state.CurBunshoKeishikiCode, state.CurKiteiCode})
+                             .toString();
+    const QString style =
+        scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {state.CurBunshoKeishikiCode}).toString();
     auto *label1 = new QLabel(name, this);
     label1->setObjectName(QStringLiteral("Label1"));
     outer->addWidget(label1);
@@ -52,8 +52,9 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     entry->addWidget(m_date);
     entry->addWidget(new QLabel(QStringLiteral("入力例： 2009/1/1"), this));
     outer->addLayout(entry);
-    for (const char *note : {"【規則・規程】 一番古い日付は「新規作成年月日」、その後追加した日付は「改訂年月日」となります。",
-                             "【協約・協定】 日付は「有効期間起算日」です。複数の日付を設定した場合は、一番新しい日付のみ有効となります。"}) {
+    for (const char *note :
+         {"【規則・規程】 一番古い日付は「新規作成年月日」、その後追加した日付は「改訂年月日」となります。",
+          "【協約・協定】 日付は「有効期間起算日」です。複数の日付を設定した場合は、一番新しい日付のみ有効となります。"}) {
         auto *l = new QLabel(QString::fromUtf8(note), this);
         l->setWordWrap(true);
         outer->addWidget(l);
@@ -63,7 +64,8 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     outer->addWidget(m_status);
 
     auto *moves = new QHBoxLayout;
-    const std::pair<const char *, const char *> moveButtons[] = {{"cmdFirst", "|<"}, {"cmdPrevious", "<"}, {"cmdNext", ">"}, {"cmdLast", ">|"}};
+    const std::pair<const char *, const char *> moveButtons[] = {
+        {"cmdFirst", "|<"}, {"cmdPrevious", "<"}, {"cmdNext", ">"}, {"cmdLast", ">|"}};
     for (const auto &[objectName, caption] : moveButtons) {
         QPushButton *b = makeButton(this, QString::fromUtf8(objectName), QString::fromUtf8(caption));
         b->setAutoDefault(false);
@@ -94,9 +96,8 @@ frmSekoubi::frmSekoubi(QWidget *parent)
     connect(m_cancel, &QPushButton::clicked, this, &frmSekoubi::cancel);
     connect(m_delete, &QPushButton::clicked, this, &frmSekoubi::remove);
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
-    connect(m_grid, &QTableWidget::currentCellChanged, this, [this](int row) {
-        m_status->setText(row >= 0 ? QStringLiteral("Record: %1").arg(row + 1) : QString());
-    });
+    connect(m_grid, &QTableWidget::currentCellChanged, this,
+            [this](int row) { m_status->setText(row >= 0 ? QStringLiteral("Record: %1").arg(row + 1) : QString()); });
 
     reload();
     setMode(Mode::Browsing);
@@ -213,8 +214,8 @@ void frmSekoubi::remove()
         return;
     const qint64 id = m_rows[row].id;
     const std::optional<qint64> next = row + 1 < m_rows.size() ? std::optional(m_rows[row + 1].id)
-                                       : row > 0              ? std::optional(m_rows[row - 1].id)
-                                                              : std::nullopt;
+                                       : row > 0               ? std::optional(m_rows[row - 1].id)
+                                                               : std::nullopt;
     runInTransaction(uiPrompt(), AppState::cn(), [&] { m_dates.remove(id); });
     reload(next);
     setMode(Mode::Browsing);

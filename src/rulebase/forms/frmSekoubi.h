@@ -43,8 +43,7 @@ private:
     QTableWidget *m_grid = nullptr;
     QLineEdit *m_date = nullptr;
     QLabel *m_status = nullptr;
-    QPushButton *m_add = nullptr, *m_edit = nullptr, *m_update = nullptr, *m_cancel = nullptr, *m_delete = nullptr,
-                *m_close = nullptr;
+    QPushButton *m_add = nullptr, *m_edit = nullptr, *m_update = nullptr, *m_cancel = nullptr, *m_delete = nullptr, *m_close = nullptr;
     QList<QPushButton *> m_moves;
 };
 

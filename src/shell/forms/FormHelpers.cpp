@@ -90,10 +90,7 @@ QPushButton *makeButton(QWidget *parent, const QString &objectName, const QStrin
     return b;
 }
 
-void SelectAllText(QLineEdit *box)
-{
-    box->setSelection(0, int(box->text().size()));
-}
+void SelectAllText(QLineEdit *box) { box->setSelection(0, int(box->text().size())); }
 
 void installTextBoxBehaviour(QWidget *form)
 {

@@ -61,13 +61,18 @@ void frmMain01::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("ﾌｧｲﾙ(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr}, {3, "ﾊﾞｯｸｱｯﾌﾟ(&B)..."},
-        {4, "最適化(&S)..."},   {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr},
-        {8, "終了(&E)"},
+        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr}, {3, "ﾊﾞｯｸｱｯﾌﾟ(&B)..."}, {4, "最適化(&S)..."},
+        {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr}, {8, "終了(&E)"},
     };
     const std::function<void()> actions[9] = {
-        [this] { newCompany(); }, [this] { chooseCompany(); }, {}, [this] { backup(); },
-        [this] { optimise(); },   {},                          [this] { deleteCompany(); }, {},
+        [this] { newCompany(); },
+        [this] { chooseCompany(); },
+        {},
+        [this] { backup(); },
+        [this] { optimise(); },
+        {},
+        [this] { deleteCompany(); },
+        {},
         [this] { quit(); },
     };
     for (const auto &[index, caption] : entries) {
@@ -113,8 +118,8 @@ void frmMain01::buildCommands()
 
 void frmMain01::buildStatusBar()
 {
-    const QString panels[4] = {QStringLiteral("ノルマリス"), QDate::currentDate().toString(QStringLiteral("yyyy/MM/dd")),
-                               NoCompanyPrompt, QStringLiteral("Version ") + QStringLiteral(NORMARIS_VERSION)};
+    const QString panels[4] = {QStringLiteral("ノルマリス"), QDate::currentDate().toString(QStringLiteral("yyyy/MM/dd")), NoCompanyPrompt,
+                               QStringLiteral("Version ") + QStringLiteral(NORMARIS_VERSION)};
     for (int i = 0; i < 4; ++i) {
         auto *label = new QLabel(panels[i], this);
         label->setObjectName(i == 2 ? QStringLiteral("CompanyPanel") : QStringLiteral("StatusPanel%1").arg(i + 1));

@@ -24,12 +24,12 @@ public:
     QString companyPanelText() const;
 
     // The menu actions, by index of ﾌｧｲﾙ(&F).
-    void newCompany();     // 0
-    void chooseCompany();  // 1
-    void backup();         // 3
-    void optimise();       // 4
-    void deleteCompany();  // 6
-    void quit();           // 8
+    void newCompany();    // 0
+    void chooseCompany(); // 1
+    void backup();        // 3
+    void optimise();      // 4
+    void deleteCompany(); // 6
+    void quit();          // 8
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -47,8 +47,8 @@ private:
     bool closeOpenCompanyFirst(const QString &question);
     void showModal(QDialog *dialog);
 
-    std::array<QPushButton *, 5> m_commands {};
-    std::array<DialogFactory, 5> m_factories {};
+    std::array<QPushButton *, 5> m_commands{};
+    std::array<DialogFactory, 5> m_factories{};
     QLabel *m_companyPanel = nullptr;
     bool m_quitting = false;
 };

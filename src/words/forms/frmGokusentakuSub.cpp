@@ -88,7 +88,9 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     const bool counted = state.CurKiteiCode == u"34" || state.CurKiteiCode == u"32";
     frame->setVisible(counted);
     if (counted)
-        label1->setText(documentName + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
+        label1->setText(
+            documentName
+            + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
 
     auto *buttons = new QHBoxLayout;
     QPushButton *go = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));

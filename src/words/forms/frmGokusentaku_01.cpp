@@ -170,7 +170,8 @@ void frmGokusentaku_01::preview()
         return;
     }
     try {
-        m_lastPreview = ArticlePreview(AppState::cn(), state.CurBunshoKeishikiCode, state.CurKiteiCode).write(state.CurShoCode, state.CurJoCode);
+        m_lastPreview =
+            ArticlePreview(AppState::cn(), state.CurBunshoKeishikiCode, state.CurKiteiCode).write(state.CurShoCode, state.CurJoCode);
         if (!m_lastPreview.isEmpty() && !openWithDesktop(m_lastPreview))
             uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(m_lastPreview));
     } catch (const Failure &f) {
