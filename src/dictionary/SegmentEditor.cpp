@@ -50,7 +50,7 @@ bool SegmentEditor::open(Prompt &prompt)
 void SegmentEditor::load(bool fillWorkTables)
 {
     m_segments = Segments();
-    QSqlQuery rows =
+    RowReader rows =
         execSql(m_db,
                 QStringLiteral("SELECT 改行, \"%1\", 結合種別, 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                     .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
@@ -77,7 +77,7 @@ void SegmentEditor::load(bool fillWorkTables)
             QString where = QStringLiteral("Code = ? AND ") + m_place.variableWhereSql();
             if (fillWorkTables && k == kSegmentWithoutAnd)
                 where.replace(QStringLiteral(" AND 種別"), QStringLiteral(" 種別"));
-            QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, 語句 FROM 変数テーブル語句 WHERE ") + where,
+            RowReader words = execSql(m_db, QStringLiteral("SELECT ID, 語句 FROM 変数テーブル語句 WHERE ") + where,
                                       QVariantList{s.code} + m_place.variableWhereValues());
             QList<std::pair<qint64, QString>> found;
             while (words.next())
@@ -172,7 +172,10 @@ void SegmentEditor::restoreLastGood()
 
 Outcome SegmentEditor::update(Prompt &prompt)
 {
-    return runRefusableTransaction(prompt, m_db, [&] {
+    // The update reloads the editor from the rows it writes. When the transaction
+    // fails they are rolled back, and so is the editor, keeping what the user entered.
+    const SegmentEditor asOpened = *this;
+    const Outcome outcome = runRefusableTransaction(prompt, m_db, [&] {
         const bool inUse = isInUse();
         int count = 0;
         for (int k = 0; k < kSegments; ++k) {
@@ -205,7 +208,7 @@ Outcome SegmentEditor::update(Prompt &prompt)
         for (int k = 0; k < kSegments; ++k)
             writeRow(prompt, k, joinCounter, changed);
         // The words that have left the clause.
-        QSqlQuery before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
+        RowReader before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
         while (before.next()) {
             const QString code = before.value(0).toString();
             if (!scalar(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句更新後 WHERE Code = ?"), {code}).toInt())
@@ -220,6 +223,9 @@ Outcome SegmentEditor::update(Prompt &prompt)
         setWordPositions();
         return true;
     });
+    if (outcome == Outcome::Failed)
+        *this = asOpened;
+    return outcome;
 }
 
 void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool changed)
@@ -255,7 +261,7 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
                                m_loadedSelectFlag, s.kind});
     if (s.kind != SegmentKind::Word)
         return;
-    QSqlQuery after =
+    RowReader after =
         execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
                 {s.code, m_place.document});
     QList<QVariantList> found;
@@ -274,14 +280,14 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
 
 void SegmentEditor::setWordPositions()
 {
-    QSqlQuery rows = execSql(m_db,
+    RowReader rows = execSql(m_db,
                              QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                  .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     QList<std::pair<QString, QString>> clause;
     while (rows.next())
         clause << std::pair{rows.value(0).toString(), rows.value(1).toString()};
-    QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
+    RowReader words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
                               m_place.variableWhereValues());
     QList<std::pair<qint64, QString>> wordRows;
     while (words.next())
