@@ -25,20 +25,24 @@ state() {
 }
 ms() { date +%s%3N; }
 
-# The starting point: a company with settings, a date and built work data.
+# The starting point: a company with settings, and the documents that the work rules
+# cite built, dated and substituted; the work rules themselves built, to be substituted.
 base=$work/base
 cli "$base" company new "$company" >/dev/null 2>&1
 cli "$base" settings set --company "$company" 事業所名=株式会社甲 >/dev/null
 cli "$base" settings representative --company "$company" 2 >/dev/null
-cli "$base" dates add --company "$company" --doc 01 2026/4/1 >/dev/null
-cli "$base" build --company "$company" --style 1 --doc 01 >/dev/null 2>&1
-cli "$base" substitute --company "$company" --style 1 --doc 01 >/dev/null 2>&1
-# The row of the third 章 on the 条 panel, released (and added back) by the composition steps.
-row=$(cli "$base" compose rows --company "$company" --style 1 --doc 01 | awk -F'\t' '$2 ~ /章/ { if (++n == 3) { print $1; exit } }')
+for doc in 02 03 04 05 31 01; do
+  cli "$base" dates add --company "$company" --doc "$doc" 2026/4/1 >/dev/null
+  cli "$base" build --company "$company" --style 1 --doc "$doc" >/dev/null 2>&1
+  [ "$doc" = 01 ] || cli "$base" substitute --company "$company" --style 1 --doc "$doc" >/dev/null 2>&1
+done
+# The row of the third 章 on the 条 panel (level code 2), released (and added back) by
+# the composition steps.
+row=$(cli "$base" compose rows --company "$company" --style 1 --doc 01 | awk -F'\t' '$3 == "2" { if (++n == 3) { print $1; exit } }')
 released=$work/released
 cp -a "$base" "$released"
 cli "$released" compose release --company "$company" --style 1 --doc 01 --row "$row" >/dev/null 2>&1
-pick=$(cli "$base" compose rows --company "$company" --style 1 --doc 01 | awk -F'\t' -v r="$row" '$1 == r { print $4 }')
+pick=$(cli "$base" compose rows --company "$company" --style 1 --doc 01 | awk -F'\t' -v r="$row" '$1 == r { print $5 }')
 
 # name | root to start from | the step's arguments
 steps=(
