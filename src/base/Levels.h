@@ -47,6 +47,8 @@ struct LevelInfo {
     bool unselectedOnImport;       // an imported row starts with 選択フラグ off
     const char16_t *pickerLabel;   // beside the level's picker in the dictionary navigator
     const char16_t *pickerHint;    // the navigator's instruction when the level is chosen
+    bool everySetting;             // a 基本語句 segment offers every setting substitution knows, not the 前文's three
+    bool faultyFourthWordLookup;   // the segment editor's look-up of the fourth segment's word keeps its old fault
 };
 
 // In document order: 規程, 前文, 章, 条, 項, 号, ①～⑳, イ～ネ, then the closing row.
@@ -81,9 +83,11 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"",
      true,
      u"規則・規程:",
-     u"規則・規程・労使協定は、そのまま「次へ」をクリックしてください"},
-    {Level::Preamble, u"前文",         u"前文", u"前文", u"規程Code", u"01", 0,   u"前文", u"前文", 0xFFE0C0, u"前文", 2,  70, true,
-     u"2,3",          Numbering::None, u"",     false,   false,       false, u"", u"前文", u"",     false,    u"",     u""},
+     u"規則・規程・労使協定は、そのまま「次へ」をクリックしてください",
+     false,
+     false},
+    {Level::Preamble, u"前文",         u"前文", u"前文", u"規程Code", u"01", 0,   u"前文", u"前文", 0xFFE0C0, u"前文", 2,   70,    true,
+     u"2,3",          Numbering::None, u"",     false,   false,       false, u"", u"前文", u"",     false,    u"",     u"", false, true},
     {Level::Chapter,
      u"章",
      u"章",
@@ -109,7 +113,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"",
      false,
      u"章:",
-     u"「規則・規程・労使協定」を指定してください"},
+     u"「規則・規程・労使協定」を指定してください",
+     true,
+     false},
     {Level::Article,
      u"条",
      u"条",
@@ -135,7 +141,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"",
      false,
      u"条:",
-     u"「規則・規程・労使協定」と「章」を指定してください"},
+     u"「規則・規程・労使協定」と「章」を指定してください",
+     true,
+     false},
     {Level::Paragraph,
      u"項",
      u"項",
@@ -161,7 +169,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"4",
      false,
      u"項:",
-     u"「規則・規程・労使協定」～「条」を指定してください"},
+     u"「規則・規程・労使協定」～「条」を指定してください",
+     true,
+     false},
     {Level::Item, u"号",
      u"号",       u"号",
      u"規程Code", u"",
@@ -174,7 +184,8 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      true,        true,
      u"号Code",   u"号",
      u"5",        false,
-     u"号:",      u"「規則・規程・労使協定」～「項」を指定してください"},
+     u"号:",      u"「規則・規程・労使協定」～「項」を指定してください",
+     true,        false},
     {Level::Maru,
      u"号の細分丸",
      u"号の細分丸",
@@ -200,7 +211,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"6",
      false,
      u"①～⑳:",
-     u"「規則・規程・労使協定」～「号」を指定してください"},
+     u"「規則・規程・労使協定」～「号」を指定してください",
+     true,
+     false},
     {Level::Iroha,
      u"号の細分イロハ",
      u"号の細分イロハ",
@@ -226,7 +239,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"6",
      false,
      u"",
-     u"「規則・規程・労使協定」～「①～⑳」を指定してください"},
+     u"「規則・規程・労使協定」～「①～⑳」を指定してください",
+     true,
+     false},
     {Level::Closing,
      u"",
      u"",
@@ -252,7 +267,9 @@ inline constexpr std::array<LevelInfo, 9> kLevels = {{
      u"",
      false,
      u"",
-     u""},
+     u"",
+     false,
+     false},
 }};
 
 // The row of a level. Every Level value has one.

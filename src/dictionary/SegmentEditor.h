@@ -10,6 +10,7 @@
 
 #include "base/Prompt.h"
 #include "dictionary/ClausePlace.h"
+#include "dictionary/ReferenceTargets.h"
 #include "dictionary/SegmentRecord.h"
 
 #include <QSqlDatabase>
@@ -29,6 +30,8 @@ public:
     // message) when the loading failed, and the editor then holds what it read so far.
     bool open(Prompt &prompt);
 
+    const ClausePlace &place() const { return m_place; }
+    const QString &documentKind() const { return m_documentKind; }
     const Segments &segments() const { return m_segments; }
     Segments &segments() { return m_segments; }
     const std::array<QString, kSegments> &loadedKinds() const { return m_loadedKind; }
@@ -41,12 +44,26 @@ public:
     void setKind(int k, const QString &kind);
     // A word for 語句 segments, as a chooser of words would leave it in …更新後.
     void provideWord(const QString &code, const QString &word, const QString &caption);
+    // A reference for 番号 segments, as the target picker leaves it in 変数テーブル番号更新後;
+    // the clause's update writes its row with the clause's place and the segment's 結合.
+    void provideReference(const QString &code, const ReferenceTarget &target);
+    // The codes of the words and references handed to the editor (…更新後), for the
+    // next free codes.
+    QStringList providedWordCodes() const;
+    QStringList providedReferenceCodes() const;
     // The value chosen for segment k in the standard phrase chooser.
     void setChosenValue(int k, const QString &code, const QString &word);
 
     // 更新: the use protections, then the chain written anew in one transaction, the
-    // words that left the clause deleted, the editor reloaded and the word positions
-    // set. A refusal puts the segments back to the last good state.
+    // words and references that left the clause deleted, those it holds written at its
+    // place, the editor reloaded and the word positions set. A refusal puts the segments
+    // back to the last good state.
+    //
+    // Below the 前文 the protections are those of every clause level: while the clause is
+    // composed, no change of a segment's kind or of the count, and in a standard clause
+    // (below the level's first user code) no marker appearing, vanishing or moving
+    // ("使用中のデータがあるため、埋込記号の移動・削除はできません。"). A user's clause may hold
+    // no marker without its word or reference row (the text check names the marker).
     Outcome update(Prompt &prompt);
     // Back to the kinds of the opening with the values of the last save.
     void restoreLastGood();
@@ -56,6 +73,11 @@ public:
 private:
     void load(bool fillWorkTables);
     void writeRow(Prompt &prompt, int k, int &joinCounter, bool changed);
+    void writeWordRow(const QString &code, const QString &word, const QString &join, const QString &caption);
+    bool writeReferenceRow(const QString &code, const QString &join);
+    void writeInlineMarkerRows();
+    void sweepMarkerRows();
+    bool checkMarkers(Prompt &prompt, bool inUse) const;
     void setWordPositions();
 
     QSqlDatabase m_db;
