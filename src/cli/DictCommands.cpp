@@ -1,9 +1,13 @@
-// dict docs list|add|edit|delete, dict get|put: the dictionary's documents and their 前文
+// dict docs list|add|edit|delete, dict get|put|delete, dict words|refs list: the dictionary's documents
+// and their entries at every level
 
 #include "cli/Cli.h"
 #include "base/AppState.h"
 #include "dictionary/ClauseTransfer.h"
 #include "dictionary/DocumentMaster.h"
+#include "dictionary/DocumentWords.h"
+#include "dictionary/EntryEditor.h"
+#include "dictionary/EntryText.h"
 #include "seed/SeedParser.h"
 
 #include <QFile>
@@ -71,20 +75,55 @@ int docsDelete(Context &c)
     return exitCodeOf(master.remove(c.prompt, code));
 }
 
+// The options that name a place under the document, 章 first.
+const QStringList &placeOptions()
+{
+    static const QStringList options = {QStringLiteral("--chapter"), QStringLiteral("--article"), QStringLiteral("--paragraph"),
+                                        QStringLiteral("--item"),    QStringLiteral("--maru"),    QStringLiteral("--iroha")};
+    return options;
+}
+
+// The codes named by the place options, 章 down to the deepest given; every one above
+// the deepest must be given too. False (with the navigator's hint) otherwise.
+bool placeFromOptions(Context &c, QStringList &codes)
+{
+    int deepest = -1;
+    for (int i = 0; i < placeOptions().size(); ++i) {
+        if (c.args.has(placeOptions()[i]))
+            deepest = i;
+    }
+    for (int i = 0; i <= deepest; ++i) {
+        if (!c.args.has(placeOptions()[i])) {
+            c.prompt.error(QStringLiteral("未指定"), QString::fromUtf16(levelInfo(levelOfDepth(deepest + 1)).pickerHint));
+            return false;
+        }
+        codes << c.args.option(placeOptions()[i]);
+    }
+    return true;
+}
+
 int dictGet(Context &c)
 {
-    const QString text = preambleText(AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")));
+    QStringList codes;
+    if (!placeFromOptions(c, codes))
+        return ExitStopped;
+    const QString text = entryText(AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")), codes);
     if (text.isEmpty()) {
         c.prompt.plain(QStringLiteral("データ指定の確認"),
-                       QStringLiteral("この文章形式に規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc"))));
+                       codes.isEmpty()
+                           ? QStringLiteral("この文章形式に規程「%1」はありません。").arg(c.args.option(QStringLiteral("--doc")))
+                           : QStringLiteral("指定の条項はありません。"));
         return ExitStopped;
     }
     c.out << text;
     return ExitDone;
 }
 
+// The codes of a clause's place as the file gives them, 章 down to its own.
+QStringList codesOf(const seed::Place &p, int depth) { return QStringList{p.sho, p.jo, p.kou, p.gou, p.maru, p.iroha}.mid(0, depth); }
+
 // Reads the file in the format of the text sources; every problem is told with its line.
-std::optional<ClauseSource> readPreambleSource(Context &c, const QString &path)
+std::optional<EntriesSource> readEntriesSource(Context &c, const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -99,26 +138,43 @@ std::optional<ClauseSource> readPreambleSource(Context &c, const QString &path)
         refuse(1, QStringLiteral("文章形式が --style と違います"));
     if (errors.isEmpty() && doc.code != c.args.option(QStringLiteral("--doc")))
         refuse(doc.line, QStringLiteral("規程のCodeが --doc と違います"));
-    ClauseSource source;
+    EntriesSource source;
     source.file = name;
-    bool preamble = false;
+    source.document = doc.code;
     for (const seed::Clause &clause : doc.clauses) {
-        if (clause.level != Level::Preamble || preamble) {
-            refuse(clause.line, QStringLiteral("書き込めるのは前文一つだけです"));
-            break;
-        }
-        preamble = true;
-        source.line = clause.line;
+        QList<SourceSegment> segments;
         // The parser keeps no line per segment: the clause's own heading is told for each.
         for (const seed::Segment &s : clause.segments)
-            source.segments << SourceSegment{s.text, s.lineBreak, clause.line};
+            segments << SourceSegment{s.text, s.lineBreak, clause.line, s.templateCode == u"0" ? QString() : s.templateCode};
+        QList<SourceWord> words;
         for (const seed::Word &w : clause.words)
-            source.words << SourceWord{w.code, w.caption, w.word, w.line};
-        if (!clause.references.isEmpty())
-            refuse(clause.references.first().line, QStringLiteral("前文には参照を置けません"));
+            words << SourceWord{w.code, w.caption, w.word, w.line};
+        if (clause.level == Level::Preamble) {
+            if (source.preamble) {
+                refuse(clause.line, QStringLiteral("前文は一つだけです"));
+                break;
+            }
+            if (!clause.references.isEmpty())
+                refuse(clause.references.first().line, QStringLiteral("前文には参照を置けません"));
+            source.preamble = ClauseSource{name, clause.line, segments, words};
+            continue;
+        }
+        SourceEntry entry;
+        entry.level = clause.level;
+        entry.codes = codesOf(clause.place, placeDepth(clause.level));
+        entry.title = clause.title;
+        entry.formalName = clause.formalName;
+        entry.segments = segments;
+        entry.words = words;
+        entry.line = clause.line;
+        for (const seed::Reference &r : clause.references) {
+            ReferenceTarget target{r.targetLevel, r.target.kitei, codesOf(r.target, placeDepth(r.targetLevel)), r.targetSegment};
+            entry.references << SourceReference{r.code, target, r.line};
+        }
+        if (!levelInfo(entry.level).segmented && (!segments.isEmpty() || !words.isEmpty()))
+            refuse(clause.line, QStringLiteral("章・条の見出しには本文を置けません"));
+        source.entries << entry;
     }
-    if (errors.isEmpty() && !preamble)
-        refuse(1, QStringLiteral("「前文」の行がありません"));
     if (!errors.isEmpty()) {
         for (const seed::SourceError &e : errors)
             c.prompt.error(kSourceErrorTitle, e.toString());
@@ -129,10 +185,47 @@ std::optional<ClauseSource> readPreambleSource(Context &c, const QString &path)
 
 int dictPut(Context &c)
 {
-    const std::optional<ClauseSource> source = readPreambleSource(c, c.args.words.value(0));
+    const std::optional<EntriesSource> source = readEntriesSource(c, c.args.words.value(0));
     if (!source)
         return ExitStopped;
-    return exitCodeOf(putPreamble(c.prompt, AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")), *source));
+    return exitCodeOf(putEntries(c.prompt, AppState::cn(), styleOf(c), *source));
+}
+
+int dictDelete(Context &c)
+{
+    QStringList codes;
+    if (!placeFromOptions(c, codes))
+        return ExitStopped;
+    if (codes.isEmpty()) {
+        c.prompt.error(QStringLiteral("未指定"), QStringLiteral("削除する章・条・項…を指定してください（規程は dict docs delete）。"));
+        return ExitStopped;
+    }
+    const Level level = levelOfDepth(int(codes.size()));
+    EntryEditor editor(AppState::cn(), styleOf(c), c.args.option(QStringLiteral("--doc")), level, codes.mid(0, codes.size() - 1));
+    return exitCodeOf(editor.remove(c.prompt, codes.last()));
+}
+
+int wordsList(Context &c)
+{
+    for (const DocumentWord &w : DocumentWords(AppState::cn(), c.args.option(QStringLiteral("--doc"))).words())
+        c.out << w.code << '\t' << w.caption << '\t' << w.word << '\n';
+    return ExitDone;
+}
+
+int refsList(Context &c)
+{
+    const QString document = c.args.option(QStringLiteral("--doc"));
+    for (const ReferenceRow &r : documentReferences(AppState::cn(), document)) {
+        const Level level = levelOf(r.targetLevel);
+        const ReferenceTarget target{level, r.targetDocument, r.targetPlace.mid(0, placeDepth(level)), r.targetJoin};
+        QStringList place;
+        for (const QString &code : r.place) {
+            if (!code.isEmpty())
+                place << code;
+        }
+        c.out << r.code << '\t' << place.join(u' ') << '\t' << r.join << '\t' << r.level << '\t' << target.describe(QString()) << '\n';
+    }
+    return ExitDone;
 }
 
 } // namespace
@@ -152,8 +245,14 @@ void addDictCommands(QList<Command> &commands)
                                 optional(QStringLiteral("--changed"), QStringLiteral("FLAG"), {QStringLiteral("0"), QStringLiteral("1")})},
                                {}, 0, 0, docsEdit, false);
     commands << companyCommand({kDict, kDocs, QStringLiteral("delete")}, {requiredStyle(), code}, {}, 0, 0, docsDelete, false);
-    commands << companyCommand({kDict, QStringLiteral("get")}, {requiredStyle()}, {}, 0, 0, dictGet, true);
+    QList<Option> place = {requiredStyle()};
+    for (const QString &o : placeOptions())
+        place << optional(o, QStringLiteral("CODE"));
+    commands << companyCommand({kDict, QStringLiteral("get")}, place, {}, 0, 0, dictGet, true);
     commands << companyCommand({kDict, QStringLiteral("put")}, {requiredStyle()}, QStringLiteral("FILE"), 1, 1, dictPut, true);
+    commands << companyCommand({kDict, QStringLiteral("delete")}, place, {}, 0, 0, dictDelete, true);
+    commands << companyCommand({kDict, QStringLiteral("words"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, wordsList, true);
+    commands << companyCommand({kDict, QStringLiteral("refs"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, refsList, true);
 }
 
 } // namespace normaris::cli

@@ -16,7 +16,8 @@ namespace normaris::dictionary {
 struct SourceSegment {
     QString text;
     bool lineBreak = false;
-    int line = 0; // in the file, for the messages
+    int line = 0;         // in the file, for the messages
+    QString templateCode; // テンプレート of the segment below 条 (empty: none)
 };
 
 struct SourceWord {

@@ -22,13 +22,27 @@ Level levelAtDepth(int depth)
 
 } // namespace
 
+ReferenceTarget referenceTargetOf(const QSqlRecord &row)
+{
+    const QString prefix = QStringLiteral("変換参照■");
+    ReferenceTarget t;
+    t.document = row.value(prefix + QStringLiteral("規程Code")).toString();
+    t.level = levelOf(row.value(prefix + QStringLiteral("種別")).toString());
+    for (int i = 0; i < placeDepth(t.level); ++i)
+        t.codes << row.value(prefix + placeColumns()[i]).toString();
+    t.join = row.value(prefix + QStringLiteral("結合")).toString();
+    return t;
+}
+
 QString ReferenceTarget::describe(const QString &from) const
 {
     QStringList parts;
     if (document != from || level == Level::Document)
         parts << QString::fromUtf16(levelInfo(Level::Document).sourceName) + document;
-    for (qsizetype i = 0; i < codes.size(); ++i)
-        parts << QString::fromUtf16(levelInfo(levelAtDepth(int(i) + 1)).sourceName) + codes[i];
+    for (qsizetype i = 0; i < codes.size(); ++i) {
+        if (!codes[i].isEmpty())
+            parts << QString::fromUtf16(levelInfo(levelAtDepth(int(i) + 1)).sourceName) + codes[i];
+    }
     if (!join.isEmpty())
         parts << QStringLiteral("結合") + join;
     return parts.join(u' ');

@@ -14,6 +14,7 @@
 
 #include <QList>
 #include <QSqlDatabase>
+#include <QSqlRecord>
 #include <QStringList>
 
 namespace normaris::dictionary {
@@ -32,6 +33,9 @@ struct ReferenceTarget {
     // when it is another one than from).
     QString describe(const QString &from) const;
 };
+
+// The target a row of 変数テーブル番号 names, read from its columns 変換参照■規程Code on.
+ReferenceTarget referenceTargetOf(const QSqlRecord &row);
 
 class ReferenceTargets {
 public:

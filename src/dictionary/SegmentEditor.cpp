@@ -43,18 +43,6 @@ QStringList markersIn(const QString &text)
     return found;
 }
 
-// The target a reference row names, read from its columns 変換参照■規程Code on.
-ReferenceTarget targetOf(const QSqlRecord &row)
-{
-    ReferenceTarget t;
-    t.document = row.value(QStringLiteral("変換参照■規程Code")).toString();
-    t.level = levelOf(row.value(QStringLiteral("変換参照■種別")).toString());
-    for (int i = 0; i < placeDepth(t.level); ++i)
-        t.codes << row.value(QStringLiteral("変換参照■") + placeColumns()[i]).toString();
-    t.join = row.value(QStringLiteral("変換参照■結合")).toString();
-    return t;
-}
-
 } // namespace
 
 SegmentEditor::SegmentEditor(QSqlDatabase db, ClausePlace place, QString documentKind)
@@ -97,6 +85,10 @@ void SegmentEditor::load(bool fillWorkTables)
     while (rows.next())
         read << QVariantList{rows.value(0), rows.value(1), rows.value(2), rows.value(3), rows.value(4), rows.value(5)};
     m_rowCount = int(read.size());
+    // A new clause below 条 comes along when its parent is added to a composition, as
+    // the clauses under the dictionary's stock articles do.
+    if (m_rowCount == 0)
+        m_loadedSelectFlag = isClauseLevel(m_place.level);
     m_loadedChanged = {};
     for (int k = 0; k < kSegments && k < m_rowCount; ++k) {
         const QVariantList &row = read[k];
@@ -144,7 +136,7 @@ void SegmentEditor::load(bool fillWorkTables)
                             QStringLiteral("INSERT INTO 変数テーブル番号更新後 (%1) SELECT %1 FROM 変数テーブル番号 WHERE ID = ?")
                                 .arg(kReferenceColumns),
                             {found.value(0)});
-                s.word = targetOf(found).describe(m_place.document);
+                s.word = referenceTargetOf(found).describe(m_place.document);
                 s.hasValue = true;
             }
         } else if (kind == SegmentKind::BasicWord) {
@@ -320,7 +312,9 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
     if (s.kind == SegmentKind::Text)
         stored = s.text;
     else if (!s.code.isEmpty())
-        stored = s.kind == SegmentKind::Word ? wordMarker(s.code) : basicWordMarker(s.code);
+        stored = s.kind == SegmentKind::Word        ? wordMarker(s.code)
+                 : s.kind == SegmentKind::Reference ? referenceMarker(s.code)
+                                                    : basicWordMarker(s.code);
     if (stored.isEmpty())
         return;
     ++joinCounter;
@@ -542,8 +536,9 @@ void SegmentEditor::setWordPositions()
     while (words.next())
         wordRows << std::pair{words.value(0).toLongLong(), words.value(1).toString()};
     for (const auto &[join, text] : clause) {
-        // A clause of one row has no place to name: its words take the empty 結合.
-        const QString position = clause.size() == 1 ? QString() : join;
+        // A 前文 of one row has no place to name: its words take the empty 結合. Below 条
+        // the words take the row's 結合 ("0" for a lone row), which substitution matches.
+        const QString position = clause.size() == 1 && !isClauseLevel(m_place.level) ? QString() : join;
         for (const auto &[id, code] : wordRows) {
             if (text.contains(wordMarker(code)))
                 execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET 結合 = ? WHERE ID = ?"), {position, id});

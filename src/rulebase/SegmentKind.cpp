@@ -12,6 +12,9 @@ QString segmentKind(const QString &text)
         return QStringLiteral("1");
     if (basic.match(text).hasMatch())
         return QStringLiteral("3");
+    static const QRegularExpression reference(QStringLiteral("^◆[0-9]{4}◆$"));
+    if (reference.match(text).hasMatch())
+        return QStringLiteral("2");
     return QStringLiteral("0");
 }
 

@@ -152,8 +152,28 @@ private slots:
                                       << "読込エラー: bad.txt:5: ";
         QTest::newRow("other document") << "文章形式 1\n規程 02 賃金規程\n前文\n= 甲\n"
                                         << "読込エラー: bad.txt:2: 規程のCodeが --doc と違います\n";
-        QTest::newRow("a chapter") << "文章形式 1\n規程 01 就業規則\n前文\n= 甲\n章 01 総則\n"
-                                   << "読込エラー: bad.txt:5: 書き込めるのは前文一つだけです\n";
+        const QString head = QStringLiteral("文章形式 1\n規程 01 就業規則\n");
+        QTest::newRow("standard chapter code")
+            << head + "章 60 新しい章\n"
+            << "入力エラー: 70～99を入力してください。･･･Code\n読込エラー: bad.txt:3: 章60は書き込めません\n";
+        QTest::newRow("standard article code") << head + "章 03 服務規律\n条 0500 新しい条\n"
+                                               << "入力エラー: 7000～9999を入力してください。･･･Code\n";
+        QTest::newRow("nothing half-written") << head + "章 70 新しい章\n条 0500 新しい条\n"
+                                              << "入力エラー: 7000～9999を入力してください。･･･Code\n";
+        QTest::newRow("name too long") << head + "章 03 服務規律\n条 7001 " + QString(41, u'長') + "\n"
+                                       << "入力のエラー: 項目の長さ(82)が制限(80)を越えています。 ･･･名称\n";
+        QTest::newRow("quote in a name") << head + "章 03 服務規律\n条 7001 在宅\"勤務\n"
+                                         << "入力のエラー: ";
+        QTest::newRow("missing parent") << head + "章 03 服務規律\n条 0016 遵守事項\n  項 99\n    号 70\n    = 甲\n"
+                                        << "読込エラー: bad.txt:5: 章03 条0016 項99はありません\n";
+        QTest::newRow("missing target") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ◆0151◆\n  参照 0151 条0999 項01\n"
+                                        << "読込エラー: bad.txt:7: 参照0151の参照先（規程01 条0999 項01）がありません\n";
+        QTest::newRow("word code taken") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★0001★\n  語句 0001 別の名前 = 甲\n"
+                                         << "読込エラー: bad.txt:7: 語句0001は";
+        QTest::newRow("marker without row") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 上限は★0777★とする\n"
+                                            << "入力エラー: 文章中の★0777★に対応する語句・参照・基本語句がありません。\n";
+        QTest::newRow("unknown setting") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ☆0020☆\n"
+                                         << "読込エラー: bad.txt:5: 基本語句☆0020☆はありません\n";
         QTest::newRow("eight segments") << "文章形式 1\n規程 01 就業規則\n前文\n= 1\n= 2\n= 3\n= 4\n= 5\n= 6\n= 7\n= 8\n"
                                         << "読込エラー: bad.txt:3: この文章の分割は7までです\n";
     }

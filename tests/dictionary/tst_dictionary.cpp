@@ -564,9 +564,9 @@ private slots:
         source.file = QStringLiteral("t.txt");
         for (const QString &line : text.split(u'\n')) {
             if (line.startsWith(QStringLiteral("=↵ ")))
-                source.segments << SourceSegment{line.mid(3), true, 1};
+                source.segments << SourceSegment{line.mid(3), true, 1, {}};
             else if (line.startsWith(QStringLiteral("= ")))
-                source.segments << SourceSegment{line.mid(2), false, 1};
+                source.segments << SourceSegment{line.mid(2), false, 1, {}};
         }
         QCOMPARE(putPreamble(m_prompt, m_db, kStyle, doc, source), Outcome::Done);
         QCOMPARE(m_prompt.lines(), QStringList());
