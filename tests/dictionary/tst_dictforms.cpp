@@ -23,7 +23,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -284,12 +283,6 @@ private slots:
                                               QStringLiteral("変更の確認: 処理する種別を変更しますか？")}));
         prompt.clear();
 
-        {
-            auto dq = execSql(AppState::cn(), QStringLiteral("SELECT * FROM 項 WHERE 条Code = '7001'"));
-            while (dq.next()) { QStringList r; for (int i = 0; i < dq.record().count(); ++i) r << dq.record().fieldName(i) + u'=' + dq.value(i).toString(); qDebug() << r; }
-            auto wq = execSql(AppState::cn(), QStringLiteral("SELECT * FROM 変数テーブル番号 WHERE 条Code = '7001'"));
-            while (wq.next()) { QStringList r; for (int i = 0; i < wq.record().count(); ++i) r << wq.record().fieldName(i) + u'=' + wq.value(i).toString(); qDebug() << r; }
-        }
         // Composed after 条 0016, then the export chain prints it in its place.
         QSqlDatabase db = AppState::cn();
         const QString style = QStringLiteral("1"), document = QStringLiteral("01");
