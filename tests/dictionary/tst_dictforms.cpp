@@ -298,8 +298,8 @@ private slots:
         QCOMPARE(add.kind, PanelChoice::Kind::Add);
         QCOMPARE(carryOutAdd(db, prompt, add.add, QStringLiteral("7001")), Outcome::Done);
         // The work rules cite the other documents of the company: they are built first.
-        for (const QString &cited : {QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05"),
-                                     QStringLiteral("31"), document})
+        for (const QString &cited :
+             {QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05"), QStringLiteral("31"), document})
             QCOMPARE(WorkDataBuild(db, prompt).build(style, cited), Outcome::Done);
         EffectiveDates(db, document).add(style, QDate(2026, 4, 1));
         execSql(db, QStringLiteral("INSERT INTO 企業情報 DEFAULT VALUES"));

@@ -109,8 +109,8 @@ dictionary::SegmentEditor &firstParagraph()
     static std::unique_ptr<dictionary::SegmentEditor> editor;
     const dictionary::EntryEditor paragraphs(AppState::cn(), QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
                                              {QStringLiteral("01"), QStringLiteral("0001")});
-    editor = std::make_unique<dictionary::SegmentEditor>(AppState::cn(), paragraphs.placeOf(QStringLiteral("01")),
-                                                         paragraphs.documentKind());
+    editor =
+        std::make_unique<dictionary::SegmentEditor>(AppState::cn(), paragraphs.placeOf(QStringLiteral("01")), paragraphs.documentKind());
     editor->open(uiPrompt());
     return *editor;
 }

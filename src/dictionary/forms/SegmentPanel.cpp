@@ -121,6 +121,7 @@ void SegmentPanel::showRow(int k)
         r.options[o]->setChecked(optionKind(o) == s.kind);
     r.box->setVisible(text);
     r.box->setText(s.text);
+    r.box->setCursorPosition(0); // a long text shows from its start
     for (QWidget *w : std::initializer_list<QWidget *>{r.set, r.mark, r.codeCaption, r.code})
         w->setVisible(!text);
     // A word shows its default; a reference, where the records give one, its target.

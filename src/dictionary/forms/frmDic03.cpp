@@ -55,9 +55,8 @@ QString codeNote(Level level)
 } // namespace
 
 frmDic03::frmDic03(QWidget *parent)
-    : QDialog(parent),
-      m_entries(AppState::cn(), AppState::instance().CurBunshoKeishikiCode, AppState::instance().DicKiteiCode,
-                AppState::instance().CurShubetsu, chosenParents(AppState::instance().CurShubetsu))
+    : QDialog(parent), m_entries(AppState::cn(), AppState::instance().CurBunshoKeishikiCode, AppState::instance().DicKiteiCode,
+                                 AppState::instance().CurShubetsu, chosenParents(AppState::instance().CurShubetsu))
 {
     const Level level = m_entries.level();
     AppState::instance().CurKiteiCode = m_entries.document();
@@ -69,7 +68,8 @@ frmDic03::frmDic03(QWidget *parent)
     // Where the entries stand: the style, the document and the parents, with their codes.
     auto *heading = new QLabel(this);
     heading->setObjectName(QStringLiteral("Label1"));
-    QStringList lines{scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {m_entries.style()}).toString()};
+    QStringList lines{
+        scalar(AppState::cn(), QStringLiteral("SELECT 文章形式 FROM 文章形式 WHERE Code = ?"), {m_entries.style()}).toString()};
     dictionary::DictionaryPath path(AppState::cn(), m_entries.style());
     const QStringList place = QStringList{m_entries.document()} + m_entries.parents();
     for (int i = 0; i < place.size(); ++i) {
@@ -140,9 +140,10 @@ frmDic03::frmDic03(QWidget *parent)
         m_panel = new SegmentPanel({SegmentKind::Text, SegmentKind::Word, SegmentKind::Reference, SegmentKind::BasicWord}, this);
         layout->addWidget(m_panel, 3);
         connect(m_panel, &SegmentPanel::valueRequested, this, &frmDic03::setValue);
-        auto *notice = new QLabel(QStringLiteral("「処理する種別」及び「分割の数」を変更する場合、使用データがあるときは先に「作成・改訂」でこ"
-                                                 "のデータを外し、変更処理をした後、また追加してください。"),
-                                  this);
+        auto *notice =
+            new QLabel(QStringLiteral("「処理する種別」及び「分割の数」を変更する場合、使用データがあるときは先に「作成・改訂」でこ"
+                                      "のデータを外し、変更処理をした後、また追加してください。"),
+                       this);
         notice->setObjectName(QStringLiteral("Label30"));
         notice->setWordWrap(true);
         layout->addWidget(notice);
@@ -368,11 +369,13 @@ bool frmDic03::checkField(QLineEdit *field)
 {
     if (field == m_fields[0]) {
         QString code = field->text();
-        const bool ok = m_entries.checkCode(uiPrompt(), code, m_addNewFlag ? EntryEditor::Mode::Add : EntryEditor::Mode::Edit, m_saved.code);
+        const bool ok =
+            m_entries.checkCode(uiPrompt(), code, m_addNewFlag ? EntryEditor::Mode::Add : EntryEditor::Mode::Edit, m_saved.code);
         field->setText(code);
         return ok;
     }
-    return field == m_fields[1] ? EntryEditor::checkName(uiPrompt(), field->text()) : EntryEditor::checkFormalName(uiPrompt(), field->text());
+    return field == m_fields[1] ? EntryEditor::checkName(uiPrompt(), field->text())
+                                : EntryEditor::checkFormalName(uiPrompt(), field->text());
 }
 
 LevelEntry frmDic03::entered() const

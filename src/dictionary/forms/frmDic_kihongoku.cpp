@@ -13,8 +13,7 @@
 
 namespace normaris {
 
-frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent,
-                                   Level level)
+frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent, Level level)
     : QDialog(parent), m_level(level), m_segmentNumber(segmentNumber), m_segmentCode(segmentCode), m_segmentWord(segmentWord)
 {
     setObjectName(QStringLiteral("frmDic_kihongoku"));
@@ -60,7 +59,8 @@ void frmDic_kihongoku::save()
     Outcome outcome;
     {
         BusyCursor busy;
-        outcome = dictionary::chooseBasicPhrase(uiPrompt(), AppState::cn(), m_level, m_segmentNumber, m_segmentCode, m_choice->currentText());
+        outcome =
+            dictionary::chooseBasicPhrase(uiPrompt(), AppState::cn(), m_level, m_segmentNumber, m_segmentCode, m_choice->currentText());
     }
     if (outcome == Outcome::Stopped) {
         m_choice->setFocus();
