@@ -10,6 +10,7 @@
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/EffectiveDates.h"
+#include "dictionary/forms/frmDic03.h"
 #include "dictionary/forms/frmDicsentaku.h"
 #include "dictionary/forms/frmDicsentakuSub.h"
 
@@ -317,6 +318,28 @@ private slots:
         QVERIFY2(printed.contains(QStringLiteral("（テレワーク勤務）")), qPrintable(printed.left(2000)));
         QVERIFY2(printed.contains(QStringLiteral("在宅勤務は、週２日までとし、第２条第１項第１号の者に限る。")),
                  qPrintable(printed.section(QStringLiteral("（テレワーク勤務）"), -1).left(300)));
+    }
+
+    // A standard entry keeps its code and cannot be deleted; the refusals come through the prompt.
+    void levelEditorProtectsStandardEntries()
+    {
+        AppState &state = AppState::instance();
+        state.CurShubetsu = Level::Chapter;
+        state.DicKiteiCode = QStringLiteral("01");
+        frmDic03 editor;
+        editor.show();
+        QCOMPARE(editor.windowTitle(), QStringLiteral("「章」の設定"));
+        QCOMPARE(find<QLineEdit>(&editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("01"));
+        QVERIFY(find<QLineEdit>(&editor, QStringLiteral("txtFields_2"))->isHidden());
+        click(&editor, QStringLiteral("cmdDelete"));
+        click(&editor, QStringLiteral("cmdEdit"));
+        type(&editor, QStringLiteral("txtFields_0"), QStringLiteral("75"));
+        click(&editor, QStringLiteral("cmdUpdate"));
+        QCOMPARE(find<QLineEdit>(&editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("01"));
+        click(&editor, QStringLiteral("cmdCancel"));
+        QVERIFY(!find<QPushButton>(&editor, QStringLiteral("cmdAdd"))->isHidden());
+        QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("削除制限: ユーザー追加データ以外は削除できません。"),
+                                                         QStringLiteral("入力エラー: 01～69は変更できません。･･･Code")}));
     }
 
 private:

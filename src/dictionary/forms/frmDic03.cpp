@@ -393,6 +393,13 @@ void frmDic03::save()
     if (segmented()) {
         outcome = saveClause();
     } else {
+        // The fields in order, as the keyboard checks them: a refused standard code goes back.
+        for (QLineEdit *field : m_fields) {
+            if (!field->isHidden() && !checkField(field)) {
+                field->setFocus();
+                return;
+            }
+        }
         BusyCursor busy;
         outcome = m_entries.updateHeading(uiPrompt(), m_addNewFlag ? EntryEditor::Mode::Add : EntryEditor::Mode::Edit, m_saved, entered());
     }
