@@ -10,6 +10,7 @@
 #include "dictionary/SegmentEditor.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace normaris::dictionary {
 
@@ -48,9 +49,11 @@ QString templateOf(const QString &stored) { return stored == u"0" ? QString() : 
 ClauseBlock readClause(QSqlDatabase db, const ClausePlace &place)
 {
     ClauseBlock block;
+    // Only the clause levels below 条 keep a template per row.
+    const QString templateColumn = isClauseLevel(place.level) ? QStringLiteral("テンプレート") : QStringLiteral("''");
     auto rows = execSql(db,
-                        QStringLiteral("SELECT 改行, \"%1\", テンプレート FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
-                            .arg(place.textColumn(), place.table(), place.whereSql()),
+                        QStringLiteral("SELECT 改行, \"%1\", %4 FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
+                            .arg(place.textColumn(), place.table(), place.whereSql(), templateColumn),
                         place.whereValues());
     QString text;
     while (rows.next()) {
@@ -148,7 +151,8 @@ public:
 
     bool write()
     {
-        if (m_source.preamble && putPreamble(m_prompt, m_db, m_style, m_source.document, *m_source.preamble) != Outcome::Done)
+        if (m_source.preamble && !preambleStands(*m_source.preamble)
+            && putPreamble(m_prompt, m_db, m_style, m_source.document, *m_source.preamble) != Outcome::Done)
             return false;
         for (const SourceEntry &e : m_source.entries) {
             const bool done = levelInfo(e.level).segmented ? writeClause(e) : writeHeading(e);
@@ -159,6 +163,16 @@ public:
     }
 
 private:
+    // Whether the stored 前文 is the source's, words included: then it is left alone.
+    bool preambleStands(const ClauseSource &preamble) const
+    {
+        ClauseBlock wanted;
+        wanted.segments = preamble.segments;
+        wanted.words = preamble.words;
+        std::sort(wanted.words.begin(), wanted.words.end(), [](const SourceWord &a, const SourceWord &b) { return a.code < b.code; });
+        return readClause(m_db, ClausePlace::preamble(m_style, m_source.document)) == wanted;
+    }
+
     bool refuse(int line, const QString &message)
     {
         m_prompt.error(kSourceErrorTitle, sourceError(m_source.file, line, message));

@@ -5,10 +5,12 @@
 #include "base/AppState.h"
 #include "base/Database.h"
 #include "cli/Cli.h"
+#include "composition/Panels.h"
 
 #include "CliRun.h"
 
 #include <QFile>
+#include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
@@ -48,6 +50,46 @@ class DictCliTest : public QObject {
                                 .toString();
         }
         return counts.join(u' ');
+    }
+
+    // Every row of the tables that hold a document's entries, in stored order.
+    QString dumpOf(const QString &company)
+    {
+        const QString file = m_root + QStringLiteral("/Data/%1/%1.sqlite").arg(company);
+        QString dump;
+        {
+            QSqlDatabase db = openDatabase(file, QStringLiteral("dump"), OpenMode::ReadOnly);
+            for (const char *table :
+                 {"規程", "前文", "章", "条", "項", "号", "号の細分丸", "号の細分イロハ", "変数テーブル語句", "変数テーブル番号"}) {
+                auto q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" ORDER BY ID").arg(QString::fromUtf8(table)));
+                while (q.next()) {
+                    for (int i = 0; i < q.record().count(); ++i)
+                        dump += q.value(i).toString() + u'|';
+                    dump += u'\n';
+                }
+            }
+        }
+        closeDatabase(QStringLiteral("dump"));
+        return dump;
+    }
+    // The next free code of a variable table in document 01.
+    QString nextCode(const QString &company, const QString &table)
+    {
+        return test::valueIn(
+                   m_root + QStringLiteral("/Data/%1/%1.sqlite").arg(company),
+                   QStringLiteral("SELECT printf('%04d', max(CAST(Code AS INTEGER)) + 1) FROM \"%1\" WHERE 規程Code = '01'").arg(table))
+            .toString();
+    }
+    // The index of the composition row of 条 article in the work rules.
+    QString rowOf(const QStringList &company, const QString &article)
+    {
+        const CliRun r = dict(QStringList{"compose", "rows"} + company + QStringList{"--doc", "01"});
+        for (const QString &line : r.out.split(u'\n')) {
+            const QStringList fields = line.split(u'\t');
+            if (fields.value(2) == u"3" && fields.value(5) == article)
+                return fields.value(0);
+        }
+        return {};
     }
 
 private slots:
@@ -188,6 +230,97 @@ private slots:
         QCOMPARE(r.status, 1);
         QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
         QCOMPARE(dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out, before);
+    }
+
+    // dict get of the whole work rules piped into dict put changes no row.
+    void roundTripOfTheWorkRules()
+    {
+        const QString company = QStringLiteral("丙");
+        QCOMPARE(dict({QStringLiteral("company"), QStringLiteral("new"), company}).status, 0);
+        const QStringList place = {QStringLiteral("--company"), company,
+                                   QStringLiteral("--style"),   QStringLiteral("1"),
+                                   QStringLiteral("--doc"),     QStringLiteral("01")};
+        const CliRun got = dict(QStringList{"dict", "get"} + place);
+        QCOMPARE(got.status, 0);
+        QVERIFY(got.out.contains(QStringLiteral("\n条 0163 テレワーク勤務\n")));
+        QVERIFY(got.out.contains(QStringLiteral("  参照 0001 章01 条0002 項01 号01\n")));
+        const QString before = dumpOf(company);
+        const CliRun put = dict(QStringList{"dict", "put"} + place + QStringList{writeFile(QStringLiteral("01.txt"), got.out)});
+        QCOMPARE(put.err, QString());
+        QCOMPARE(put.status, 0);
+        QCOMPARE(dumpOf(company), before);
+        QCOMPARE(dict(QStringList{"dict", "get"} + place).out, got.out);
+    }
+
+    // A user's article with a word and a reference goes in, is offered, composed,
+    // numbered and worded in the export, and is deleted only once released.
+    void ownArticleThroughTheChain()
+    {
+        const QString company = QStringLiteral("乙");
+        QCOMPARE(dict({QStringLiteral("company"), QStringLiteral("new"), company}).status, 0);
+        const QStringList on = {QStringLiteral("--company"), company, QStringLiteral("--style"), QStringLiteral("1")};
+        const QString word = nextCode(company, QStringLiteral("変数テーブル語句"));
+        const QString reference = nextCode(company, QStringLiteral("変数テーブル番号"));
+        const QString text =
+            QStringLiteral("文章形式 1\n規程 01 就業規則\n\n章 03 服務規律\n\n条 7001 テレワーク勤務\n"
+                           "  項 70\n  = 従業員は、所属長の許可を得て、\n  = ★%1★\n  = を上限として在宅で勤務することができる。\n"
+                           "  語句 %1 在宅勤務の上限日数 = 週２日\n"
+                           "  項 71\n  = テレワーク勤務を行う者は、\n  = ◆%2◆\n  = の従業員に限る。\n"
+                           "  参照 %2 条0002 項01 号01\n")
+                .arg(word, reference);
+        CliRun r = dict(QStringList{"dict", "put"} + on + QStringList{"--doc", "01", writeFile(QStringLiteral("7001.txt"), text)});
+        QCOMPARE(r.err, QString());
+        QCOMPARE(r.status, 0);
+        r = dict(QStringList{"dict", "words", "list"} + on + QStringList{"--doc", "01"});
+        QVERIFY(r.out.contains(word + QStringLiteral("\t在宅勤務の上限日数\t週２日\n")));
+        r = dict(QStringList{"dict", "refs", "list"} + on + QStringList{"--doc", "01"});
+        QVERIFY2(r.out.contains(reference + QStringLiteral("\t03 7001 71\t2\t4\t規程01 章01 条0002 項01 号01\n")), qPrintable(r.out));
+        {
+            QSqlDatabase db = openDatabase(m_root + QStringLiteral("/Data/乙/乙.sqlite"), QStringLiteral("stock"), OpenMode::ReadOnly);
+            const QList<CodeAndName> offered =
+                stockList(db, QStringLiteral("1"), QStringLiteral("01"), Level::Article, {QStringLiteral("03")}, StockFilter::UserMade);
+            QCOMPARE(offered, (QList<CodeAndName>{{QStringLiteral("7001"), QStringLiteral("テレワーク勤務")}}));
+        }
+        closeDatabase(QStringLiteral("stock"));
+
+        r = dict(QStringList{"compose", "add"} + on
+                 + QStringList{"--doc", "01", "--row", rowOf(on, QStringLiteral("0016")), "--action", "4", "--pick", "7001"});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(dict(QStringList{"settings", "set", "--company", company, "事業所名=株式会社乙"}).status, 0);
+        // The documents the work rules cite are made first.
+        for (const QString &doc : {QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05"),
+                                   QStringLiteral("31"), QStringLiteral("01")}) {
+            QCOMPARE(dict(QStringList{"dates", "add", "--company", company, "--doc", doc, "--style", "1", "2026/4/1"}).status, 0);
+            QCOMPARE(dict(QStringList{"build"} + on + QStringList{"--doc", doc}).status, 0);
+        }
+        for (const QString &doc : {QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05"),
+                                   QStringLiteral("31"), QStringLiteral("01")})
+            QCOMPARE(dict(QStringList{"substitute"} + on + QStringList{"--doc", doc}).status, 0);
+        const QString out = m_dir.path() + QStringLiteral("/01");
+        r = dict(QStringList{"export"} + on
+                 + QStringList{"--doc", "01", "--out", out + QStringLiteral(".docx"), "--text", out + QStringLiteral(".txt")});
+        QCOMPARE(r.status, 0);
+        QFile printed(out + QStringLiteral(".txt"));
+        QVERIFY(printed.open(QIODevice::ReadOnly));
+        const QString body = QString::fromUtf8(printed.readAll());
+        QVERIFY2(body.contains(QStringLiteral("第１５条（遵守事項）")), qPrintable(body.left(2000)));
+        QVERIFY(body.contains(QStringLiteral("<i-2>第１６条（テレワーク勤務）\n"
+                                             "<i-1>１  従業員は、所属長の許可を得て、週２日を上限として在宅で勤務することができる。\n"
+                                             "<i-1>２  テレワーク勤務を行う者は、第２条第１項第１号の従業員に限る。\n")));
+        QVERIFY(body.contains(QStringLiteral(">第１７条（出退勤）\n")));
+
+        const QStringList article = {"--doc", "01", "--chapter", "03", "--article", "7001"};
+        r = dict(QStringList{"dict", "delete"} + on + article);
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("削除制限: 作成データとして使用中なので削除できません。\n"));
+        QCOMPARE(
+            dict(QStringList{"compose", "release"} + on + QStringList{"--doc", "01", "--row", rowOf(on, QStringLiteral("7001"))}).status,
+            0);
+        r = dict(QStringList{"dict", "delete"} + on + article);
+        QCOMPARE(r.status, 0);
+        QCOMPARE(dict(QStringList{"dict", "get"} + on + article).status, 1);
+        QVERIFY(!dict(QStringList{"dict", "words", "list"} + on + QStringList{"--doc", "01"})
+                     .out.contains(QStringLiteral("在宅勤務の上限日数")));
     }
 
 private:
