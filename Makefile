@@ -3,7 +3,7 @@ BUILD    ?= build
 APPDIR   := $(BUILD)/bin
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
-.PHONY: all deps configure build run test demo bench clean
+.PHONY: all deps configure build run test crashtest demo bench clean
 
 all: build
 
@@ -28,6 +28,10 @@ run: build
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen NORMARIS_NO_OPEN=1 ctest --output-on-failure -j2
+
+# Not part of test: kills the CLI at random moments of every multi-row step.
+crashtest: build
+	scripts/crashtest.sh $(APPDIR) $${RUNS:-50}
 
 demo: build
 	scripts/demo.sh $(APPDIR)

@@ -53,7 +53,7 @@ const QString kStyle = QStringLiteral("1");
 void changeTenArticles(QSqlDatabase db)
 {
     Transaction transaction(db);
-    QSqlQuery q =
+    RowReader q =
         execSql(db, QStringLiteral("SELECT DISTINCT 条Code FROM 作成データ WHERE 規程Code = '01' AND 種別 = '4' ORDER BY 条Code"));
     QStringList articles;
     while (q.next())

@@ -12,6 +12,7 @@
 #include "shell/SingleInstance.h"
 #include "shell/forms/DesktopSetup.h"
 #include "shell/forms/FormHelpers.h"
+#include "shell/forms/GuardedApplication.h"
 #include "shell/forms/frmMain01.h"
 #include "shell/forms/frmSplash1.h"
 
@@ -23,7 +24,7 @@ using namespace normaris;
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
+    GuardedApplication app(argc, argv);
     setUpDesktopProgram(app);
 
     SingleInstance instance;

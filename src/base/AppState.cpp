@@ -1,5 +1,6 @@
 #include "base/AppState.h"
 
+#include "base/CompanyLock.h"
 #include "base/Database.h"
 
 namespace normaris {
@@ -10,10 +11,14 @@ AppState &AppState::instance()
     return state;
 }
 
+AppState::AppState() = default;
+AppState::~AppState() = default;
+
 QSqlDatabase AppState::cn() { return QSqlDatabase::database(kMainConnection, false); }
 
-void AppState::markCompanyOpen(const QString &name)
+void AppState::markCompanyOpen(const QString &name, std::unique_ptr<CompanyLock> lock)
 {
+    m_companyLock = std::move(lock);
     m_companyPanel = name;
     m_lastClose.reset();
     emit changed();
@@ -22,6 +27,7 @@ void AppState::markCompanyOpen(const QString &name)
 void AppState::closeCompany(ClosedBy why)
 {
     closeDatabase(kMainConnection);
+    m_companyLock.reset();
     m_companyPanel = NoCompanyPrompt;
     m_lastClose = why;
     emit changed();
@@ -30,6 +36,7 @@ void AppState::closeCompany(ClosedBy why)
 void AppState::reset()
 {
     closeDatabase(kMainConnection);
+    m_companyLock.reset();
     AppPath.clear();
     KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = ArticlePanelActive = ParagraphPanelActive = false;
     CurRowIndex = 0;

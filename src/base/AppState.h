@@ -7,10 +7,13 @@
 // company" compares with it. The data connection `cn` is open exactly when a
 // company is.
 
+#include "base/CompanyLock.h"
 #include "base/Levels.h"
+
 #include <QObject>
 #include <QSqlDatabase>
 #include <QString>
+#include <memory>
 #include <optional>
 
 namespace normaris {
@@ -76,9 +79,10 @@ public:
     // The connection to the open company (invalid when none is open).
     static QSqlDatabase cn();
 
-    // Record the company whose connection has just been opened.
-    void markCompanyOpen(const QString &name);
-    // Close `cn`, and record that no company is open and why.
+    // Record the company whose connection has just been opened. The company's lock is
+    // kept until the company is closed.
+    void markCompanyOpen(const QString &name, std::unique_ptr<CompanyLock> lock = nullptr);
+    // Close `cn`, release the company's lock, and record that no company is open and why.
     void closeCompany(ClosedBy why);
     // Why the company was last closed; nothing while one is open, at start and after reset.
     std::optional<ClosedBy> lastClose() const { return m_lastClose; }
@@ -90,9 +94,11 @@ signals:
     void changed();
 
 private:
-    AppState() = default;
+    AppState();
+    ~AppState() override;
     QString m_companyPanel = NoCompanyPrompt;
     std::optional<ClosedBy> m_lastClose;
+    std::unique_ptr<CompanyLock> m_companyLock;
 };
 
 } // namespace normaris

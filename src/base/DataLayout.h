@@ -22,8 +22,19 @@ struct DataLayout {
     QString backupRoot() const { return appPath + QStringLiteral("/BackupDB"); }
     QString backupDir(const QString &name) const { return backupRoot() + u'/' + name; }
 
+    // A company being made, or being deleted, lives in a work folder inside the data
+    // folder under this prefix: never listed, and renamed into place (or aside) whole.
+    static QString workFolderPrefix() { return QStringLiteral(".normaris-work-"); }
+    QString newCompanyWorkDir(const QString &name) const { return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("new-") + name; }
+    QString deletedCompanyWorkDir(const QString &name) const
+    {
+        return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("deleted-") + name;
+    }
+
     // The companies: every folder inside the data folder, sorted by name.
     QStringList companyList() const;
+    // Removes the work folders a crash left behind (not one another program is still using).
+    void removeLeftoverWorkFolders() const;
 };
 
 // The work file of a data file: its path with "wk" behind it.

@@ -25,6 +25,15 @@ QSqlDatabase openDatabase(const QString &path, const QString &connectionName, Op
         QSqlDatabase::removeDatabase(connectionName);
         throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
     }
+    // Functions named in the file's own schema never run: only our statements do.
+    QSqlQuery pragma(db);
+    if (!pragma.exec(QStringLiteral("PRAGMA trusted_schema = OFF"))) {
+        const QString reason = pragma.lastError().text();
+        pragma = QSqlQuery();
+        db = QSqlDatabase();
+        closeDatabase(connectionName);
+        throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
+    }
     return db;
 }
 
@@ -40,8 +49,61 @@ void closeDatabase(const QString &connectionName)
     QSqlDatabase::removeDatabase(connectionName);
 }
 
-QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
+namespace {
+
+struct FaultState {
+    int failStatement = 0;
+    int failRowRead = 0;
+    int statements = 0;
+    int rowReads = 0;
+    bool fired = false;
+};
+
+FaultState &faults()
 {
+    static FaultState state;
+    return state;
+}
+
+// Counts a statement about to run and fails it when it is the armed one.
+void countStatement(const QString &sql)
+{
+    FaultState &f = faults();
+    if (++f.statements == f.failStatement) {
+        f.fired = true;
+        throw DbError(QStringLiteral("disk I/O error (injected at statement %1)\n").arg(f.statements) + sql);
+    }
+}
+
+} // namespace
+
+void FaultInjection::arm(int failStatement, int failRowRead) { faults() = FaultState{failStatement, failRowRead, 0, 0, false}; }
+
+void FaultInjection::disarm() { faults() = FaultState{}; }
+bool FaultInjection::fired() { return faults().fired; }
+int FaultInjection::statementsSeen() { return faults().statements; }
+int FaultInjection::rowReadsSeen() { return faults().rowReads; }
+
+RowReader::RowReader(QSqlQuery query, QString sql) : m_query(std::move(query)), m_sql(std::move(sql)) {}
+
+bool RowReader::next()
+{
+    FaultState &f = faults();
+    if (++f.rowReads == f.failRowRead) {
+        f.fired = true;
+        throw DbError(QStringLiteral("disk I/O error (injected at row read %1)\n").arg(f.rowReads) + m_sql);
+    }
+    if (m_query.next())
+        return true;
+    // The driver answers false both after the last row and when the step fails.
+    if (m_query.lastError().type() != QSqlError::NoError)
+        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
+    return false;
+}
+
+RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
+{
+    countStatement(sql);
     QSqlQuery q(db);
     q.setForwardOnly(true);
     if (!q.prepare(sql))
@@ -50,7 +112,24 @@ QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds
         q.addBindValue(boundValue(v));
     if (!q.exec())
         throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
-    return q;
+    return RowReader(std::move(q), sql);
+}
+
+void execBatch(QSqlDatabase db, const QString &sql, const QList<QVariantList> &columns)
+{
+    countStatement(sql);
+    QSqlQuery q(db);
+    if (!q.prepare(sql))
+        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
+    for (const QVariantList &column : columns) {
+        QVariantList bound;
+        bound.reserve(column.size());
+        for (const QVariant &v : column)
+            bound << boundValue(v);
+        q.addBindValue(bound);
+    }
+    if (!q.execBatch())
+        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
 }
 
 QVariant boundValue(const QVariant &value)
@@ -60,8 +139,8 @@ QVariant boundValue(const QVariant &value)
 
 QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds)
 {
-    QSqlQuery q = execSql(db, sql, binds);
-    return q.next() ? q.value(0) : QVariant();
+    RowReader rows = execSql(db, sql, binds);
+    return rows.next() ? rows.value(0) : QVariant();
 }
 
 namespace {
@@ -79,8 +158,9 @@ Transaction::Transaction(QSqlDatabase db) : m_db(std::move(db))
 {
     int &depth = openTransactions()[m_db.connectionName()];
     if (depth == 0) {
-        if (!m_db.transaction())
-            throw DbError(m_db.lastError().text());
+        // IMMEDIATE takes the write lock now (waiting out the busy timeout), so that
+        // what the step reads stays true until it commits.
+        execSql(m_db, QStringLiteral("BEGIN IMMEDIATE"));
     } else {
         m_savepoint = QStringLiteral("step%1").arg(depth);
         execSql(m_db, QStringLiteral("SAVEPOINT ") + m_savepoint);
@@ -94,7 +174,7 @@ Transaction::~Transaction()
         return;
     --openTransactions()[m_db.connectionName()];
     if (m_savepoint.isEmpty()) {
-        m_db.rollback();
+        QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK"));
     } else {
         QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK TO ") + m_savepoint);
         QSqlQuery(m_db).exec(QStringLiteral("RELEASE ") + m_savepoint);
@@ -103,40 +183,51 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    if (m_savepoint.isEmpty()) {
-        if (!m_db.commit())
-            throw DbError(m_db.lastError().text());
-    } else {
-        execSql(m_db, QStringLiteral("RELEASE ") + m_savepoint);
-    }
+    execSql(m_db, m_savepoint.isEmpty() ? QStringLiteral("COMMIT") : QStringLiteral("RELEASE ") + m_savepoint);
     --openTransactions()[m_db.connectionName()];
     m_done = true;
 }
 
-bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work)
+namespace {
+
+void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e)
 {
-    return runRefusableTransaction(prompt, db,
-                                   [&] {
-                                       work();
-                                       return true;
-                                   })
+    // The user sees the fixed text; the cause goes to the terminal for whoever looks.
+    qWarning("transaction rolled back: %s", e.what());
+    prompt.message(icon, QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
+}
+
+} // namespace
+
+bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon)
+{
+    return runStep(
+               prompt, db,
+               [&] {
+                   work();
+                   return Outcome::Done;
+               },
+               icon)
            == Outcome::Done;
+}
+
+Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon)
+{
+    try {
+        Transaction transaction(db);
+        const Outcome outcome = step();
+        if (outcome == Outcome::Done)
+            transaction.commit();
+        return outcome;
+    } catch (const std::exception &e) {
+        showCancelled(prompt, icon, e);
+        return Outcome::Failed;
+    }
 }
 
 Outcome runRefusableTransaction(Prompt &prompt, QSqlDatabase db, const std::function<bool()> &work)
 {
-    try {
-        Transaction transaction(db);
-        if (!work())
-            return Outcome::Stopped; // the guard rolls back
-        transaction.commit();
-        return Outcome::Done;
-    } catch (const std::exception &e) {
-        // The user sees the fixed text; the cause goes to the terminal for whoever looks.
-        qWarning("transaction rolled back: %s", e.what());
-        prompt.information(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
-        return Outcome::Failed;
-    }
+    return runStep(prompt, db, [&] { return work() ? Outcome::Done : Outcome::Stopped; });
 }
 
 } // namespace normaris

@@ -1,12 +1,30 @@
 #pragma once
 // SQLite through Qt SQL: named connections, statements with bound parameters
 // only, and the transaction guard for every step that changes several rows.
+//
+// Reading rows: execSql returns a RowReader. Loop with `while (rows.next())`;
+// next() throws DbError when SQLite fails to step (an I/O error, a damaged page,
+// a lock), so a failed read is never taken for the end of the rows. Never loop
+// over a QSqlQuery of your own: its next() answers false for both.
+//
+//     RowReader rows = execSql(db, QStringLiteral("SELECT Code, 語句 FROM ... WHERE 規程Code = ?"), {document});
+//     while (rows.next())
+//         words.insert(rows.value(0).toString(), rows.value(1).toString());
+//
+// Writing: every step that changes several rows runs in one Transaction (or
+// runInTransaction), taken before the step reads what it decides on; the outermost
+// one is BEGIN IMMEDIATE, so no other connection writes between its checks and
+// its writes.
+//
+// Tests: FaultInjection fails the Nth statement or the Nth row read, so that each
+// step can be shown to leave the file as it was when any one of them fails.
 
 #include "base/Failure.h"
 #include "base/Prompt.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QString>
 #include <QVariantList>
 #include <functional>
@@ -25,17 +43,37 @@ QSqlDatabase openDatabase(const QString &path, const QString &connectionName, Op
 // Closes and forgets the connection; nothing happens when it is not there.
 void closeDatabase(const QString &connectionName);
 
+// The rows of a statement that ran. next() steps to the next row and answers false
+// after the last one; a step that fails throws DbError instead.
+class RowReader {
+public:
+    RowReader(QSqlQuery query, QString sql);
+    bool next();
+    QVariant value(int index) const { return m_query.value(index); }
+    QVariant value(const QString &name) const { return m_query.value(name); }
+    QSqlRecord record() const { return m_query.record(); }
+    QVariant lastInsertId() const { return m_query.lastInsertId(); }
+
+private:
+    QSqlQuery m_query;
+    QString m_sql;
+};
+
 // Prepares sql, binds the values in order and runs it. Throws DbError on failure.
-QSqlQuery execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
+RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
+// Runs sql once per row of the bound columns (one list per '?'). Throws DbError on failure.
+void execBatch(QSqlDatabase db, const QString &sql, const QList<QVariantList> &columns);
 // A value as it is bound: a null QString becomes '' (text columns hold '' rather than NULL).
 QVariant boundValue(const QVariant &value);
 
 // The first column of the first row, or an invalid QVariant when there is no row.
 QVariant scalar(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
 
-// Holds one transaction: rolls back when it goes out of scope uncommitted. Inside
-// another one on the same connection it is a savepoint, so that steps compose: the
-// inner step undoes only itself, and nothing is kept unless the outer one commits.
+// Holds one transaction: rolls back when it goes out of scope uncommitted. The
+// outermost one is BEGIN IMMEDIATE: it waits for (or fails on) another writer at
+// its start, never between a step's reads and its writes. Inside another one on the
+// same connection it is a savepoint, so that steps compose: the inner step undoes
+// only itself, and nothing is kept unless the outer one commits.
 class Transaction {
 public:
     explicit Transaction(QSqlDatabase db);
@@ -51,11 +89,27 @@ private:
 };
 
 // Runs work in one transaction. On any failure rolls back, shows "取消" with
-// "処理中にエラーが発生しました。処理を取り消します。", and returns false.
-bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work);
+// "処理中にエラーが発生しました。処理を取り消します。" (with the icon given: the
+// information icon unless the step's own messages say otherwise), and returns false.
+bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon = Prompt::Icon::Information);
 
-// As runInTransaction, for a step that may refuse on the way: work returns false after
-// it has told the user why, and the transaction is rolled back without the "取消" box.
+// A step whose checks belong inside its write: runs step in one transaction and
+// commits when it answers Done. Stopped (a check refused, and has said why) rolls
+// back quietly; a failure rolls back and shows "取消" as runInTransaction does.
+Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon = Prompt::Icon::Information);
+
+// A test hook: the Nth statement (execSql, execBatch, BEGIN, COMMIT) or the Nth row
+// read after arm() fails as SQLite's would. 0 leaves that kind alone.
+struct FaultInjection {
+    static void arm(int failStatement, int failRowRead);
+    static void disarm();
+    static bool fired();         // whether the armed failure happened
+    static int statementsSeen(); // since arm(): how far a step got
+    static int rowReadsSeen();
+};
+
+// runStep for a step that answers yes or no: work returns false after it has told the
+// user why, and the transaction is rolled back without the "取消" box.
 Outcome runRefusableTransaction(Prompt &prompt, QSqlDatabase db, const std::function<bool()> &work);
 
 } // namespace normaris

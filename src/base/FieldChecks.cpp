@@ -93,6 +93,17 @@ bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool 
     return checkFilledField(prompt, text, limit, itemLabel);
 }
 
+bool CheckNoControlCharacters(Prompt &prompt, const QString &text, const QString &itemLabel)
+{
+    for (QChar c : text) {
+        if (c.category() == QChar::Other_Control || c.category() == QChar::Other_Format) {
+            prompt.error(kInputError, QStringLiteral("項目中に制御文字を含むことはできません。 ") + itemLabel);
+            return false;
+        }
+    }
+    return true;
+}
+
 bool CheckFileName(Prompt &prompt, const QString &name)
 {
     static const QString forbidden = QStringLiteral("\\/:,;*?\"<>|");

@@ -26,6 +26,10 @@ bool CheckFileName(Prompt &prompt, const QString &name);
 // Includes CheckFileName. The message has the title "名前の変更".
 bool CheckCompanyName(Prompt &prompt, const QString &name);
 
+// True when text holds no control or format character (TAB and line breaks included);
+// otherwise shows "入力のエラー" naming the item by itemLabel and answers false.
+bool CheckNoControlCharacters(Prompt &prompt, const QString &text, const QString &itemLabel);
+
 // The company name limit in CP932 bytes.
 constexpr int kCompanyNameLimit = 30;
 

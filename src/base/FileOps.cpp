@@ -34,7 +34,7 @@ void copyFileAtomically(const QString &source, const QString &dest)
     }
 }
 
-void copyFolderContents(const QString &source, const QString &dest)
+void copyFolderContents(const QString &source, const QString &dest, const std::function<bool(const QString &)> &leaveOut)
 {
     if (!QDir().mkpath(dest))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(dest));
@@ -42,7 +42,10 @@ void copyFolderContents(const QString &source, const QString &dest)
     QDirIterator it(source, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QFileInfo info(it.next());
-        const QString target = dest + u'/' + sourceDir.relativeFilePath(info.filePath());
+        const QString relative = sourceDir.relativeFilePath(info.filePath());
+        if (leaveOut && leaveOut(relative))
+            continue;
+        const QString target = dest + u'/' + relative;
         if (info.isDir()) {
             if (!QDir().mkpath(target))
                 throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target));

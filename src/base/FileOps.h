@@ -2,6 +2,7 @@
 // File steps that either finish or leave the destination as it was.
 
 #include <QString>
+#include <functional>
 
 namespace normaris {
 
@@ -10,8 +11,9 @@ namespace normaris {
 void copyFileAtomically(const QString &source, const QString &dest);
 
 // Copies every file and folder inside source into dest (made when missing),
-// each file as copyFileAtomically. Throws Failure.
-void copyFolderContents(const QString &source, const QString &dest);
+// each file as copyFileAtomically, but those whose path relative to source
+// leaveOut answers true for. Throws Failure.
+void copyFolderContents(const QString &source, const QString &dest, const std::function<bool(const QString &)> &leaveOut = {});
 
 // Replaces dest by source in one rename. Throws Failure.
 void replaceFile(const QString &source, const QString &dest);

@@ -8,6 +8,7 @@
 #include "shell/ProgramFolder.h"
 
 #include <QCommandLineParser>
+#include <QGuiApplication>
 #include <QDir>
 
 namespace normaris::cli {
@@ -159,6 +160,14 @@ int exitCodeOf(Outcome outcome)
     case Outcome::Failed: break;
     }
     return ExitFailure;
+}
+
+bool canLayOutPdf(Context &c)
+{
+    if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        return true;
+    c.prompt.failure(QStringLiteral("PDF を作るにはフォントの設定が必要です。normaris-cli から --pdf を指定してください。"));
+    return false;
 }
 
 Command companyCommand(QStringList path, QList<Option> options, QString arguments, int minArguments, int maxArguments,

@@ -73,6 +73,11 @@ struct Command {
 Command companyCommand(QStringList path, QList<Option> options, QString arguments, int minArguments, int maxArguments,
                        std::function<int(Context &)> run, bool needsDocument);
 
+// Whether a PDF can be laid out: its fonts come from the platform, and main() starts
+// the GUI's application object (on the offscreen platform) when --pdf is given. Says
+// why not, and answers false, when there is none.
+bool canLayOutPdf(Context &c);
+
 // Every command, each subsystem adding its own.
 QList<Command> allCommands();
 void addCompanyCommands(QList<Command> &commands);

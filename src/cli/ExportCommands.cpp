@@ -8,7 +8,6 @@
 #include "base/Database.h"
 #include "base/AppState.h"
 
-#include <QGuiApplication>
 #include <optional>
 
 namespace normaris::cli {
@@ -98,12 +97,8 @@ int exportDocument(Context &c)
         c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
         return ExitFailure;
     }
-    // The PDF is laid out with the platform's fonts: main() starts the GUI's
-    // application object (on the offscreen platform) when --pdf is given.
-    if (!pdf.isEmpty() && !qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
-        c.prompt.failure(QStringLiteral("PDF を作るにはフォントの設定が必要です。normaris-cli から --pdf を指定してください。"));
+    if (!pdf.isEmpty() && !canLayOutPdf(c))
         return ExitFailure;
-    }
     const bool filing = options.kind == ExportKind::Filing;
     if (!filing && !chooseStyleAndDocument(c))
         return ExitStopped;

@@ -3,6 +3,7 @@
 
 #include "cli/Cli.h"
 #include "base/AppState.h"
+#include "pdf/ComparisonPdf.h"
 #include "rulebase/JapaneseDate.h"
 #include "versions/ComparisonExport.h"
 #include "versions/VersionStore.h"
@@ -65,10 +66,21 @@ int compare(Context &c)
     if (!versionOption(c, QStringLiteral("--old"), request.older) || !versionOption(c, QStringLiteral("--new"), request.newer))
         return ExitStopped;
     const QString out = c.args.option(QStringLiteral("--out"));
+    const QString pdf = c.args.option(QStringLiteral("--pdf"));
+    if (out.isEmpty() && pdf.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
+        return ExitFailure;
+    }
+    if (!pdf.isEmpty() && !canLayOutPdf(c))
+        return ExitFailure;
     request.style = c.args.option(QStringLiteral("--style"));
     request.document = c.args.option(QStringLiteral("--doc"));
     request.company = c.args.option(QStringLiteral("--company"));
-    return exitCodeOf(ComparisonExport(AppState::cn(), c.prompt).write(request, out, c.args.option(QStringLiteral("--text"))));
+    std::optional<ComparisonPdf> pdfOutput;
+    if (!pdf.isEmpty())
+        pdfOutput.emplace(pdf);
+    return exitCodeOf(ComparisonExport(AppState::cn(), c.prompt)
+                          .write(request, out, c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr));
 }
 
 } // namespace
@@ -82,7 +94,8 @@ void addVersionCommands(QList<Command> &commands)
     commands << companyCommand(
         {QStringLiteral("compare")},
         {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
-         required(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+         optional(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--pdf"), QStringLiteral("FILE.pdf")),
+         optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
         {}, 0, 0, compare, true);
 }
 

@@ -53,23 +53,29 @@ Outcome ClauseAdder::add(const AddRequest &r)
         return Outcome::Stopped;
     }
     const QStringList place = placeOf(r);
-    const RowsetScope scope = isClauseLevel(r.added) ? RowsetScope::article(m_db, r.style, r.document, place[0], place[1])
-                                                     : RowsetScope::document(m_db, r.style, r.document);
-    if (scope.hasRow(r.added, place)) {
-        m_prompt.error(QStringLiteral("使用中"), QStringLiteral("この%1は既に使用しています").arg(caption));
-        return Outcome::Stopped;
-    }
-    if (isClauseLevel(r.added) && !addMember(r)) {
-        m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
-        return Outcome::Stopped;
-    }
-    const bool done = runInTransaction(m_prompt, m_db, [&] {
-        (this->*adderOf(r.added))(r);
-        // The words of the whole subtree come into use, also under clauses left out.
-        setSubtreeWords(m_db, r.document, r.added, place, true);
-    });
-    if (!done)
-        return Outcome::Failed;
+    // The in-use test and the panel rows are read inside the write, so that no other
+    // connection can change them between the test and the insert.
+    const Outcome outcome = runStep(
+        m_prompt, m_db,
+        [&] {
+            const RowsetScope scope = isClauseLevel(r.added) ? RowsetScope::article(m_db, r.style, r.document, place[0], place[1])
+                                                             : RowsetScope::document(m_db, r.style, r.document);
+            if (scope.hasRow(r.added, place)) {
+                m_prompt.error(QStringLiteral("使用中"), QStringLiteral("この%1は既に使用しています").arg(caption));
+                return Outcome::Stopped;
+            }
+            if (isClauseLevel(r.added) && !addMember(r)) {
+                m_prompt.failure(QStringLiteral("この位置には%1を追加できません。").arg(caption));
+                return Outcome::Stopped;
+            }
+            (this->*adderOf(r.added))(r);
+            // The words of the whole subtree come into use, also under clauses left out.
+            setSubtreeWords(m_db, r.document, r.added, place, true);
+            return Outcome::Done;
+        },
+        Prompt::Icon::Error);
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));
     return Outcome::Done;
 }

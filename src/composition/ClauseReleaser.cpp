@@ -27,14 +27,17 @@ void markStock(QSqlDatabase db, const ReleaseRequest &r, const QStringList &plac
 
 Outcome ClauseReleaser::release(const ReleaseRequest &r)
 {
-    const bool done = runInTransaction(m_prompt, m_db, [&] {
-        if (isClauseLevel(r.level))
-            releaseFromArticle(r);
-        else
-            releaseFromDocument(r);
-        const QStringList place = r.level == Level::Preamble ? QStringList() : r.codes.mid(0, placeDepth(r.level));
-        setSubtreeWords(m_db, r.document, r.level, place, false);
-    });
+    const bool done = runInTransaction(
+        m_prompt, m_db,
+        [&] {
+            if (isClauseLevel(r.level))
+                releaseFromArticle(r);
+            else
+                releaseFromDocument(r);
+            const QStringList place = r.level == Level::Preamble ? QStringList() : r.codes.mid(0, placeDepth(r.level));
+            setSubtreeWords(m_db, r.document, r.level, place, false);
+        },
+        Prompt::Icon::Error);
     if (!done)
         return Outcome::Failed;
     m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を終了しました。"));

@@ -21,7 +21,7 @@ QVariantList CompositionRow::values(bool lineBreakAsText) const
 QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &keys)
 {
     QList<CompositionRow> rows;
-    QSqlQuery q =
+    RowReader q =
         execSql(db,
                 QStringLiteral("SELECT 順番, 種別, 規程Code, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
                                "結合, 改行, テンプレート, 文章, 変数語句, 変数番号, 変更フラグ, 文章形式Code, 正式名称 "
@@ -79,19 +79,13 @@ void insertRows(QSqlDatabase db, const QString &table, const QList<CompositionRo
         quotedNames << u'"' + n + u'"';
         marks << QStringLiteral("?");
     }
-    QSqlQuery q(db);
-    if (!q.prepare(QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u','))))
-        throw DbError(q.lastError().text());
     QList<QVariantList> columns(names.size());
     for (const CompositionRow &r : rows) {
         const QVariantList v = r.values(lineBreakAsText);
         for (qsizetype c = 0; c < v.size(); ++c)
-            columns[c] << boundValue(v[c]);
+            columns[c] << v[c];
     }
-    for (const QVariantList &column : columns)
-        q.addBindValue(column);
-    if (!q.execBatch())
-        throw DbError(q.lastError().text());
+    execBatch(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u',')), columns);
 }
 
 } // namespace

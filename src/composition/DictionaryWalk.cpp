@@ -37,7 +37,7 @@ QStringList DictionaryWalk::selectedChildren(Level level, const QStringList &par
     }
     if (isClauseLevel(level))
         where += QStringLiteral(" AND CAST(結合 AS INTEGER) <= 1");
-    QSqlQuery q =
+    RowReader q =
         execSql(m_db, QStringLiteral("SELECT DISTINCT Code FROM \"%1\" WHERE %2 ORDER BY CAST(Code AS INTEGER)").arg(table, where), keys);
     QStringList codes;
     while (q.next())
@@ -49,7 +49,7 @@ void DictionaryWalk::walk(Level level, const QStringList &place, int number, QLi
 {
     const QString table = dictionaryTable(level);
     const int n = placeDepth(level);
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT \"%1\", 結合, 改行, テンプレート, 変数語句, 変数番号, 変更フラグ FROM \"%1\" "
                                          "WHERE 文章形式Code = ? AND 規程Code = ? AND %2 ORDER BY CAST(結合 AS INTEGER)")
                               .arg(table, dictionaryPlaceWhere(level, n)),
@@ -98,7 +98,7 @@ QList<CompositionRow> DictionaryWalk::articleBody(const QString &chapter, const 
 QList<CompositionRow> DictionaryWalk::preamble()
 {
     QList<CompositionRow> rows;
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT 前文, 結合, 改行, 変数語句, 変更フラグ FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? "
                                          "AND Code = '01' ORDER BY CAST(結合 AS INTEGER)"),
                           {m_style, m_document});
@@ -118,7 +118,7 @@ CompositionRow DictionaryWalk::chapter(const QString &code)
 {
     CompositionRow r = base(Level::Chapter);
     r.codes[0] = code;
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 章, 変更フラグ FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
+    RowReader q = execSql(m_db, QStringLiteral("SELECT 章, 変更フラグ FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND Code = ?"),
                           {m_style, m_document, code});
     if (q.next()) {
         r.text = q.value(0).toString();
@@ -132,7 +132,7 @@ CompositionRow DictionaryWalk::article(const QString &chapter, const QString &co
     CompositionRow r = base(Level::Article);
     r.codes[0] = chapter;
     r.codes[1] = code;
-    QSqlQuery q = execSql(
+    RowReader q = execSql(
         m_db, QStringLiteral("SELECT 条, 変更フラグ, 正式名称 FROM 条 WHERE 文章形式Code = ? AND 規程Code = ? AND 章Code = ? AND Code = ?"),
         {m_style, m_document, chapter, code});
     if (q.next()) {

@@ -9,7 +9,7 @@ namespace normaris {
 
 namespace {
 
-QList<CodeAndName> codesAndNames(QSqlQuery q)
+QList<CodeAndName> codesAndNames(RowReader q)
 {
     QList<CodeAndName> list;
     while (q.next())
@@ -53,7 +53,7 @@ void DocumentList::addToList(const QString &style, const QString &document)
             .toInt()
         > 0;
     if (!composed) {
-        QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
+        RowReader q = execSql(m_db, QStringLiteral("SELECT 規程, 変更フラグ, 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"),
                               {style, document});
         if (q.next()) {
             CompositionRow row;

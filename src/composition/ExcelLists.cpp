@@ -126,7 +126,7 @@ private:
     void scanMarkers(const CompositionRow &row, bool words)
     {
         const QChar sign = words ? u'★' : u'◆';
-        QSqlQuery q = execSql(m_db,
+        RowReader q = execSql(m_db,
                               words ? QStringLiteral("SELECT Code, 語句, 表示名称 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? "
                                                      "AND 条Code = ? ORDER BY CAST(Code AS INTEGER)")
                                     : QStringLiteral("SELECT Code, \"変換参照■規程Code\" FROM 変数テーブル番号 WHERE 規程Code = ? AND "
@@ -180,35 +180,35 @@ private:
     QList<QStringList> sheetRows(ListKind kind)
     {
         QList<QStringList> rows;
-        const auto each = [&](const QString &sql, const std::function<QStringList(const QSqlQuery &)> &make) {
-            QSqlQuery q = execSql(m_db, sql);
+        const auto each = [&](const QString &sql, const std::function<QStringList(const RowReader &)> &make) {
+            RowReader q = execSql(m_db, sql);
             while (q.next())
                 rows << make(q);
         };
         switch (kind) {
         case ListKind::BasicWords:
-            each(QStringLiteral("SELECT 区分 FROM kihongoku01_excel ORDER BY ID"), [](const QSqlQuery &q) {
+            each(QStringLiteral("SELECT 区分 FROM kihongoku01_excel ORDER BY ID"), [](const RowReader &q) {
                 return QStringList{q.value(0).toString(), QString(), QStringLiteral("前文")};
             });
-            each(QStringLiteral("SELECT 区分, 章Code, 条Code FROM kihongoku02_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+            each(QStringLiteral("SELECT 区分, 章Code, 条Code FROM kihongoku02_excel ORDER BY ID"), [this](const RowReader &q) {
                 return QStringList{q.value(0).toString(), q.value(2).toString(), articleName(q.value(1).toString(), q.value(2).toString())};
             });
             break;
         case ListKind::EmbeddedWords:
-            each(QStringLiteral("SELECT Code, 表示名称, 設定内容, 章Code, 条Code FROM goku_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+            each(QStringLiteral("SELECT Code, 表示名称, 設定内容, 章Code, 条Code FROM goku_excel ORDER BY ID"), [this](const RowReader &q) {
                 return QStringList{q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), q.value(4).toString(),
                                    articleName(q.value(3).toString(), q.value(4).toString())};
             });
             break;
         case ListKind::References:
             each(QStringLiteral("SELECT Code, \"変換参照■規程Code\", 章Code, 条Code FROM bangou_excel ORDER BY ID"),
-                 [this](const QSqlQuery &q) {
+                 [this](const RowReader &q) {
                      return QStringList{q.value(0).toString(), documentName(q.value(1).toString()), q.value(3).toString(),
                                         articleName(q.value(2).toString(), q.value(3).toString())};
                  });
             break;
         case ListKind::Templates:
-            each(QStringLiteral("SELECT Code, 章Code, 条Code FROM kihongoku_excel ORDER BY ID"), [this](const QSqlQuery &q) {
+            each(QStringLiteral("SELECT Code, 章Code, 条Code FROM kihongoku_excel ORDER BY ID"), [this](const RowReader &q) {
                 return QStringList{q.value(0).toString(), q.value(2).toString(), articleName(q.value(1).toString(), q.value(2).toString())};
             });
             break;

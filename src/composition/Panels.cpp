@@ -46,7 +46,7 @@ QList<PanelRow> panelRows(QSqlDatabase db, const QString &table, const QList<Lev
     for (const QString &c : placeColumns())
         columns << QStringLiteral("r.\"%1\"").arg(c);
     // A continuation row shows no dictionary text, so its subquery is not run.
-    QSqlQuery q = execSql(db,
+    RowReader q = execSql(db,
                           QStringLiteral("SELECT r.種別, %1, r.結合, r.テンプレート, "
                                          "CASE WHEN CAST(r.結合 AS INTEGER) > 1 THEN NULL ELSE %2 END "
                                          "FROM \"%3\" r WHERE %4 ORDER BY r.順番, CAST(r.結合 AS INTEGER)")
@@ -115,7 +115,7 @@ QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)
     for (const QString &code : codes)
         binds << code;
     QList<CodeAndName> actions;
-    QSqlQuery q =
+    RowReader q =
         execSql(db,
                 QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)")
                     .arg(marks.join(u',')),
@@ -170,7 +170,7 @@ QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QStrin
     else if (filter == StockFilter::UserMade)
         where += added == Level::Article ? QStringLiteral(" AND Code >= '7000'") : QStringLiteral(" AND Code >= '70'");
     QList<CodeAndName> list;
-    QSqlQuery q = execSql(
+    RowReader q = execSql(
         db, QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(nameColumn, table, where), keys);
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};

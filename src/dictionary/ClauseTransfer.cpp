@@ -173,7 +173,7 @@ QString preambleText(QSqlDatabase db, const QString &style, const QString &docum
     out += QStringLiteral("正式名称 ") + doc->formalName + u'\n';
     out += QStringLiteral("文章種別 ") + doc->kind + u'\n';
     out += QStringLiteral("前文\n");
-    QSqlQuery rows = execSql(db,
+    RowReader rows = execSql(db,
                              QStringLiteral("SELECT 改行, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                  .arg(place.textColumn(), place.table(), place.whereSql()),
                              place.whereValues());
@@ -182,7 +182,7 @@ QString preambleText(QSqlDatabase db, const QString &style, const QString &docum
         out += (rows.value(0).toBool() ? QStringLiteral("=↵ ") : QStringLiteral("= ")) + rows.value(1).toString() + u'\n';
         clauseText += rows.value(1).toString();
     }
-    QSqlQuery words = execSql(
+    RowReader words = execSql(
         db, QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE %1 ORDER BY Code").arg(place.variableWhereSql()),
         place.variableWhereValues());
     while (words.next()) {

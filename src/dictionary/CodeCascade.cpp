@@ -47,7 +47,7 @@ struct VariableRow {
 
 QList<VariableRow> variableRows(QSqlDatabase db, const QString &table, const QString &column, const QString &code)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2\" = ?").arg(table, column), {code});
+    RowReader q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2\" = ?").arg(table, column), {code});
     QList<VariableRow> rows;
     while (q.next())
         rows << VariableRow{q.value(0).toLongLong(), q.record()};
@@ -68,7 +68,7 @@ bool clauseHolds(QSqlDatabase db, const QString &style, const QSqlRecord &row, i
         where << (i == depth - 1 ? QStringLiteral("Code") : placeColumns()[i]) + QStringLiteral(" = ?");
         values << row.value(placeOrdinal + 1 + i).toString();
     }
-    QSqlQuery q = execSql(db,
+    RowReader q = execSql(db,
                           QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)")
                               .arg(textColumn(level), dictionaryTable(level), where.join(QStringLiteral(" AND "))),
                           values);
@@ -135,7 +135,7 @@ bool CodeCascade::referenceBlocked(const QString &code)
         const int targetDepth = r.record.value(kTargetLevelOrdinal).toString().toInt();
         const QString targetDocument = r.record.value(kTargetOrdinal).toString();
         // Every row of the level's table, of both styles and all documents, in Code order.
-        QSqlQuery t = execSql(m_db, QStringLiteral("SELECT * FROM \"%1\" ORDER BY CAST(Code AS INTEGER)").arg(dictionaryTable(level)));
+        RowReader t = execSql(m_db, QStringLiteral("SELECT * FROM \"%1\" ORDER BY CAST(Code AS INTEGER)").arg(dictionaryTable(level)));
         const int textOrdinal = t.record().indexOf(textColumn(level));
         while (t.next()) {
             if (t.value(textOrdinal).toString().contains(marker)) {

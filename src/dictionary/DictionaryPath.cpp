@@ -29,7 +29,7 @@ QList<CodeAndName> DictionaryPath::choices(Level level, const QStringList &paren
 {
     QVariantList values;
     const QString where = parentWhere(level, parents, values, m_style);
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)")
                               .arg(textColumn(level), dictionaryTable(level), where),
                           values);

@@ -18,7 +18,7 @@ const QString kFormalNameLabel = QStringLiteral("･･･正式名称");
 const QString kCodeLabel = QStringLiteral("･･･Code");
 const QString kEmptyField = QStringLiteral("未入力は許されません。");
 
-DocumentRecord recordOf(const QSqlQuery &q)
+DocumentRecord recordOf(const RowReader &q)
 {
     return {q.value(0).toString(), q.value(1).toString(), q.value(2).toBool(),
             q.value(3).toString(), q.value(4).toBool(),   q.value(5).toString()};
@@ -45,7 +45,7 @@ bool checkNoControl(Prompt &prompt, const QString &text, const QString &label)
 
 QList<DocumentRecord> DocumentMaster::documents() const
 {
-    QSqlQuery q = execSql(m_db, kSelectDocuments + QStringLiteral(" ORDER BY CAST(Code AS INTEGER)"), {m_style});
+    RowReader q = execSql(m_db, kSelectDocuments + QStringLiteral(" ORDER BY CAST(Code AS INTEGER)"), {m_style});
     QList<DocumentRecord> list;
     while (q.next())
         list << recordOf(q);
@@ -54,7 +54,7 @@ QList<DocumentRecord> DocumentMaster::documents() const
 
 std::optional<DocumentRecord> DocumentMaster::document(const QString &code) const
 {
-    QSqlQuery q = execSql(m_db, kSelectDocuments + QStringLiteral(" AND Code = ?"), {m_style, code});
+    RowReader q = execSql(m_db, kSelectDocuments + QStringLiteral(" AND Code = ?"), {m_style, code});
     if (!q.next())
         return std::nullopt;
     return recordOf(q);

@@ -38,7 +38,7 @@ void InlineSegmentEditor::open()
     texts = Texts();
     breaks = Breaks();
     m_loadedChanged = {};
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT 改行, \"%1\", 選択フラグ, 変更フラグ FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                               .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                           m_place.whereValues());
@@ -71,6 +71,9 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
     int count = 0;
     for (const QString &t : texts)
         count += t.isEmpty() ? 0 : 1;
+    // The update reloads the editor from the rows it writes. When the transaction
+    // fails they are rolled back, and so is the editor, keeping what the user typed.
+    const InlineSegmentEditor asOpened = *this;
     const Outcome outcome = runRefusableTransaction(prompt, m_db, [&] {
         const bool inUse = m_place.isComposed(m_db);
         if (count != m_rowCount && inUse) {
@@ -117,14 +120,14 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
         open();
         // Word positions: this editor writes the row's 変数語句 where the segment editor
         // writes its 結合.
-        QSqlQuery rows = execSql(m_db,
+        RowReader rows = execSql(m_db,
                                  QStringLiteral("SELECT 変数語句, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                      .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                                  m_place.whereValues());
         QList<std::pair<QString, QString>> clause;
         while (rows.next())
             clause << std::pair{rows.value(0).toBool() ? QStringLiteral("1") : QStringLiteral("0"), rows.value(1).toString()};
-        QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
+        RowReader words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
                                   m_place.variableWhereValues());
         QList<std::pair<qint64, QString>> wordRows;
         while (words.next())
@@ -140,6 +143,8 @@ Outcome InlineSegmentEditor::update(Prompt &prompt)
     });
     if (outcome == Outcome::Stopped)
         restoreTexts();
+    if (outcome == Outcome::Failed)
+        *this = asOpened;
     return outcome;
 }
 

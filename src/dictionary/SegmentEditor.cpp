@@ -107,7 +107,7 @@ void SegmentEditor::load(bool fillWorkTables)
             QString where = QStringLiteral("Code = ? AND ") + m_place.variableWhereSql();
             if (fillWorkTables && k == kSegmentWithoutAnd && levelInfo(m_place.level).faultyFourthWordLookup)
                 where.replace(QStringLiteral(" AND 種別"), QStringLiteral(" 種別"));
-            QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, 語句 FROM 変数テーブル語句 WHERE ") + where,
+            RowReader words = execSql(m_db, QStringLiteral("SELECT ID, 語句 FROM 変数テーブル語句 WHERE ") + where,
                                       QVariantList{s.code} + m_place.variableWhereValues());
             QList<std::pair<qint64, QString>> found;
             while (words.next())
@@ -246,7 +246,10 @@ void SegmentEditor::restoreLastGood()
 
 Outcome SegmentEditor::update(Prompt &prompt)
 {
-    return runRefusableTransaction(prompt, m_db, [&] {
+    // The update reloads the editor from the rows it writes. When the transaction
+    // fails they are rolled back, and so is the editor, keeping what the user entered.
+    const SegmentEditor asOpened = *this;
+    const Outcome outcome = runRefusableTransaction(prompt, m_db, [&] {
         const bool inUse = isInUse();
         int count = 0;
         for (int k = 0; k < kSegments; ++k) {
@@ -283,7 +286,7 @@ Outcome SegmentEditor::update(Prompt &prompt)
         for (int k = 0; k < kSegments; ++k)
             writeRow(prompt, k, joinCounter, changed);
         // The words that have left the clause.
-        QSqlQuery before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
+        RowReader before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
         while (before.next()) {
             const QString code = before.value(0).toString();
             if (!scalar(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句更新後 WHERE Code = ?"), {code}).toInt())
@@ -303,6 +306,9 @@ Outcome SegmentEditor::update(Prompt &prompt)
         setWordPositions();
         return true;
     });
+    if (outcome == Outcome::Failed)
+        *this = asOpened;
+    return outcome;
 }
 
 void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool changed)
@@ -357,7 +363,7 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
     }
     if (s.kind != SegmentKind::Word)
         return;
-    QSqlQuery after =
+    RowReader after =
         execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
                 {s.code, m_place.document});
     QList<QVariantList> found;
@@ -523,14 +529,14 @@ bool SegmentEditor::checkMarkers(Prompt &prompt, bool inUse) const
 
 void SegmentEditor::setWordPositions()
 {
-    QSqlQuery rows = execSql(m_db,
+    RowReader rows = execSql(m_db,
                              QStringLiteral("SELECT 結合, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(結合 AS INTEGER)")
                                  .arg(m_place.textColumn(), m_place.table(), m_place.whereSql()),
                              m_place.whereValues());
     QList<std::pair<QString, QString>> clause;
     while (rows.next())
         clause << std::pair{rows.value(0).toString(), rows.value(1).toString()};
-    QSqlQuery words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
+    RowReader words = execSql(m_db, QStringLiteral("SELECT ID, Code FROM 変数テーブル語句 WHERE ") + m_place.variableWhereSql(),
                               m_place.variableWhereValues());
     QList<std::pair<qint64, QString>> wordRows;
     while (words.next())

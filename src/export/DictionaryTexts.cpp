@@ -41,7 +41,7 @@ void DictionaryTexts::load(QSqlDatabase db, Level level, const QString &style, c
     columns << u'"' + text + u'"';
     if (segmented)
         columns << QStringLiteral("結合") << QStringLiteral("改行");
-    QSqlQuery q = execSql(db,
+    RowReader q = execSql(db,
                           QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4")
                               .arg(columns.join(u','), dictionaryTable(level), filter,
                                    segmented ? QStringLiteral("CAST(結合 AS INTEGER), ID") : QStringLiteral("ID")),

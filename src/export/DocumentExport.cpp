@@ -60,19 +60,31 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
         withExtra.emplace(documents, extra->typist());
     Typist &typist = withExtra ? static_cast<Typist &>(*withExtra) : documents;
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
-    if (outcome == Outcome::Stopped)
+    // A failed read has been reported: no document is written from what was read before it.
+    if (outcome != Outcome::Done)
         return outcome;
+    QStringList written;
     try {
-        if (!docxPath.isEmpty())
+        // The version is kept with the files that print it, or not at all: its transaction
+        // commits only once they are written.
+        Transaction transaction(m_db);
+        // Only a whole document of rules or an agreement is a version; the filing forms are not.
+        if (options.kind != ExportKind::Filing)
+            keepVersion(m_db, style, document, recorder.rows());
+        if (!docxPath.isEmpty()) {
+            written << docxPath;
             docx.save(docxPath);
-        if (!textPath.isEmpty())
+        }
+        if (!textPath.isEmpty()) {
+            written << textPath;
             writeText(textPath, text.text());
+        }
         if (extra)
             extra->save();
-        // Only a whole document of rules or an agreement is a version; the filing forms are not.
-        if (outcome == Outcome::Done && options.kind != ExportKind::Filing)
-            keepVersion(m_db, style, document, recorder.rows());
+        transaction.commit();
     } catch (const Failure &f) {
+        for (const QString &path : std::as_const(written))
+            QFile::remove(path);
         m_prompt.failure(f.text());
         return Outcome::Failed;
     }

@@ -8,7 +8,7 @@ namespace normaris {
 
 QList<ReferenceRow> readReferenceRows(QSqlDatabase db, const QString &document)
 {
-    QSqlQuery q =
+    RowReader q =
         execSql(db,
                 QStringLiteral("SELECT Code, 規程Code, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合, 種別, "
                                "変換参照■規程Code, 変換参照■章Code, 変換参照■条Code, 変換参照■項Code, 変換参照■号Code, "

@@ -31,7 +31,7 @@ struct WordRow {
 QHash<QString, QList<WordRow>> readWords(QSqlDatabase db, const QString &document)
 {
     QHash<QString, QList<WordRow>> words;
-    QSqlQuery q = execSql(db,
+    RowReader q = execSql(db,
                           QStringLiteral("SELECT Code, 語句, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合 "
                                          "FROM 変数テーブル語句 WHERE 規程Code = ? ORDER BY ID"),
                           {document});
@@ -47,7 +47,7 @@ QHash<QString, QList<WordRow>> readWords(QSqlDatabase db, const QString &documen
 // The 16 basic settings, or nothing when the company has no row yet.
 std::optional<QStringList> readSettings(QSqlDatabase db)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
+    RowReader q = execSql(db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
     if (!q.next())
         return std::nullopt;
     QStringList values;
@@ -68,36 +68,39 @@ bool rewritesMarkers(Level level) { return isClauseLevel(level) || level == Leve
 
 Outcome SettingSubstitution::run(const QString &style, const QString &document)
 {
-    if (EffectiveDates(m_db, document).list().isEmpty()) {
-        m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("日付のデータがありません。"));
-        return Outcome::Stopped;
-    }
-    if (!checkMakingOrder(document))
-        return Outcome::Stopped;
-    roushi(style, document);
+    // Everything the substitution decides on is read inside its write, and the rewrite
+    // of an agreement's 前文 goes with the rest: a failure anywhere leaves the rows as
+    // they were.
+    const Outcome outcome = runStep(m_prompt, m_db, [&] {
+        if (EffectiveDates(m_db, document).list().isEmpty()) {
+            m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("日付のデータがありません。"));
+            return Outcome::Stopped;
+        }
+        if (!checkMakingOrder(document))
+            return Outcome::Stopped;
+        roushi(style, document);
 
-    QList<CompositionRow> rows = readWorkRows(m_db, kOutputRowsTable, style, document);
-    if (rows.isEmpty()) {
-        m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
-        return Outcome::Stopped;
-    }
-    BusyCursor busy;
-    const QList<CompositionRow> before = rows;
-    substituteWordsAndSettings(rows, document);
-    CrossReferences references(m_db, m_prompt, document);
-    for (CompositionRow &row : rows) {
-        if (!row.text.isEmpty())
-            row.text = references.replaceIn(row);
-    }
-
-    const bool written = runInTransaction(m_prompt, m_db, [&] {
+        QList<CompositionRow> rows = readWorkRows(m_db, kOutputRowsTable, style, document);
+        if (rows.isEmpty()) {
+            m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
+            return Outcome::Stopped;
+        }
+        BusyCursor busy;
+        const QList<CompositionRow> before = rows;
+        substituteWordsAndSettings(rows, document);
+        CrossReferences references(m_db, m_prompt, document);
+        for (CompositionRow &row : rows) {
+            if (!row.text.isEmpty())
+                row.text = references.replaceIn(row);
+        }
         for (qsizetype i = 0; i < rows.size(); ++i) {
             if (rows[i].text != before[i].text)
                 writeText(m_db, style, document, rows[i].order, rows[i].text);
         }
+        return Outcome::Done;
     });
-    if (!written)
-        return Outcome::Failed;
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.plain(QStringLiteral("処理完了"), QStringLiteral("置換処理が完了しました。"));
     return Outcome::Done;
 }
@@ -138,7 +141,7 @@ void SettingSubstitution::substituteWordsAndSettings(QList<CompositionRow> &rows
 bool SettingSubstitution::checkMakingOrder(const QString &document)
 {
     QStringList texts;
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT 文章 FROM \"%1\" WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
+    RowReader q = execSql(m_db, QStringLiteral("SELECT 文章 FROM \"%1\" WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
     while (q.next())
         texts << q.value(0).toString();
 
@@ -178,7 +181,7 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
 {
     if (scalar(m_db, QStringLiteral("SELECT 文章種別 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString() != u"2")
         return;
-    QSqlQuery segment =
+    RowReader segment =
         execSql(m_db,
                 QStringLiteral("SELECT 順番, 文章 FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '10' AND 結合 = '3' "
                                "ORDER BY 順番")
@@ -228,7 +231,7 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
         > 0;
     if (!namesSide || !paragraphUsesShortName)
         return;
-    QSqlQuery word = execSql(
+    RowReader word = execSql(
         m_db, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND Code = '0009' AND 選択フラグ = 1"), {document});
     if (!word.next())
         return;

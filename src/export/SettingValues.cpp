@@ -9,7 +9,7 @@ namespace normaris {
 
 std::optional<SettingValues> SettingValues::read(QSqlDatabase db)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
+    RowReader q = execSql(db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
     if (!q.next())
         return std::nullopt;
     SettingValues settings;

@@ -40,29 +40,31 @@ QString emptyForZero(const QString &code) { return code == u"0" ? QString() : co
 
 Outcome WorkDataBuild::build(const QString &style, const QString &document)
 {
-    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kArticleRowsTable),
-               {style, document})
-            .toInt()
-        == 0) {
-        m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
-        return Outcome::Stopped;
-    }
-    BusyCursor busy;
     bool declined = false;
-    const bool built = runInTransaction(m_prompt, m_db, [&] {
+    // The rows are counted inside the write that replaces them.
+    const Outcome outcome = runStep(m_prompt, m_db, [&] {
+        if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kArticleRowsTable),
+                   {style, document})
+                .toInt()
+            == 0) {
+            m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
+            return Outcome::Stopped;
+        }
+        BusyCursor busy;
         if (!replaceOtherStyle(style, document)) {
             declined = true; // the transaction ends with nothing changed
-            return;
+            return Outcome::Stopped;
         }
         freeze(style, document);
         writeOutputRows(style, document);
+        return Outcome::Done;
     });
-    if (!built)
-        return Outcome::Failed;
     if (declined) {
         m_prompt.information(QStringLiteral("確認"), QStringLiteral("処理を実行しません。"));
         return Outcome::Stopped;
     }
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.plain(QStringLiteral("処理完了"), QStringLiteral("データ作成が完了しました。"));
     return Outcome::Done;
 }

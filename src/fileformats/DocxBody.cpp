@@ -84,17 +84,6 @@ void writeRun(QXmlStreamWriter &xml, const Run &run, const Font &base)
     xml.writeEndElement();
 }
 
-// The page, in twips: A4 with the margins of a Japanese word processor's blank
-// document (35 mm at the top, 30 mm elsewhere) upright; lying, 20 mm at top and
-// bottom and 25 mm at the sides, which leaves two columns of text room enough.
-struct PageSize {
-    int width, height, top, right, bottom, left;
-};
-constexpr PageSize kPortrait{11906, 16838, 1985, 1701, 1701, 1701};
-constexpr PageSize kLandscape{16838, 11906, 1134, 1418, 1134, 1418};
-
-const PageSize &pageSize(const PageSetup &setup) { return setup.landscape ? kLandscape : kPortrait; }
-
 // The line grid of 18 pt gives 10.5-point text its customary line spacing. The
 // footer, when there is one, is the relationship rId3 of the document part; a
 // document that opens with its cover shows none on that first page.
@@ -118,7 +107,7 @@ void writePageSetup(QXmlStreamWriter &xml, const PageSetup &setup, bool cover)
     xml.writeAttribute(kWordNs, QStringLiteral("bottom"), QString::number(page.bottom));
     xml.writeAttribute(kWordNs, QStringLiteral("left"), QString::number(page.left));
     xml.writeAttribute(kWordNs, QStringLiteral("header"), QStringLiteral("851"));
-    xml.writeAttribute(kWordNs, QStringLiteral("footer"), QStringLiteral("992"));
+    xml.writeAttribute(kWordNs, QStringLiteral("footer"), QString::number(page.footer));
     xml.writeAttribute(kWordNs, QStringLiteral("gutter"), QStringLiteral("0"));
     xml.writeEmptyElement(kWordNs, QStringLiteral("cols"));
     xml.writeAttribute(kWordNs, QStringLiteral("space"), QStringLiteral("425"));

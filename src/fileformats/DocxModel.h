@@ -66,4 +66,19 @@ struct PageSetup {
     bool pageNumbers = false;
 };
 
+// The page, in twips: A4 with the margins of a Japanese word processor's blank
+// document (35 mm at the top, 30 mm elsewhere) upright; lying, 20 mm at top and
+// bottom and 25 mm at the sides, which leaves two columns of text room enough.
+// The footer stands 17.5 mm above the page's foot.
+struct PageSize {
+    int width, height, top, right, bottom, left, footer;
+};
+inline constexpr PageSize kPortrait{11906, 16838, 1985, 1701, 1701, 1701, 992};
+inline constexpr PageSize kLandscape{16838, 11906, 1134, 1418, 1134, 1418, 992};
+
+inline const PageSize &pageSize(const PageSetup &setup) { return setup.landscape ? kLandscape : kPortrait; }
+
+// A table cell keeps its text this far from its left and right lines, in twips.
+inline constexpr int kCellMargin = 108;
+
 } // namespace normaris::docx

@@ -22,12 +22,10 @@ QList<CodeAndName> importChoices(QSqlDatabase source, const QString &style, Leve
     if (info.segmented)
         sql += QStringLiteral(" AND 結合 <= '1'");
     sql += QStringLiteral(" ORDER BY CAST(Code AS INTEGER), ID");
-    QSqlQuery q = execSql(source, sql, binds);
+    RowReader q = execSql(source, sql, binds);
     QList<CodeAndName> choices;
     while (q.next())
         choices << CodeAndName{q.value(0).toString(), q.value(1).toString()};
-    if (q.lastError().isValid())
-        throw DbError(q.lastError().text());
     return choices;
 }
 

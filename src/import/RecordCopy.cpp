@@ -1,6 +1,5 @@
 #include "import/RecordCopy.h"
 
-#include "base/BusyCursor.h"
 #include "base/Database.h"
 #include "rulebase/Schema.h"
 #include "rulebase/SegmentKind.h"
@@ -17,12 +16,10 @@ QString quoted(const QString &name) { return u'"' + name + u'"'; }
 // The target's columns after ID, asked of the table itself.
 QStringList targetColumns(QSqlDatabase db, const QString &table)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
+    RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
     QStringList columns;
     while (q.next())
         columns << q.value(1).toString();
-    if (q.lastError().isValid())
-        throw DbError(q.lastError().text());
     columns.removeAll(QStringLiteral("ID"));
     return columns;
 }
@@ -34,27 +31,21 @@ qlonglong insert(QSqlDatabase db, const QString &table, const QStringList &colum
     for (const QString &c : columns)
         names << quoted(c);
     const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
-    const QSqlQuery q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
+    const RowReader q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
     return q.lastInsertId().toLongLong();
 }
 
 } // namespace
 
-bool RecordCopy::copy(const ImportPlace &given, Level level)
+void RecordCopy::copy(const ImportPlace &given, Level level)
 {
     ImportPlace place = given;
     place.level = level;
     const SourceEntry entry(m_source, place);
-    BusyCursor busy;
-    const bool done = runInTransaction(m_prompt, m_target, [&] {
-        for (Level at : entry.clauseLevels())
-            copyClauses(entry, at);
-        for (const VariableTable &table : kVariableTables)
-            copyMarkers(entry, table);
-    });
-    if (done)
-        m_prompt.plain(QStringLiteral("処理完了"), QStringLiteral("データ取込処理が完了しました。"));
-    return done;
+    for (Level at : entry.clauseLevels())
+        copyClauses(entry, at);
+    for (const VariableTable &table : kVariableTables)
+        copyMarkers(entry, table);
 }
 
 void RecordCopy::copyClauses(const SourceEntry &entry, Level level)

@@ -2,6 +2,7 @@
 
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
+#include "base/CompanyLock.h"
 #include "base/Database.h"
 #include "base/FieldChecks.h"
 #include "rulebase/Schema.h"
@@ -17,6 +18,14 @@ namespace normaris {
 namespace {
 
 const QString kTitle = QStringLiteral("会社指定の確認");
+
+// The source company's lock, held while it is open as the source: the file is read as
+// immutable, so no other program may write it meanwhile.
+std::unique_ptr<CompanyLock> &sourceLock()
+{
+    static std::unique_ptr<CompanyLock> lock;
+    return lock;
+}
 
 // True when path lies inside dir (both taken at their real place).
 bool isInside(const QString &path, const QString &dir)
@@ -90,11 +99,17 @@ Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QStr
     if (CheckCompanyName(prompt, name))
         return Outcome::Stopped;
     QString why;
-    {
+    try {
         BusyCursor busy;
         why = refusal(layout, name);
+        // The company open in this program is already held by it.
+        if (why.isEmpty() && !AppState::instance().isOpenCompany(name))
+            sourceLock() = std::make_unique<CompanyLock>(layout.companyDir(name), name);
         if (why.isEmpty())
             why = openChecked(layout.companyFile(name));
+    } catch (const CompanyInUse &e) {
+        prompt.failure(e.text());
+        return Outcome::Stopped;
     }
     if (!why.isEmpty()) {
         close();
@@ -105,7 +120,11 @@ Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QStr
     return Outcome::Done;
 }
 
-void SourceCompany::close() { closeDatabase(kSourceConnection); }
+void SourceCompany::close()
+{
+    closeDatabase(kSourceConnection);
+    sourceLock().reset();
+}
 
 bool SourceCompany::isOpen() { return QSqlDatabase::contains(kSourceConnection) && connection().isOpen(); }
 

@@ -73,13 +73,10 @@ bool SourceEntry::isUsed(const QSqlRecord &row, const VariableTable &table) cons
 
 QList<QSqlRecord> SourceEntry::select(const QString &table, const QString &where, const QVariantList &binds) const
 {
-    QSqlQuery q = execSql(m_source, QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY ID").arg(quoted(table), where), binds);
+    RowReader q = execSql(m_source, QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY ID").arg(quoted(table), where), binds);
     QList<QSqlRecord> rows;
     while (q.next())
         rows << q.record();
-    // A read that stops on an error is a failure, not the end of the rows.
-    if (q.lastError().isValid())
-        throw DbError(q.lastError().text());
     return rows;
 }
 

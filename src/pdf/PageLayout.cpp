@@ -10,6 +10,8 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <numeric>
+#include <vector>
 
 namespace normaris::pdf {
 
@@ -53,28 +55,60 @@ struct LaidParagraph {
     bool keepWithNext = false;
 };
 
+// A table row laid out: each cell's paragraphs, and its lines in order as
+// (paragraph, line) with their heights.
+struct LaidCell {
+    std::vector<LaidParagraph> paragraphs;
+    QList<std::pair<int, int>> lines;
+    QList<double> heights;
+};
+
+struct LaidRow {
+    std::vector<LaidCell> cells;
+    double height() const
+    {
+        double tallest = 0;
+        for (const LaidCell &cell : cells)
+            tallest = std::max(tallest, std::accumulate(cell.heights.cbegin(), cell.heights.cend(), 0.0));
+        return tallest;
+    }
+};
+
 class Layouter {
 public:
-    Layouter(QPainter &painter, const QList<docx::Paragraph> &paragraphs, const PageGeometry &geometry)
-        : m_painter(painter), m_paragraphs(paragraphs), m_geometry(geometry), m_scale(painter.device()->logicalDpiY() / 72.0)
+    Layouter(QPainter &painter, const PageGeometry &geometry)
+        : m_painter(painter), m_geometry(geometry), m_scale(painter.device()->logicalDpiY() / 72.0), m_y(px(geometry.top))
     {
     }
 
-    int paint(const std::function<bool()> &newPage);
+    void paintParagraphs(const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage);
+    void paintTable(const docx::Table &table, const std::function<bool()> &newPage);
+    // The last page's footer; the number of pages.
+    int finish();
+    // Whether the first page has its number: a cover has none.
+    void setNumberOnFirst(bool shown) { m_numberOnFirst = shown; }
 
 private:
     double px(double points) const { return points * m_scale; }
+    double pageTop() const { return px(m_geometry.top); }
+    double pageBottom() const { return px(m_geometry.height - m_geometry.bottom); }
+    double textWidth() const { return px(m_geometry.width - m_geometry.left - m_geometry.right); }
+    LaidParagraph layParagraph(const docx::Paragraph &paragraph, double width, bool keepWithNext) const;
     const LaidParagraph &laid(qsizetype index);
     double heightOfKeptGroup(qsizetype index);
-    void paintLine(const LaidParagraph &paragraph, int line, double top);
+    LaidRow layRow(const docx::TableRow &row, const QList<double> &widths) const;
+    // Paints the lines [from, to) of each cell of a row at the current height, with
+    // the lines around the cells; answers the height painted.
+    double paintRowPart(const LaidRow &row, const QList<double> &widths, const QList<int> &from, const QList<int> &to);
+    void paintLine(const LaidParagraph &paragraph, int line, double top, double left);
     void paintFooter();
     void nextPage(const std::function<bool()> &newPage);
 
     QPainter &m_painter;
-    const QList<docx::Paragraph> &m_paragraphs;
     PageGeometry m_geometry;
     double m_scale;
-    std::map<qsizetype, LaidParagraph> m_laid; // the paragraph being placed and the ones looked ahead at
+    const QList<docx::Paragraph> *m_paragraphs = nullptr; // the paragraphs being painted
+    std::map<qsizetype, LaidParagraph> m_laid;            // the paragraph being placed and the ones looked ahead at
     double m_y = 0;
     int m_page = 1;
     bool m_numberOnFirst = true;
@@ -83,14 +117,11 @@ private:
 // The line grid: a line takes as many lines of the grid as its font needs.
 double onGrid(double height, double pitch) { return std::max(1.0, std::ceil(height / pitch - 0.01)) * pitch; }
 
-const LaidParagraph &Layouter::laid(qsizetype index)
+LaidParagraph Layouter::layParagraph(const docx::Paragraph &paragraph, double width, bool keepWithNext) const
 {
-    if (const auto it = m_laid.find(index); it != m_laid.end())
-        return it->second;
-    const docx::Paragraph &paragraph = m_paragraphs[index];
     LaidParagraph result;
     result.breakAfter = holdsBreak(paragraph);
-    result.keepWithNext = keepsWithNext(m_paragraphs, index);
+    result.keepWithNext = keepWithNext;
 
     const QFont markFont = qtFont(paragraph.mark);
     const QFontMetricsF markMetrics(markFont, m_painter.device());
@@ -105,6 +136,7 @@ const LaidParagraph &Layouter::laid(qsizetype index)
         QTextCharFormat format;
         format.setFont(qtFont(run.font));
         format.setForeground(colorOf(run.font.color));
+        format.setFontUnderline(run.font.underline);
         formats.append({int(text.size()), int(run.text.size()), format});
         if (run.font.doubleStrike)
             result.struck.append({int(text.size()), int(run.text.size())});
@@ -121,7 +153,6 @@ const LaidParagraph &Layouter::laid(qsizetype index)
         option.setTabStopDistance(px(4 * kCharacter));
         result.layout->setTextOption(option);
         result.layout->setFormats(formats);
-        const double width = px(m_geometry.width - m_geometry.left - m_geometry.right);
         const double hang = px(std::abs(paragraph.indent) * kCharacter);
         // A hanging indent: the first line at the margin, the others in by n
         // characters. A first-line indent: only the first line in.
@@ -140,7 +171,15 @@ const LaidParagraph &Layouter::laid(qsizetype index)
         // page break alone takes no line: the next page starts with what follows.
         result.heights.append(onGrid(result.fontHeight, px(m_geometry.linePitch)));
     }
-    return m_laid.emplace(index, std::move(result)).first->second;
+    return result;
+}
+
+const LaidParagraph &Layouter::laid(qsizetype index)
+{
+    if (const auto it = m_laid.find(index); it != m_laid.end())
+        return it->second;
+    const QList<docx::Paragraph> &paragraphs = *m_paragraphs;
+    return m_laid.emplace(index, layParagraph(paragraphs[index], textWidth(), keepsWithNext(paragraphs, index))).first->second;
 }
 
 // A heading and what it keeps on its page: itself, every kept paragraph after it,
@@ -149,7 +188,7 @@ const LaidParagraph &Layouter::laid(qsizetype index)
 double Layouter::heightOfKeptGroup(qsizetype index)
 {
     double height = 0;
-    for (qsizetype i = index; i < m_paragraphs.size(); ++i) {
+    for (qsizetype i = index; i < m_paragraphs->size(); ++i) {
         const LaidParagraph &p = laid(i);
         if (!p.keepWithNext || p.breakAfter) {
             for (qsizetype line = 0; line < std::min<qsizetype>(2, p.heights.size()); ++line)
@@ -162,9 +201,8 @@ double Layouter::heightOfKeptGroup(qsizetype index)
     return height;
 }
 
-void Layouter::paintLine(const LaidParagraph &paragraph, int line, double top)
+void Layouter::paintLine(const LaidParagraph &paragraph, int line, double top, double left)
 {
-    const double left = px(m_geometry.left);
     if (!paragraph.layout)
         return;
     QTextLine textLine = paragraph.layout->lineAt(line);
@@ -213,13 +251,14 @@ void Layouter::nextPage(const std::function<bool()> &newPage)
     m_y = px(m_geometry.top);
 }
 
-int Layouter::paint(const std::function<bool()> &newPage)
+void Layouter::paintParagraphs(const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage)
 {
-    m_numberOnFirst = m_paragraphs.isEmpty() || paragraphStyleInfo(m_paragraphs.first().style).part != DocumentPart::Cover;
-    const double top = px(m_geometry.top);
-    const double bottom = px(m_geometry.height - m_geometry.bottom);
-    m_y = top;
-    for (qsizetype i = 0; i < m_paragraphs.size(); ++i) {
+    m_paragraphs = &paragraphs;
+    m_laid.clear();
+    const double top = pageTop();
+    const double bottom = pageBottom();
+    const double left = px(m_geometry.left);
+    for (qsizetype i = 0; i < paragraphs.size(); ++i) {
         const LaidParagraph &p = laid(i);
         const int lines = int(p.heights.size());
         // A heading goes to the next page with the text it belongs to.
@@ -250,27 +289,199 @@ int Layouter::paint(const std::function<bool()> &newPage)
             }
             fit = std::max(fit, 1); // a line taller than the page stands alone on one
             for (int k = 0; k < fit; ++k) {
-                paintLine(p, line + k, m_y);
+                paintLine(p, line + k, m_y, left);
                 m_y += p.heights[line + k];
             }
             line += fit;
             if (line < lines)
                 nextPage(newPage);
         }
-        if (p.breakAfter && i + 1 < m_paragraphs.size())
+        if (p.breakAfter && i + 1 < paragraphs.size())
             nextPage(newPage);
         m_laid.erase(i);
     }
+    m_paragraphs = nullptr;
+}
+
+LaidRow Layouter::layRow(const docx::TableRow &row, const QList<double> &widths) const
+{
+    LaidRow laidRow;
+    for (qsizetype c = 0; c < row.cells.size(); ++c) {
+        LaidCell cell;
+        QList<docx::Paragraph> paragraphs = row.cells[c].paragraphs;
+        if (paragraphs.isEmpty())
+            paragraphs.append(docx::Paragraph{}); // a cell holds one paragraph at least
+        const double width = widths.value(c) - 2 * px(m_geometry.cellMargin);
+        for (const docx::Paragraph &paragraph : paragraphs) {
+            cell.paragraphs.push_back(layParagraph(paragraph, width, false));
+            const LaidParagraph &laidParagraph = cell.paragraphs.back();
+            for (int line = 0; line < laidParagraph.heights.size(); ++line) {
+                cell.lines.append({int(cell.paragraphs.size()) - 1, line});
+                cell.heights.append(laidParagraph.heights[line]);
+            }
+        }
+        laidRow.cells.push_back(std::move(cell));
+    }
+    return laidRow;
+}
+
+double Layouter::paintRowPart(const LaidRow &row, const QList<double> &widths, const QList<int> &from, const QList<int> &to)
+{
+    double height = 0;
+    for (size_t c = 0; c < row.cells.size(); ++c) {
+        double h = 0;
+        for (int k = from[c]; k < to[c]; ++k)
+            h += row.cells[c].heights[k];
+        height = std::max(height, h);
+    }
+    double x = px(m_geometry.left);
+    for (size_t c = 0; c < row.cells.size(); ++c) {
+        const LaidCell &cell = row.cells[c];
+        double y = m_y;
+        for (int k = from[c]; k < to[c]; ++k) {
+            const auto [paragraph, line] = cell.lines[k];
+            paintLine(cell.paragraphs[paragraph], line, y, x + px(m_geometry.cellMargin));
+            y += cell.heights[k];
+        }
+        QPen pen(Qt::black);
+        pen.setWidthF(px(0.5));
+        m_painter.setPen(pen);
+        m_painter.setBrush(Qt::NoBrush);
+        m_painter.drawRect(QRectF(x, m_y, widths.value(qsizetype(c)), height));
+        x += widths.value(qsizetype(c));
+    }
+    m_y += height;
+    return height;
+}
+
+void Layouter::paintTable(const docx::Table &table, const std::function<bool()> &newPage)
+{
+    // The columns as the .docx has them, narrowed together when they are wider than the text.
+    QList<double> widths;
+    for (int twips : table.columnWidths)
+        widths.append(px(twips / 20.0));
+    const double total = std::accumulate(widths.cbegin(), widths.cend(), 0.0);
+    if (total > textWidth())
+        for (double &w : widths)
+            w *= textWidth() / total;
+
+    std::vector<LaidRow> headers;
+    double headerHeight = 0;
+    for (const docx::TableRow &row : table.rows) {
+        if (row.header) {
+            headers.push_back(layRow(row, widths));
+            headerHeight += headers.back().height();
+        }
+    }
+    const auto whole = [](const LaidRow &row, bool end) {
+        QList<int> marks;
+        for (const LaidCell &cell : row.cells)
+            marks.append(end ? int(cell.lines.size()) : 0);
+        return marks;
+    };
+    const auto paintHeaders = [&] {
+        for (const LaidRow &header : headers)
+            paintRowPart(header, widths, whole(header, false), whole(header, true));
+    };
+    const auto freshPage = [&] {
+        nextPage(newPage);
+        paintHeaders();
+    };
+    const double bottom = pageBottom();
+    const double roomOnAPage = bottom - pageTop() - headerHeight;
+
+    bool headersShown = false;
+    for (const docx::TableRow &source : table.rows) {
+        if (source.header)
+            continue;
+        const LaidRow row = layRow(source, widths);
+        if (!headersShown) {
+            // The header does not stand alone at a page's foot.
+            const double firstLine = row.cells.empty() || row.cells[0].heights.isEmpty() ? 0 : row.cells[0].heights[0];
+            if (m_y > pageTop() && m_y + headerHeight + firstLine > bottom)
+                nextPage(newPage);
+            paintHeaders();
+            headersShown = true;
+        }
+        // A row that fits on a page is never split: it goes to the next page whole.
+        if (m_y + row.height() > bottom + 0.5 && row.height() <= roomOnAPage && m_y > pageTop() + headerHeight + 0.5)
+            freshPage();
+        QList<int> from = whole(row, false);
+        const QList<int> end = whole(row, true);
+        while (from != end) {
+            QList<int> to = from;
+            bool any = false;
+            for (size_t c = 0; c < row.cells.size(); ++c) {
+                double y = m_y;
+                while (to[c] < end[c] && y + row.cells[c].heights[to[c]] <= bottom + 0.5)
+                    y += row.cells[c].heights[to[c]++];
+                any = any || to[c] > from[c];
+            }
+            if (!any && m_y > pageTop() + headerHeight + 0.5) {
+                freshPage();
+                continue;
+            }
+            if (!any) // a line taller than a page stands alone on one
+                for (size_t c = 0; c < row.cells.size(); ++c)
+                    to[c] = std::min(from[c] + 1, end[c]);
+            paintRowPart(row, widths, from, to);
+            from = to;
+            if (from != end)
+                freshPage();
+        }
+    }
+    if (!headersShown)
+        paintHeaders();
+}
+
+int Layouter::finish()
+{
     paintFooter();
     return m_page;
 }
 
 } // namespace
 
+PageGeometry PageGeometry::of(const docx::PageSetup &setup)
+{
+    const docx::PageSize &page = docx::pageSize(setup);
+    const auto points = [](int twips) { return twips / 20.0; };
+    PageGeometry geometry;
+    geometry.width = points(page.width);
+    geometry.height = points(page.height);
+    geometry.top = points(page.top);
+    geometry.right = points(page.right);
+    geometry.bottom = points(page.bottom);
+    geometry.left = points(page.left);
+    geometry.footer = points(page.footer);
+    geometry.cellMargin = points(docx::kCellMargin);
+    return geometry;
+}
+
 int paintDocument(QPainter &painter, const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage,
                   const PageGeometry &geometry)
 {
-    return Layouter(painter, paragraphs, geometry).paint(newPage);
+    Layouter layouter(painter, geometry);
+    layouter.setNumberOnFirst(paragraphs.isEmpty() || paragraphStyleInfo(paragraphs.first().style).part != DocumentPart::Cover);
+    layouter.paintParagraphs(paragraphs, newPage);
+    return layouter.finish();
+}
+
+int paintBlocks(QPainter &painter, const QList<docx::Block> &blocks, const std::function<bool()> &newPage, const PageGeometry &geometry)
+{
+    Layouter layouter(painter, geometry);
+    QList<docx::Paragraph> paragraphs; // the paragraphs since the last table, painted together
+    for (const docx::Block &block : blocks) {
+        if (const auto *paragraph = std::get_if<docx::Paragraph>(&block)) {
+            paragraphs.append(*paragraph);
+            continue;
+        }
+        layouter.paintParagraphs(paragraphs, newPage);
+        paragraphs.clear();
+        layouter.paintTable(std::get<docx::Table>(block), newPage);
+    }
+    layouter.paintParagraphs(paragraphs, newPage);
+    return layouter.finish();
 }
 
 } // namespace normaris::pdf

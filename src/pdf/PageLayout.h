@@ -10,17 +10,26 @@
 
 namespace normaris::pdf {
 
-// The page of a Japanese word processor's blank document, in points.
+// A page in points: its size, its margins, where its footer stands and its line grid.
 struct PageGeometry {
-    double width = 595.3, height = 841.9;                            // A4
-    double top = 99.25, right = 85.05, bottom = 85.05, left = 85.05; // as the .docx: 35 mm and 30 mm
-    double footer = 49.6;                                            // from the page's foot to the footer
-    double linePitch = 18;                                           // the line grid
+    double width = 0, height = 0;
+    double top = 0, right = 0, bottom = 0, left = 0;
+    double footer = 0;     // from the page's foot to the footer
+    double linePitch = 18; // the line grid
+    double cellMargin = 0; // of a table cell, left and right
+
+    // The page of the .docx of the same set-up.
+    static PageGeometry of(const docx::PageSetup &setup);
 };
 
 // Paints every paragraph onto the painter's device, which must be at its first
 // page; starts a new page through newPage. Returns the number of pages.
 int paintDocument(QPainter &painter, const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage,
-                  const PageGeometry &geometry = {});
+                  const PageGeometry &geometry = PageGeometry::of({}));
+
+// The same for paragraphs and tables. A table row that does not fit on what is
+// left of a page goes to the next one, where the header rows stand again; a row
+// taller than a page is split between its lines.
+int paintBlocks(QPainter &painter, const QList<docx::Block> &blocks, const std::function<bool()> &newPage, const PageGeometry &geometry);
 
 } // namespace normaris::pdf

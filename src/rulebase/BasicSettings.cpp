@@ -44,13 +44,13 @@ int settingIndex(const QString &column)
 
 QStringList BasicSettings::load()
 {
-    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt() == 0)
-        execSql(m_db, QStringLiteral("INSERT INTO 企業情報 DEFAULT VALUES"));
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
-    q.next();
+    // Reading writes nothing: with no row yet every field shows its marker, and the
+    // row is added by the first save.
+    RowReader q = execSql(m_db, QStringLiteral("SELECT * FROM 企業情報 ORDER BY ID LIMIT 1"));
+    const bool hasRow = q.next();
     QStringList values;
     for (qsizetype i = 0; i < settingFields().size(); ++i) {
-        const QString value = q.value(int(i) + 1).toString();
+        const QString value = hasRow ? q.value(int(i) + 1).toString() : QString();
         values << (value.isEmpty() ? settingFields()[i].marker : value);
     }
     return values;
@@ -75,7 +75,8 @@ bool BasicSettings::checkField(Prompt &prompt, int index, const QString &value)
         }
         return true;
     }
-    return CheckRequiredField(prompt, value, qint16(field.limit), true, QStringLiteral("･･･") + field.column);
+    return CheckRequiredField(prompt, value, qint16(field.limit), true, QStringLiteral("･･･") + field.column)
+           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column);
 }
 
 bool BasicSettings::acceptsKey(int index, QChar key)

@@ -4,14 +4,39 @@
 
 namespace normaris {
 
+namespace {
+
+// Triggers and views run code of the file's own: our schema has none, so a file that
+// carries one is not ours, however well its tables match.
+QString foreignContent(QSqlDatabase db)
+{
+    RowReader rows =
+        execSql(db, QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view') ORDER BY type, name"));
+    if (!rows.next())
+        return {};
+    return QStringLiteral("%1「%2」があります。")
+        .arg(rows.value(0).toString() == u"trigger" ? QStringLiteral("トリガー") : QStringLiteral("ビュー"), rows.value(1).toString());
+}
+
+} // namespace
+
 QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionName, OpenMode mode)
 {
     QSqlDatabase db = openDatabase(path, connectionName, mode);
     QString mismatch;
     try {
-        mismatch = schemaMismatch(db);
-    } catch (const DbError &) {
-        mismatch = QStringLiteral("データベースとして読めません。");
+        mismatch = foreignContent(db);
+        if (mismatch.isEmpty())
+            mismatch = schemaMismatch(db);
+    } catch (const DbError &e) {
+        const QString reason = QString::fromUtf8(e.what());
+        db = QSqlDatabase();
+        closeDatabase(connectionName);
+        // A file SQLite does not recognise is foreign; any other failure (an I/O error, a
+        // lock) says nothing about whose file it is.
+        if (reason.contains(QStringLiteral("not a database")))
+            throw DbError(QStringLiteral("「%1」は本システムの会社データではありません。（データベースとして読めません。）").arg(path));
+        throw DbError(QStringLiteral("データファイル「%1」を読めません。%2").arg(path, reason.section(u'\n', 0, 0)));
     }
     if (!mismatch.isEmpty()) {
         db = QSqlDatabase();

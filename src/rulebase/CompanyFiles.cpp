@@ -5,12 +5,14 @@
 #include "base/FileOps.h"
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
+#include "base/CompanyLock.h"
 #include "base/FieldChecks.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 
 namespace normaris {
 
@@ -20,6 +22,7 @@ const QString kRename = QStringLiteral("名前の変更");
 const QString kSelectTitle = QStringLiteral("会社指定の確認");
 const QString kDeleteTitle = QStringLiteral("会社削除の確認");
 const QString kProbeConnection = QStringLiteral("normaris_probe");
+const QString kCopySourceConnection = QStringLiteral("normaris_copy_source");
 
 QString quotedName(const QString &name) { return u'『' + name + u'』'; }
 
@@ -80,7 +83,13 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
             return Outcome::Stopped;
         state.closeCompany(AppState::ClosedBy::Copying);
     }
-    return create(name, m_layout.companyFile(source));
+    try {
+        const CompanyLock lock(m_layout.companyDir(source), source);
+        return create(name, m_layout.companyFile(source));
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
+    }
 }
 
 Outcome CompanyFiles::create(const QString &name, const QString &sourceFile)
@@ -89,18 +98,34 @@ Outcome CompanyFiles::create(const QString &name, const QString &sourceFile)
                                                                      + QStringLiteral("を作成し、その中にデータファイルを作成します。")))
         return Outcome::Stopped;
 
+    // The company is made in a work folder and renamed into place only when complete:
+    // a crash on the way leaves no half-made company under its name.
     const QString dir = m_layout.companyDir(name);
+    const QString work = m_layout.newCompanyWorkDir(name);
     try {
         BusyCursor busy;
-        if (!QDir().mkdir(dir))
-            throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(dir));
+        QDir(work).removeRecursively();
+        if (!QDir().mkpath(work))
+            throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(work));
         try {
-            copyAndClear(sourceFile, dir, m_layout.companyFile(name));
+            {
+                QLockFile workLock(work + QStringLiteral("/work.lock"));
+                workLock.setStaleLockTime(0);
+                if (!workLock.tryLock(0))
+                    throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(work));
+                copyAndClear(sourceFile, work, work + u'/' + QFileInfo(m_layout.companyFile(name)).fileName());
+            }
+            if (QFileInfo::exists(dir))
+                throw Failure(QStringLiteral("フォルダ「%1」は既にあります。").arg(dir));
+            if (!QDir().rename(work, dir))
+                throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(dir));
         } catch (...) {
-            // A half-made company must not stay behind looking like a real one.
-            QDir(dir).removeRecursively();
+            QDir(work).removeRecursively();
             throw;
         }
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
     } catch (const std::exception &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;
@@ -114,8 +139,14 @@ void CompanyFiles::copyAndClear(const QString &sourceFile, const QString &dir, c
     if (!QFileInfo(sourceFile).isFile())
         throw Failure(QStringLiteral("コピー元のデータファイル「%1」が見つかりません。").arg(sourceFile));
     const QString partial = dir + QStringLiteral("/作成中.sqlite");
-    if (!QFile::copy(sourceFile, partial))
-        throw Failure(QStringLiteral("「%1」を「%2」にコピーできません。").arg(sourceFile, dir));
+    // Through SQLite, so that the copy is of one moment and a journal beside the source
+    // is honoured rather than left behind.
+    {
+        const OpenMode mode = QFileInfo(sourceFile).isWritable() ? OpenMode::ReadWrite : OpenMode::ReadOnly;
+        QSqlDatabase source = openCompanyDatabase(sourceFile, kCopySourceConnection, mode);
+        execSql(source, QStringLiteral("VACUUM INTO ?"), {partial});
+    }
+    closeDatabase(kCopySourceConnection);
     QFile(partial).setPermissions(QFile(partial).permissions() | QFileDevice::WriteOwner);
     {
         QSqlDatabase db = openCompanyDatabase(partial, kProbeConnection);
@@ -146,21 +177,29 @@ Outcome CompanyFiles::open(const QString &name)
     if (refuseUnknownCompany(m_prompt, m_layout, kSelectTitle, name))
         return Outcome::Stopped;
     AppState &state = AppState::instance();
+    std::unique_ptr<CompanyLock> lock;
     try {
         BusyCursor busy;
         const QString file = m_layout.companyFile(name);
+        // The company open now holds its own lock: reopening it starts from closed.
+        if (state.isOpenCompany(name))
+            state.closeCompany(AppState::ClosedBy::MainWindow);
+        lock = std::make_unique<CompanyLock>(m_layout.companyDir(name), name);
         // Prove the file first, so that a refusal leaves the open company as it was.
         openCompanyDatabase(file, kProbeConnection);
         closeDatabase(kProbeConnection);
         if (state.isCompanyOpen())
             state.closeCompany(AppState::ClosedBy::MainWindow);
         openCompanyDatabase(file, kMainConnection);
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
     } catch (const std::exception &e) {
         closeDatabase(kProbeConnection);
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;
     }
-    state.markCompanyOpen(name);
+    state.markCompanyOpen(name, std::move(lock));
     return Outcome::Done;
 }
 
@@ -184,15 +223,24 @@ Outcome CompanyFiles::remove(const QString &name)
         const QFileInfo info(dir);
         if (info.isSymLink() || !info.isDir())
             throw Failure(QStringLiteral("「%1」は会社のフォルダではないので削除できません。").arg(dir));
+        const CompanyLock lock(dir, name);
         // Like a delete without force: a read-only file stops the whole deletion.
-        QDirIterator it(dir, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+        QDirIterator it(dir, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QFileInfo file(it.next());
             if (!file.isWritable())
                 throw Failure(QStringLiteral("「%1」は読み取り専用なので削除できません。").arg(file.filePath()));
         }
-        if (!QDir(dir).removeRecursively())
+        // Renamed aside first, in one step: a failure after it leaves no company half
+        // deleted under its name, and the next start removes what is left.
+        const QString aside = m_layout.deletedCompanyWorkDir(name);
+        QDir(aside).removeRecursively();
+        if (!QDir().rename(dir, aside))
             throw Failure(QStringLiteral("フォルダ「%1」を削除できません。").arg(dir));
+        QDir(aside).removeRecursively();
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
     } catch (const std::exception &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;

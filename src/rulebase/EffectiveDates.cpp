@@ -11,7 +11,7 @@ namespace normaris {
 QList<EffectiveDate> EffectiveDates::list()
 {
     QList<EffectiveDate> dates;
-    QSqlQuery q =
+    RowReader q =
         execSql(m_db, QStringLiteral("SELECT ID, 文章形式Code, 年月日 FROM 施行日 WHERE 規程Code = ? ORDER BY 年月日, ID"), {m_document});
     while (q.next())
         dates << EffectiveDate{q.value(0).toLongLong(), q.value(1).toString(), QDate::fromString(q.value(2).toString(), Qt::ISODate)};
@@ -20,8 +20,13 @@ QList<EffectiveDate> EffectiveDates::list()
 
 qint64 EffectiveDates::add(const QString &style, const QDate &date)
 {
+    // The insert and the reading of its ID are one step: a failure between them must
+    // not leave a row whose ID the caller never learns.
+    Transaction transaction(m_db);
     insertRow(m_db, QStringLiteral("施行日"), {style, m_document, isoDate(date)});
-    return scalar(m_db, QStringLiteral("SELECT last_insert_rowid()")).toLongLong();
+    const qint64 id = scalar(m_db, QStringLiteral("SELECT last_insert_rowid()")).toLongLong();
+    transaction.commit();
+    return id;
 }
 
 void EffectiveDates::change(qint64 id, const QDate &date)

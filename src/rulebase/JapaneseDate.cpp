@@ -51,9 +51,13 @@ std::optional<QDate> parseJapaneseDate(const QString &typed)
     if (const auto m = era.match(text); m.hasMatch()) {
         const QString name = m.captured(1);
         const Era *found = nullptr;
-        for (const Era &e : eras()) {
-            if (name == QString::fromUtf16(e.name) || (name.size() == 1 && name.at(0).toUpper() == e.letter))
+        QDate end; // the day before the next era starts; open for the newest
+        for (std::size_t i = 0; i < eras().size(); ++i) {
+            const Era &e = eras()[i];
+            if (name == QString::fromUtf16(e.name) || (name.size() == 1 && name.at(0).toUpper() == e.letter)) {
                 found = &e;
+                end = i == 0 ? QDate() : eras()[i - 1].start.addDays(-1);
+            }
         }
         const int eraYear = m.captured(2) == u"元" ? 1 : m.captured(2).toInt();
         if (!found || eraYear < 1)
@@ -61,7 +65,7 @@ std::optional<QDate> parseJapaneseDate(const QString &typed)
         const bool kanji = m.capturedLength(3) > 0;
         const auto date =
             validDate(found->start.year() + eraYear - 1, m.captured(kanji ? 3 : 6).toInt(), m.captured(kanji ? 4 : 7).toInt());
-        if (!date || *date < found->start)
+        if (!date || *date < found->start || (end.isValid() && *date > end))
             return std::nullopt;
         return date;
     }

@@ -5,8 +5,10 @@
 #include "base/FileOps.h"
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
+#include "base/CompanyLock.h"
 #include "base/FieldChecks.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -17,6 +19,8 @@ namespace {
 const QString kBackupTitle = QStringLiteral("バックアップの確認");
 const QString kOptimiseTitle = QStringLiteral("データ最適化の確認");
 const QString kCompactConnection = QStringLiteral("normaris_compact");
+const QString kCompactWorkConnection = QStringLiteral("normaris_compact_work");
+const QString kBackupConnection = QStringLiteral("normaris_backup");
 
 QString quotedName(const QString &name) { return u'『' + name + u'』'; }
 
@@ -31,21 +35,74 @@ bool knownCompany(Prompt &prompt, const DataLayout &layout, const QString &title
     return true;
 }
 
-// VACUUM INTO writes a fresh, compact copy; the copy is checked before it replaces anything.
-void compactInto(const QString &path, const QString &workPath)
+// VACUUM INTO writes a fresh, compact copy into the work file from one read
+// transaction, and the copy is checked. The data file itself is then compacted by
+// VACUUM on it: SQLite rewrites it in place under its own locking and journal, so a
+// connection elsewhere is waited for (or the step fails, the file as it was) and
+// never loses what it commits; the file keeps its permissions, and a link keeps
+// pointing at it. Nothing is renamed over a file that another program may hold.
+void compact(const QString &path, const QString &workPath)
 {
     {
         QSqlDatabase db = openCompanyDatabase(path, kCompactConnection);
         execSql(db, QStringLiteral("VACUUM INTO ?"), {workPath});
+        {
+            QSqlDatabase work = openCompanyDatabase(workPath, kCompactWorkConnection, OpenMode::ReadOnly);
+            const QString verdict = scalar(work, QStringLiteral("PRAGMA quick_check")).toString();
+            if (verdict != QStringLiteral("ok"))
+                throw Failure(verdict);
+        }
+        closeDatabase(kCompactWorkConnection);
+        execSql(db, QStringLiteral("VACUUM"));
     }
     closeDatabase(kCompactConnection);
-    {
-        QSqlDatabase db = openCompanyDatabase(workPath, kCompactConnection, OpenMode::ReadOnly);
-        const QString verdict = scalar(db, QStringLiteral("PRAGMA quick_check")).toString();
-        if (verdict != QStringLiteral("ok"))
-            throw Failure(verdict);
+    QFile::remove(workPath);
+}
+
+// The files SQLite keeps beside a data file while it writes: never copied into a
+// backup, where they would roll the snapshot back or forward on its first opening.
+const QStringList kSideFileSuffixes = {QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")};
+
+// The data file goes into the backup through SQLite (one read transaction: the
+// content of one moment), the rest of the folder as files. What an earlier backup
+// left of the data file in the same place is removed first.
+void snapshotCompany(const DataLayout &layout, const QString &name, const QString &target)
+{
+    const QString dataFile = layout.companyFile(name);
+    const QString dataName = QFileInfo(dataFile).fileName();
+    if (!QDir().mkpath(target))
+        throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target));
+    const QString snapshot = target + u'/' + dataName;
+    for (const QString &suffix : kSideFileSuffixes + QStringList{QStringLiteral(".part")}) {
+        if (QFileInfo::exists(snapshot + suffix) && !QFile::remove(snapshot + suffix))
+            throw Failure(QStringLiteral("「%1」を削除できません。").arg(snapshot + suffix));
     }
-    closeDatabase(kCompactConnection);
+    const QString workName = QFileInfo(workFileOf(dataFile)).fileName();
+    copyFolderContents(layout.companyDir(name), target, [&](const QString &relative) {
+        if (relative == dataName || relative == workName || CompanyLock::isLockFile(relative))
+            return true;
+        for (const QString &suffix : kSideFileSuffixes) {
+            if (relative == dataName + suffix)
+                return true;
+        }
+        return false;
+    });
+    const QString partial = snapshot + QStringLiteral(".part");
+    try {
+        {
+            // Read-write, so that a journal a crash left beside the file is rolled back
+            // before the snapshot is read.
+            QSqlDatabase db = openCompanyDatabase(dataFile, kBackupConnection);
+            execSql(db, QStringLiteral("VACUUM INTO ?"), {partial});
+        }
+        closeDatabase(kBackupConnection);
+        QFile(partial).setPermissions(QFile(dataFile).permissions() | QFileDevice::WriteOwner);
+        replaceFile(partial, snapshot);
+    } catch (...) {
+        closeDatabase(kBackupConnection);
+        QFile::remove(partial);
+        throw;
+    }
 }
 
 } // namespace
@@ -58,11 +115,13 @@ Outcome compactDataFile(Prompt &prompt, const QString &path)
         return Outcome::Stopped;
     }
     try {
-        compactInto(path, workPath);
-        replaceFile(workPath, path);
-    } catch (const std::exception &) {
+        compact(path, workPath);
+    } catch (const std::exception &e) {
+        qWarning("compaction failed: %s", e.what());
         closeDatabase(kCompactConnection);
-        // The data file is untouched until the replace, so a partial work file can go.
+        closeDatabase(kCompactWorkConnection);
+        // VACUUM rewrites the data file in one transaction of its own, so the data
+        // file is whole whatever happened, and the work file can go.
         QFile::remove(workPath);
         prompt.plain(QStringLiteral("データ最適化失敗"), QStringLiteral("最適化に失敗しました。もう一度やり直してください。"));
         return Outcome::Failed;
@@ -97,8 +156,13 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         // A copy into the company's own folder would overwrite what it copies.
         if (isInsideFolder(target, source) || isInsideFolder(target, m_layout.dataDir()))
             throw Failure(QStringLiteral("バックアップ先にデータフォルダの中は選べません。"));
-        copyFolderContents(source, target);
-    } catch (const std::exception &) {
+        const CompanyLock lock(source, name);
+        snapshotCompany(m_layout, name, target);
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
+    } catch (const std::exception &e) {
+        qWarning("backup failed: %s", e.what());
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。"));
         return Outcome::Failed;
     }
@@ -125,7 +189,13 @@ Outcome Maintenance::optimise(const QString &name)
         return Outcome::Stopped;
     }
     BusyCursor busy;
-    return compactDataFile(m_prompt, m_layout.companyFile(name));
+    try {
+        const CompanyLock lock(m_layout.companyDir(name), name);
+        return compactDataFile(m_prompt, m_layout.companyFile(name));
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(QString::fromUtf8(e.what()));
+        return Outcome::Stopped;
+    }
 }
 
 } // namespace normaris

@@ -193,12 +193,10 @@ namespace {
 
 QStringList columnsOf(QSqlDatabase db, const QString &table)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
+    RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
     QStringList found;
     while (q.next())
         found << q.value(1).toString();
-    if (q.lastError().isValid())
-        throw DbError(q.lastError().text());
     return found;
 }
 

@@ -12,6 +12,7 @@ namespace normaris {
 void prepareProgramFolder(const QString &root, const QString &programDir)
 {
     const DataLayout target{root};
+    target.removeLeftoverWorkFolders();
     if (QFileInfo(target.seedFile()).isFile())
         return;
     const DataLayout own{programDir};

@@ -3,10 +3,12 @@
 #include "base/BusyCursor.h"
 #include "base/Failure.h"
 #include "export/SettingValues.h"
+#include "fileformats/DocxPackage.h"
 #include "versions/ComparisonDocx.h"
 #include "versions/ComparisonText.h"
 #include "versions/VersionComparison.h"
 
+#include <QFile>
 #include <QSaveFile>
 
 namespace normaris {
@@ -77,17 +79,28 @@ std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &
     return table;
 }
 
-Outcome ComparisonExport::write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath)
+Outcome ComparisonExport::write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath, ComparisonOutput *extra)
 {
     BusyCursor busy;
+    QStringList written;
     try {
         const std::optional<ComparisonTable> made = table(request);
         if (!made)
             return Outcome::Stopped;
-        saveComparisonDocx(*made, docxPath);
-        if (!textPath.isEmpty())
+        const QList<docx::Block> blocks = comparisonBlocks(*made);
+        if (!docxPath.isEmpty()) {
+            written << docxPath;
+            docx::saveDocx(docxPath, blocks, comparisonPageSetup());
+        }
+        if (!textPath.isEmpty()) {
+            written << textPath;
             writeText(textPath, comparisonText(*made));
+        }
+        if (extra)
+            extra->save(*made, blocks, comparisonPageSetup());
     } catch (const std::exception &e) {
+        for (const QString &path : std::as_const(written))
+            QFile::remove(path);
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;
     }

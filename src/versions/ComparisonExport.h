@@ -3,6 +3,7 @@
 // with a plain text beside it when asked. By default the last two versions.
 
 #include "base/Prompt.h"
+#include "fileformats/DocxModel.h"
 #include "versions/ComparisonTable.h"
 
 #include <QSqlDatabase>
@@ -18,6 +19,14 @@ struct ComparisonRequest {
     QString company;             // the company's name when its 事業所名 is not set
 };
 
+// A further rendering of the table beside the .docx, such as its PDF: the same
+// blocks under the same page set-up.
+class ComparisonOutput {
+public:
+    virtual ~ComparisonOutput() = default;
+    virtual void save(const ComparisonTable &table, const QList<docx::Block> &blocks, const docx::PageSetup &setup) = 0; // throws Failure
+};
+
 class ComparisonExport {
 public:
     ComparisonExport(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
@@ -26,10 +35,11 @@ public:
     // versions, an unknown version, a version of another document or style).
     std::optional<ComparisonTable> table(const ComparisonRequest &request);
 
-    // The table written to docxPath, and as text to textPath when one is given.
-    // Stopped after a check's message with nothing written; Failed after the
-    // failure's own text.
-    Outcome write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath = {});
+    // The table written to docxPath (none when empty), as text to textPath when one
+    // is given, and into extra. Stopped after a check's message with nothing written;
+    // Failed after the failure's own text, with nothing left of what it wrote.
+    Outcome write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath = {},
+                  ComparisonOutput *extra = nullptr);
 
     static inline const QString kTitle = QStringLiteral("新旧対照表");
 

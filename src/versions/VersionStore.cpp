@@ -11,7 +11,7 @@ namespace {
 
 const QString kHeaderColumns = QStringLiteral("ID, 文章形式Code, 規程Code, 正式名称, 作成日時, 施行日");
 
-VersionHeader headerOf(const QSqlQuery &q)
+VersionHeader headerOf(const RowReader &q)
 {
     VersionHeader h;
     h.id = q.value(0).toLongLong();
@@ -72,12 +72,12 @@ qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
 {
     Transaction transaction(m_db);
     const QString print = fingerprint(header.effective, rows);
-    QSqlQuery last =
+    RowReader last =
         execSql(m_db, QStringLiteral("SELECT ID, 指紋 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID DESC LIMIT 1"),
                 {header.style, header.document});
     if (last.next() && last.value(1).toString() == print)
         return last.value(0).toLongLong();
-    const QSqlQuery added = execSql(
+    const RowReader added = execSql(
         m_db, QStringLiteral("INSERT INTO 改訂履歴 (文章形式Code, 規程Code, 正式名称, 作成日時, 施行日, 指紋) VALUES (?,?,?,?,?,?)"),
         {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate), header.effective.toString(Qt::ISODate),
          print});
@@ -89,7 +89,7 @@ qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
 
 QList<VersionHeader> VersionStore::list(const QString &style, const QString &document)
 {
-    QSqlQuery q =
+    RowReader q =
         execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY ID").arg(kHeaderColumns),
                 {style, document});
     QList<VersionHeader> headers;
@@ -100,7 +100,7 @@ QList<VersionHeader> VersionStore::list(const QString &style, const QString &doc
 
 std::optional<VersionHeader> VersionStore::header(qint64 id)
 {
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE ID = ?").arg(kHeaderColumns), {id});
+    RowReader q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE ID = ?").arg(kHeaderColumns), {id});
     if (!q.next())
         return std::nullopt;
     return headerOf(q);
@@ -114,7 +114,7 @@ Version VersionStore::read(qint64 id)
     if (!found)
         throw Failure(QStringLiteral("版 %1 はありません。").arg(id));
     Version version{*found, {}};
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合, 改行, "
                                          "番号表示, 文章 FROM 改訂履歴行 WHERE 改訂履歴ID = ? ORDER BY 順番"),
                           {id});

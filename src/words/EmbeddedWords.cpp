@@ -10,7 +10,7 @@ namespace normaris {
 QList<CodeAndName> EmbeddedWords::chapters()
 {
     QList<CodeAndName> list;
-    QSqlQuery q = execSql(m_db,
+    RowReader q = execSql(m_db,
                           QStringLiteral("SELECT Code, 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND 選択フラグ = 1 "
                                          "ORDER BY CAST(Code AS INTEGER)"),
                           {m_style, m_document});
@@ -43,7 +43,7 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
         transaction.commit();
     }
     QList<CodeAndName> list;
-    QSqlQuery q = execSql(m_db, QStringLiteral("SELECT Code, 条 FROM 語句設定■条 ORDER BY CAST(Code AS INTEGER)"));
+    RowReader q = execSql(m_db, QStringLiteral("SELECT Code, 条 FROM 語句設定■条 ORDER BY CAST(Code AS INTEGER)"));
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;
@@ -52,7 +52,7 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
 QList<EmbeddedWord> EmbeddedWords::words(const QString &chapter, const QString &article)
 {
     QList<EmbeddedWord> list;
-    QSqlQuery q =
+    RowReader q =
         execSql(m_db,
                 QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? "
                                "AND 選択フラグ = 1 ORDER BY CAST(Code AS INTEGER), ID"),
@@ -93,7 +93,8 @@ int EmbeddedWords::countCaptioned(const QString &caption)
 
 bool EmbeddedWords::checkWord(Prompt &prompt, const QString &text)
 {
-    return CheckOptionalField(prompt, text, kWordLimit, false, QStringLiteral("･･･設定内容"));
+    return CheckOptionalField(prompt, text, kWordLimit, false, QStringLiteral("･･･設定内容"))
+           && CheckNoControlCharacters(prompt, text, QStringLiteral("･･･設定内容"));
 }
 
 } // namespace normaris

@@ -160,7 +160,7 @@ private slots:
         QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("変更の確認: 処理する種別を変更しますか？"),
                                               QStringLiteral("確認: 更新しました。フォームを閉じますか？"),
                                               QStringLiteral("更新完了: データ更新が完了しました。\nフォームを閉じますか？")}));
-        QSqlQuery q =
+        RowReader q =
             execSql(AppState::cn(),
                     QStringLiteral("SELECT 結合 || '|' || 前文 || '|' || 結合種別 FROM 前文 WHERE 文章形式Code = '1' AND 規程Code = '75' "
                                    "ORDER BY CAST(結合 AS INTEGER)"));

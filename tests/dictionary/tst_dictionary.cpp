@@ -92,7 +92,7 @@ class DictionaryTest : public QObject {
     }
     QStringList preambleRows(const QString &doc, const QString &style = kStyle)
     {
-        QSqlQuery q =
+        RowReader q =
             execSql(m_db,
                     QStringLiteral("SELECT 結合, 改行, 前文, 変数語句, 結合種別 FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? "
                                    "ORDER BY CAST(結合 AS INTEGER)"),

@@ -27,7 +27,7 @@ struct OpenCompany {
 // The rows of a table for one document and style as text, one line a row, every column but ID.
 inline QStringList tableLines(QSqlDatabase db, const QString &table, const QString &style, const QString &document)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY 順番").arg(table),
+    RowReader q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? ORDER BY 順番").arg(table),
                           {style, document});
     QStringList lines;
     while (q.next()) {

@@ -196,7 +196,7 @@ private slots:
     void standardDocumentsNumberWithoutGaps()
     {
         OpenCompany company;
-        QSqlQuery standard = execSql(company.db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1 ORDER BY Code"));
+        RowReader standard = execSql(company.db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1 ORDER BY Code"));
         QStringList documents, problems;
         while (standard.next()) {
             const QString style = standard.value(0).toString(), document = standard.value(1).toString();

@@ -25,6 +25,14 @@ using namespace normaris::test;
 
 namespace {
 
+// The company's row of basic settings, every field as a new company's form shows it:
+// opening the form does not make it, its update does.
+void saveEmptySettings()
+{
+    BasicSettings settings(AppState::cn());
+    settings.save(settings.load(), QStringLiteral("1"));
+}
+
 QStringList itemsOf(const QListWidget *list)
 {
     QStringList items;
@@ -125,7 +133,7 @@ private slots:
         QVERIFY(form.lastDocument().isEmpty());
 
         m_session->prompt.clear();
-        BasicSettings(AppState::cn()).load(); // makes the company's row
+        saveEmptySettings(); // the company's row
         click(form, QStringLiteral("Command1"));
         QCOMPARE(m_session->prompt.lines(), QStringList());
         QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
@@ -136,7 +144,7 @@ private slots:
     // proposes company, document and date), and the print preview of the same pages.
     void pdfAndPrint()
     {
-        BasicSettings(AppState::cn()).load();
+        saveEmptySettings();
         frmExport form;
         form.show();
         click(form, QStringLiteral("Option4_2"));
@@ -173,7 +181,7 @@ private slots:
 
     void filingFormsNeedNoDocument()
     {
-        BasicSettings(AppState::cn()).load();
+        saveEmptySettings();
         frmExport form;
         form.show();
         click(form, QStringLiteral("Option4_2"));

@@ -5,6 +5,7 @@
 #include "TestRoot.h"
 #include "UserEntries.h"
 #include "base/AppState.h"
+#include "base/CompanyLock.h"
 #include "import/EntryImport.h"
 #include "import/ImportLists.h"
 #include "import/SourceCompany.h"
@@ -49,7 +50,7 @@ int count(QSqlDatabase db, const QString &table, const QString &where = QStringL
 // A user's clause text as stored, segments joined in order.
 QString paragraphText(QSqlDatabase db)
 {
-    QSqlQuery q = execSql(db, QStringLiteral("SELECT 項 FROM 項 WHERE 規程Code = '75' AND 条Code = '7001' ORDER BY CAST(結合 AS INTEGER)"));
+    RowReader q = execSql(db, QStringLiteral("SELECT 項 FROM 項 WHERE 規程Code = '75' AND 条Code = '7001' ORDER BY CAST(結合 AS INTEGER)"));
     QString text;
     while (q.next())
         text += q.value(0).toString();
@@ -71,6 +72,7 @@ class ImportTest : public QObject {
             addUserChain(root.layout().companyFile(kSource));
             target = root.openCompany(kTarget);
         }
+        ~Pair() { SourceCompany::close(); } // before the folder goes, with the source's lock
         QString targetFile() const { return root.layout().companyFile(kTarget); }
         QString sourceFile() const { return root.layout().companyFile(kSource); }
         Outcome openSource(ScriptedPrompt &prompt, const QString &name = kSource) const
@@ -153,6 +155,27 @@ private slots:
         QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 選択フラグ FROM 変数テーブル語句 WHERE Code = '7501'")).toInt(), 0);
         QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 変換参照■種別 FROM 変数テーブル番号 WHERE Code = '7502'")).toString(),
                  QStringLiteral("3"));
+    }
+
+    // The source is read as immutable: while it is open as the source no other program
+    // may have it, and one that has it keeps the import out.
+    void sourceHeldByAnotherProgram()
+    {
+        qputenv("NORMARIS_LOCK_WAIT_MS", "100");
+        Pair pair;
+        ScriptedPrompt prompt;
+        {
+            CompanyLock other(pair.root.layout().companyDir(kSource), kSource);
+            QCOMPARE(pair.openSource(prompt), Outcome::Stopped);
+            QCOMPARE(prompt.lines(), QStringList{kProgramTitle
+                                                 + QStringLiteral(": 『取込元』は他のプログラムが使用中です。"
+                                                                  "そのプログラムで会社を閉じてから、もう一度やり直してください。")});
+        }
+        QCOMPARE(pair.openSource(prompt), Outcome::Done);
+        QVERIFY_THROWS_EXCEPTION(CompanyInUse, CompanyLock(pair.root.layout().companyDir(kSource), kSource));
+        SourceCompany::close();
+        CompanyLock afterwards(pair.root.layout().companyDir(kSource), kSource);
+        qunsetenv("NORMARIS_LOCK_WAIT_MS");
     }
 
     void refusals_data()
@@ -276,7 +299,7 @@ private slots:
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Document)), Outcome::Done);
-        QSqlQuery q = execSql(pair.target, QStringLiteral("SELECT 結合種別 FROM 項 WHERE 規程Code = '75' ORDER BY 結合"));
+        RowReader q = execSql(pair.target, QStringLiteral("SELECT 結合種別 FROM 項 WHERE 規程Code = '75' ORDER BY 結合"));
         QStringList kinds;
         while (q.next())
             kinds << q.value(0).toString();

@@ -10,7 +10,9 @@
 #include "export/TextTypist.h"
 #include "export/TypistPair.h"
 #include "export/WorkDataBuild.h"
+#include "pdf/ComparisonPdf.h"
 #include "pdf/PdfTypist.h"
+#include "versions/ComparisonDocx.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"
 
@@ -55,6 +57,27 @@ QList<QStringList> pageLines(const QString &pdf)
     while (!pages.isEmpty() && pages.last().isEmpty())
         pages.removeLast();
     return pages;
+}
+
+// A 新旧対照表 of n changed articles, each long enough to take several lines of its cell.
+ComparisonTable comparisonOf(int articles)
+{
+    ComparisonTable table;
+    table.documentName = QStringLiteral("就業規則");
+    table.company = QStringLiteral("見本株式会社");
+    table.newer.effective = QDate(2027, 4, 1);
+    table.older.effective = QDate(2026, 4, 1);
+    for (int i = 1; i <= articles; ++i) {
+        const auto line = [&](const QString &changed) {
+            return ComparisonLine{Level::Article, QStringLiteral("第%1条").arg(i), false,
+                                  MarkedText{{QString(60, QChar(u'本')), false}, {changed, true}, {QStringLiteral("とする。"), false}}};
+        };
+        ComparisonEntry entry;
+        entry.newer.lines = {line(QStringLiteral("新しい語"))};
+        entry.older.lines = {line(QStringLiteral("古い語"))};
+        table.entries << entry;
+    }
+    return table;
 }
 
 void typeLines(Typist &t, int count)
@@ -290,6 +313,60 @@ private slots:
         const auto neither = cli(QStringList{QStringLiteral("export")} + doc);
         QCOMPARE(neither.first, 2);
         QVERIFY2(neither.second.contains(QStringLiteral("--pdf")), qPrintable(neither.second));
+
+        // A second version under a later date, and the 新旧対照表 of the two as a PDF alone.
+        QCOMPARE(cli(QStringList{QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), company,
+                                 QStringLiteral("--doc"), QStringLiteral("02"), QStringLiteral("2027/4/1")})
+                     .first,
+                 0);
+        QCOMPARE(cli(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), docx}).first, 0);
+        const QString comparison = m_temp->filePath(QStringLiteral("対照表.pdf"));
+        const auto compared = cli(QStringList{QStringLiteral("compare")} + doc + QStringList{QStringLiteral("--pdf"), comparison});
+        QVERIFY2(compared.first == 0, qPrintable(compared.second));
+        QVERIFY(pageLines(comparison).value(0).contains(QStringLiteral("賃金規程新旧対照表")));
+    }
+
+    // The 新旧対照表: lying A4 pages, 改正後 on the left and 改正前 on the right, the
+    // header row again on every page the table runs over, a row never split when it
+    // fits on a page, the closing note after the table, and the page numbers.
+    void comparisonTable()
+    {
+        const ComparisonTable table = comparisonOf(30);
+        const QString path = m_temp->filePath(QStringLiteral("新旧対照表.pdf"));
+        ComparisonPdf pdf(path);
+        pdf.save(table, comparisonBlocks(table), comparisonPageSetup());
+        QVERIFY(pdf.pages() >= 3);
+
+        QString error;
+        const QList<PdfLine> lines = pdfLines(path, &error);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        const double middle = 841.9 / 2;
+        QList<int> headersOnPage(pdf.pages() + 1, 0);
+        QHash<QString, QList<std::pair<int, double>>> articleRows; // label → (page, x) of each side
+        for (const PdfLine &line : lines) {
+            if (line.text == ComparisonTable::kNewColumn && line.xMin < middle)
+                ++headersOnPage[line.page];
+            if (line.text == ComparisonTable::kOldColumn && line.xMin > middle)
+                ++headersOnPage[line.page];
+            if (line.text.startsWith(QStringLiteral("第")) && line.text.contains(u'条'))
+                articleRows[line.text.section(u'条', 0, 0)] << std::pair{line.page, line.xMin};
+            QVERIFY2(line.xMin < 841.9 && line.yMin < 595.3, qPrintable(line.text));
+        }
+        for (int page = 1; page <= pdf.pages(); ++page)
+            QVERIFY2(headersOnPage[page] == 2, qPrintable(QStringLiteral("page %1").arg(page)));
+        QCOMPARE(articleRows.size(), 30);
+        for (auto it = articleRows.cbegin(); it != articleRows.cend(); ++it) {
+            QCOMPARE(it->size(), 2);
+            QCOMPARE(it->at(0).first, it->at(1).first); // both sides of a row on one page
+            QVERIFY(std::min(it->at(0).second, it->at(1).second) < middle);
+            QVERIFY(std::max(it->at(0).second, it->at(1).second) > middle);
+        }
+        const QList<QStringList> pages = pageLines(path);
+        QCOMPARE(pages.size(), pdf.pages());
+        QVERIFY(pages.first().contains(QStringLiteral("就業規則新旧対照表")));
+        QVERIFY(pages.last().contains(ComparisonTable::kClosingNote));
+        for (int page = 0; page < pages.size(); ++page)
+            QCOMPARE(pages[page].last(), QString::number(page + 1));
     }
 
     void saveFailure()

@@ -8,6 +8,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace normaris;
@@ -197,6 +200,55 @@ private slots:
         prompt.answer({true});
         QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("リンク")), Outcome::Failed);
         QVERIFY(QFile::exists(elsewhere.path() + QStringLiteral("/keep.txt")));
+    }
+
+    // A company half made or half deleted by a program that died is in a work folder:
+    // never listed, and removed by the next start, but not while a program holds it.
+    void leftoverWorkFoldersAreNotCompanies()
+    {
+        TestRoot root;
+        const DataLayout layout = root.layout();
+        QVERIFY(QDir().mkpath(layout.newCompanyWorkDir(QStringLiteral("甲"))));
+        QVERIFY(QDir().mkpath(layout.deletedCompanyWorkDir(QStringLiteral("乙"))));
+        const QString held = layout.newCompanyWorkDir(QStringLiteral("丙"));
+        QVERIFY(QDir().mkpath(held));
+        QLockFile holder(held + QStringLiteral("/work.lock"));
+        QVERIFY(holder.tryLock(0));
+        QVERIFY(layout.companyList().isEmpty());
+        layout.removeLeftoverWorkFolders();
+        QVERIFY(!QFileInfo::exists(layout.newCompanyWorkDir(QStringLiteral("甲"))));
+        QVERIFY(!QFileInfo::exists(layout.deletedCompanyWorkDir(QStringLiteral("乙"))));
+        QVERIFY(QFileInfo::exists(held));
+        // The name is free for a new company.
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(layout, prompt).createFromSeed(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(layout.companyList(), QStringList{QStringLiteral("甲")});
+        QCOMPARE(QDir(layout.dataDir()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot).size(), 2);
+    }
+
+    // A deletion takes the whole folder away at once, and the lock of a company in use stops it.
+    void deleteWaitsForNoOtherProgram()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        qputenv("NORMARIS_LOCK_WAIT_MS", "100");
+        {
+            QLockFile other(root.layout().companyDir(QStringLiteral("甲")) + QStringLiteral("/甲.lock"));
+            QVERIFY(other.tryLock(0));
+            ScriptedPrompt prompt;
+            prompt.answer({true});
+            QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("甲")), Outcome::Stopped);
+            QCOMPARE(prompt.lines().last(),
+                     kProgramTitle
+                         + QStringLiteral(
+                             ": 『甲』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。"));
+        }
+        qunsetenv("NORMARIS_LOCK_WAIT_MS");
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("甲")), Outcome::Done);
+        QCOMPARE(QDir(root.layout().dataDir()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
     }
 
     void seedIsNotACompany()

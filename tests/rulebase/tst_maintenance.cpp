@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace normaris;
@@ -51,8 +52,18 @@ private slots:
         QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
         const QString copy = root.layout().backupDir(QStringLiteral("甲")) + QStringLiteral("/甲.sqlite");
         writeFile(copy, "stale");
+        // A journal that an earlier crash left beside the old backup would roll the new one back.
+        writeFile(copy + QStringLiteral("-journal"), "stale journal");
+        // Nor may the company's own journal or lock travel into the backup.
+        writeFile(root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("-wal"), "live");
         QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
-        QCOMPARE(readFile(copy), readFile(root.layout().companyFile(QStringLiteral("甲"))));
+        QFile::remove(root.layout().companyFile(QStringLiteral("甲")) + QStringLiteral("-wal"));
+        QCOMPARE(QDir(root.layout().backupDir(QStringLiteral("甲"))).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("甲.sqlite")});
+        // A snapshot through SQLite: the same rows, not the same bytes.
+        QCOMPARE(valueIn(copy, QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
+        QCOMPARE(rowCount(copy, "項"), rowCount(root.layout().companyFile(QStringLiteral("甲")), "項"));
+        QVERIFY(rowCount(copy, "項") > 0);
         QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("バックアップの確認: 『甲』をバックアップします。"),
                                               QStringLiteral("バックアップの確認: 『甲』をバックアップします。")}));
     }
@@ -143,6 +154,29 @@ private slots:
         QVERIFY2(QFileInfo(file).size() < before, "the file did not shrink");
         QCOMPARE(rowCount(file, "項"), paragraphs);
         QVERIFY(!QFile::exists(workFileOf(file)));
+    }
+
+    // The data file is compacted in place: its permissions stay, and a link to it stays a link.
+    void compactKeepsPermissionsAndLinks()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        const QString file = root.layout().companyFile(QStringLiteral("甲"));
+        QTemporaryDir elsewhere;
+        const QString real = elsewhere.path() + QStringLiteral("/real.sqlite");
+        QVERIFY(QFile::rename(file, real));
+        QVERIFY(QFile::link(real, file));
+        QVERIFY(QFile::setPermissions(real, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+        ScriptedPrompt prompt;
+        prompt.answer({true});
+        QCOMPARE(Maintenance(root.layout(), prompt).optimise(QStringLiteral("甲")), Outcome::Done);
+        QVERIFY(QFileInfo(file).isSymLink());
+        QCOMPARE(QFileInfo(file).symLinkTarget(), real);
+        const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+                                                | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+        QCOMPARE(QFile::permissions(real) & others, QFileDevice::Permissions());
+        QVERIFY(QFile::permissions(real).testFlags(QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+        QCOMPARE(valueIn(real, QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
     }
 
     void compactWithAStaleWorkFileChangesNothing()

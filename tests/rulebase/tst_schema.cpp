@@ -18,7 +18,7 @@ namespace {
 QStringList columnsOf(QSqlDatabase db, const QString &table)
 {
     QStringList names;
-    QSqlQuery q = execSql(db, QStringLiteral("PRAGMA table_info(\"%1\")").arg(table));
+    RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(\"%1\")").arg(table));
     while (q.next())
         names << q.value(1).toString();
     return names;
@@ -159,6 +159,66 @@ private slots:
         } catch (const DbError &e) {
             QVERIFY2(e.text().contains(QStringLiteral("は本システムの会社データではありません。")), qUtf8Printable(e.text()));
         }
+        QVERIFY(!QSqlDatabase::contains(QStringLiteral("w")));
+    }
+
+    // Our schema has no triggers or views: a file that carries one runs code of its own
+    // and is refused, however well its tables match.
+    void aFileWithATriggerOrViewIsRefused_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("trigger") << QStringLiteral("CREATE TRIGGER 消去 AFTER UPDATE ON 企業情報 BEGIN DELETE FROM 作成データ補助～条; END")
+                                 << QStringLiteral("（トリガー「消去」があります。）");
+        QTest::newRow("view") << QStringLiteral("CREATE VIEW 一覧 AS SELECT * FROM 規程")
+                              << QStringLiteral("（ビュー「一覧」があります。）");
+    }
+    void aFileWithATriggerOrViewIsRefused()
+    {
+        QFETCH(QString, statement);
+        QFETCH(QString, reason);
+        TestRoot root;
+        root.makeCompany(QStringLiteral("甲"));
+        const QString path = root.layout().companyFile(QStringLiteral("甲"));
+        {
+            QSqlDatabase db = openDatabase(path, QStringLiteral("w"));
+            execSql(db, statement);
+        }
+        closeDatabase(QStringLiteral("w"));
+        try {
+            openCompanyDatabase(path, QStringLiteral("w"));
+            QFAIL("a file with code of its own was opened");
+        } catch (const DbError &e) {
+            QVERIFY2(e.text().endsWith(QStringLiteral("は本システムの会社データではありません。") + reason), qUtf8Printable(e.text()));
+        }
+    }
+
+    // A file SQLite does not know is foreign; a file it cannot read is unreadable.
+    void unreadableIsNotForeign()
+    {
+        TestRoot root;
+        const QString garbage = root.path() + QStringLiteral("/garbage.sqlite");
+        {
+            QFile f(garbage);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(QByteArray(8192, 'x'));
+        }
+        try {
+            openCompanyDatabase(garbage, QStringLiteral("w"));
+            QFAIL("garbage was opened");
+        } catch (const DbError &e) {
+            QVERIFY2(e.text().contains(QStringLiteral("は本システムの会社データではありません。")), qUtf8Printable(e.text()));
+        }
+        root.makeCompany(QStringLiteral("甲"));
+        const QString path = root.layout().companyFile(QStringLiteral("甲"));
+        FaultInjection::arm(0, 1);
+        try {
+            openCompanyDatabase(path, QStringLiteral("w"));
+            QFAIL("a failed read was taken for a good file");
+        } catch (const DbError &e) {
+            QVERIFY2(e.text().startsWith(QStringLiteral("データファイル「%1」を読めません。").arg(path)), qUtf8Printable(e.text()));
+        }
+        FaultInjection::disarm();
         QVERIFY(!QSqlDatabase::contains(QStringLiteral("w")));
     }
 };

@@ -223,7 +223,7 @@ private slots:
         const QString connection = QStringLiteral("seedcheck");
         {
             QSqlDatabase db = openCompanyDatabase(root.layout().seedFile(), connection, OpenMode::ReadOnly);
-            QSqlQuery drafts = execSql(db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1"));
+            RowReader drafts = execSql(db, QStringLiteral("SELECT 文章形式Code, Code FROM 規程 WHERE 選択フラグ = 1"));
             int composed = 0;
             while (drafts.next()) {
                 ++composed;

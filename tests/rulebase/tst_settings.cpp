@@ -39,6 +39,10 @@ private slots:
         QTest::newRow("mixed separators") << QStringLiteral("2009/1-1") << none;
         QTest::newRow("before the era began") << QStringLiteral("令和元年4月30日") << none;
         QTest::newRow("era year 0") << QStringLiteral("平成0年1月1日") << none;
+        QTest::newRow("after Heisei ended") << QStringLiteral("平成31年5月1日") << none;
+        QTest::newRow("after Showa ended") << QStringLiteral("昭和64年1月8日") << none;
+        QTest::newRow("last day of Taisho") << QStringLiteral("大正15年12月24日") << QDate(1926, 12, 24);
+        QTest::newRow("after Taisho ended") << QStringLiteral("T15.12.25") << none;
         QTest::newRow("words") << QStringLiteral("来月") << none;
         QTest::newRow("empty") << QString() << none;
     }
@@ -76,14 +80,15 @@ private slots:
                                               QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")}));
     }
 
-    // The first opening makes the one row and shows the thirteen markers.
+    // The first opening shows the thirteen markers and writes nothing: the row comes
+    // with the first update, so that an export still sees that nothing was set.
     void firstOpeningShowsTheMarkers()
     {
         TestRoot root;
         QSqlDatabase db = root.openCompany(QStringLiteral("甲"));
         QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), 0);
         const QStringList values = BasicSettings(db).load();
-        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), 1);
+        QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), 0);
         QCOMPARE(values.count(QString()), 3);
         QCOMPARE(values.filter(QStringLiteral("☆")).size(), 13);
         QCOMPARE(values.at(13), QStringLiteral("☆0014☆"));
@@ -128,6 +133,10 @@ private slots:
                                                << QStringLiteral("入力のエラー: 項目の長さ(62)が制限(60)を越えています。 ･･･事業所名");
         QTest::newRow("quote in a name") << QStringLiteral("使用者氏名") << QStringLiteral("O'Neil")
                                          << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･使用者氏名");
+        QTest::newRow("tab in a name") << QStringLiteral("事業所名") << QStringLiteral("株式会社\t甲")
+                                       << QStringLiteral("入力のエラー: 項目中に制御文字を含むことはできません。 ･･･事業所名");
+        QTest::newRow("line break in an address") << QStringLiteral("所在地1") << QStringLiteral("東京都\n千代田区")
+                                                  << QStringLiteral("入力のエラー: 項目中に制御文字を含むことはできません。 ･･･所在地1");
         QTest::newRow("tel over 20") << QStringLiteral("tel") << QStringLiteral("03-5555-0123-4567-890")
                                      << QStringLiteral("入力のエラー: 項目の長さ(21)が制限(20)を越えています。 ･･･tel");
     }

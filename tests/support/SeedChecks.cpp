@@ -19,7 +19,7 @@ struct Row {
 QList<Row> rowsOf(QSqlDatabase db, const QString &table, const QString &where, const QVariantList &binds)
 {
     QList<Row> rows;
-    QSqlQuery q = execSql(db,
+    RowReader q = execSql(db,
                           QStringLiteral("SELECT 順番, 種別, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
                                          "結合 FROM \"%1\" WHERE %2 ORDER BY 順番")
                               .arg(table, where),
@@ -162,7 +162,7 @@ QStringList markerProblems(QSqlDatabase db)
                                       QStringLiteral("号Code"), QStringLiteral("号の細分丸Code"), QStringLiteral("号の細分イロハCode")};
     for (const Source &s : sources) {
         const QString table = QString::fromUtf8(s.table);
-        QSqlQuery q = execSql(db, QStringLiteral("SELECT * FROM \"%1\"").arg(table));
+        RowReader q = execSql(db, QStringLiteral("SELECT * FROM \"%1\"").arg(table));
         while (q.next()) {
             const QSqlRecord rec = q.record();
             const QString text = rec.value(table).toString();
@@ -190,7 +190,7 @@ QStringList markerProblems(QSqlDatabase db)
         }
     }
     // Every reference target stands in the dictionary (at the 条 level or below, in some style).
-    QSqlQuery refs = execSql(db, QStringLiteral("SELECT Code, 変換参照■規程Code, 変換参照■章Code, 変換参照■条Code, 変換参照■項Code, "
+    RowReader refs = execSql(db, QStringLiteral("SELECT Code, 変換参照■規程Code, 変換参照■章Code, 変換参照■条Code, 変換参照■項Code, "
                                                 "変換参照■号Code, 変換参照■種別 FROM 変数テーブル番号"));
     while (refs.next()) {
         const int level = refs.value(6).toInt();

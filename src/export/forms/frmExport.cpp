@@ -321,8 +321,7 @@ void frmExport::sendToWord()
             return;
         }
         m_lastDocument = path;
-        if (!openWithDesktop(path))
-            uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(path));
+        openDocument(path);
     } catch (const Failure &f) {
         uiPrompt().failure(f.text());
     }

@@ -166,6 +166,12 @@ bool openWithDesktop(const QString &path)
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
+void openDocument(const QString &path)
+{
+    if (!openWithDesktop(path))
+        uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(path));
+}
+
 void showHelp(QWidget *form)
 {
     const QString appPath = AppState::instance().AppPath;

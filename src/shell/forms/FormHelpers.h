@@ -46,6 +46,8 @@ QPushButton *makeButton(QWidget *parent, const QString &objectName, const QStrin
 void showHelp(QWidget *form);
 // Opens a file with the desktop's default application, unless NORMARIS_NO_OPEN is set.
 bool openWithDesktop(const QString &path);
+// Opens a finished document with the desktop's application, or says that there is none.
+void openDocument(const QString &path);
 // Replaces what openWithDesktop does (tests record the paths); an empty one restores it.
 void setDesktopOpener(std::function<bool(const QString &path)> opener);
 

@@ -86,8 +86,7 @@ void frmVersions::makeTable()
             return;
         }
         m_lastDocument = path;
-        if (!openWithDesktop(path))
-            uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(path));
+        openDocument(path);
     } catch (const Failure &f) {
         uiPrompt().failure(f.text());
     }

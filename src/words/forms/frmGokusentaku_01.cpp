@@ -173,8 +173,8 @@ void frmGokusentaku_01::preview()
     try {
         m_lastPreview =
             ArticlePreview(AppState::cn(), state.CurBunshoKeishikiCode, state.CurKiteiCode).write(state.CurShoCode, state.CurJoCode);
-        if (!m_lastPreview.isEmpty() && !openWithDesktop(m_lastPreview))
-            uiPrompt().failure(QStringLiteral("文書「%1」を開くアプリケーションが見つかりません。").arg(m_lastPreview));
+        if (!m_lastPreview.isEmpty())
+            openDocument(m_lastPreview);
     } catch (const Failure &f) {
         uiPrompt().failure(f.text());
     }
