@@ -149,17 +149,24 @@ public:
     {
     }
 
-    bool write()
+    // Stopped after a refusal; Failed when a step below failed and has said so.
+    Outcome write()
     {
-        if (m_source.preamble && !preambleStands(*m_source.preamble)
-            && putPreamble(m_prompt, m_db, m_style, m_source.document, *m_source.preamble) != Outcome::Done)
-            return false;
-        for (const SourceEntry &e : m_source.entries) {
-            const bool done = levelInfo(e.level).segmented ? writeClause(e) : writeHeading(e);
-            if (!done)
-                return false;
+        if (!DocumentMaster(m_db, m_style).document(m_source.document)) {
+            m_prompt.error(kSourceErrorTitle, QStringLiteral("規程「%1」はありません。").arg(m_source.document));
+            return Outcome::Stopped;
         }
-        return true;
+        if (m_source.preamble && !preambleStands(*m_source.preamble)) {
+            const Outcome preamble = putPreamble(m_prompt, m_db, m_style, m_source.document, *m_source.preamble);
+            if (preamble != Outcome::Done)
+                return preamble;
+        }
+        for (const SourceEntry &e : m_source.entries) {
+            const Outcome outcome = levelInfo(e.level).segmented ? writeClause(e) : writeHeading(e);
+            if (outcome != Outcome::Done)
+                return outcome;
+        }
+        return Outcome::Done;
     }
 
 private:
@@ -178,13 +185,20 @@ private:
         m_prompt.error(kSourceErrorTitle, sourceError(m_source.file, line, message));
         return false;
     }
+    // A step's outcome, its refusal located in the file; a failure has said so already.
+    Outcome located(Outcome outcome, const SourceEntry &e)
+    {
+        if (outcome == Outcome::Stopped)
+            refuse(e.line, QStringLiteral("%1は書き込めません").arg(describe(e)));
+        return outcome;
+    }
 
     QString describe(const SourceEntry &e) const
     {
         return ReferenceTarget{e.level, m_source.document, e.codes, QString()}.describe(m_source.document);
     }
 
-    bool writeHeading(const SourceEntry &e)
+    Outcome writeHeading(const SourceEntry &e)
     {
         EntryEditor editor(m_db, m_style, m_source.document, e.level, e.codes.mid(0, e.codes.size() - 1));
         LevelEntry entered;
@@ -197,7 +211,7 @@ private:
             outcome = editor.updateHeading(m_prompt, EntryEditor::Mode::Add, LevelEntry(), entered);
         else if (saved->name != entered.name || (!saved->formalName.isEmpty() && saved->formalName != entered.formalName))
             outcome = editor.updateHeading(m_prompt, EntryEditor::Mode::Edit, *saved, entered);
-        return outcome == Outcome::Done || refuse(e.line, QStringLiteral("%1は書き込めません").arg(describe(e)));
+        return located(outcome, e);
     }
 
     bool checkTexts(const SourceEntry &e)
@@ -276,20 +290,20 @@ private:
         return true;
     }
 
-    bool writeClause(const SourceEntry &e)
+    Outcome writeClause(const SourceEntry &e)
     {
         const ClausePlace place{e.level, m_style, m_source.document, e.codes};
         const bool exists =
             scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(place.table(), place.whereSql()), place.whereValues())
                 .toInt()
             > 0;
+        if (e.segments.isEmpty() && !exists)
+            refuse(e.line, QStringLiteral("%1はありません").arg(describe(e)));
         if (e.segments.isEmpty())
-            return exists || refuse(e.line, QStringLiteral("%1はありません").arg(describe(e)));
-        if (!checkTexts(e))
-            return false;
+            return exists ? Outcome::Done : Outcome::Stopped;
         QList<SourceReference> references;
-        if (!resolveReferences(e, place, references))
-            return false;
+        if (!checkTexts(e) || !resolveReferences(e, place, references))
+            return Outcome::Stopped;
         ClauseBlock wanted;
         wanted.segments = e.segments;
         for (const SourceWord &w : e.words)
@@ -300,14 +314,15 @@ private:
         for (const SourceReference &r : sortedRefs)
             wanted.references << r.code + u' ' + r.target.describe(m_source.document);
         if (exists && readClause(m_db, place) == wanted)
-            return true;
+            return Outcome::Done;
 
         EntryEditor entries(m_db, m_style, m_source.document, e.level, e.codes.mid(0, e.codes.size() - 1));
         SegmentEditor editor(m_db, place, entries.documentKind());
+        // The opening tells its own failure; the step then fails as a whole.
         if (!editor.open(m_prompt))
-            return false;
+            throw Failure(QStringLiteral("%1を開けません。").arg(describe(e)));
         if (!checkWordCodes(e, place, editor))
-            return false;
+            return Outcome::Stopped;
         static const QRegularExpression exactMarker(QStringLiteral("^([★☆◆])([0-9]{4})\\1$"));
         QList<SegmentRecord> segments;
         for (const SourceSegment &s : e.segments) {
@@ -320,8 +335,10 @@ private:
                          : m.captured(1) == u"☆" ? SegmentKind::BasicWord
                                                  : SegmentKind::Reference;
                 r.code = m.captured(2);
-                if (r.kind == SegmentKind::BasicWord && basicPhraseName(e.level, r.code).isEmpty())
-                    return refuse(s.line, QStringLiteral("基本語句☆%1☆はありません").arg(r.code));
+                if (r.kind == SegmentKind::BasicWord && basicPhraseName(e.level, r.code).isEmpty()) {
+                    refuse(s.line, QStringLiteral("基本語句☆%1☆はありません").arg(r.code));
+                    return Outcome::Stopped;
+                }
             } else {
                 r.text = s.text;
             }
@@ -350,8 +367,7 @@ private:
             }
             editor.setChosenValue(k, r.code, shown);
         }
-        const Outcome outcome = exists ? editor.update(m_prompt) : entries.addClause(m_prompt, editor);
-        return outcome == Outcome::Done || refuse(e.line, QStringLiteral("%1は書き込めません").arg(describe(e)));
+        return located(exists ? editor.update(m_prompt) : entries.addClause(m_prompt, editor), e);
     }
 
     Prompt &m_prompt;
@@ -399,11 +415,8 @@ QString entryText(QSqlDatabase db, const QString &style, const QString &document
 
 Outcome putEntries(Prompt &prompt, QSqlDatabase db, const QString &style, const EntriesSource &source)
 {
-    if (!DocumentMaster(db, style).document(source.document)) {
-        prompt.error(kSourceErrorTitle, QStringLiteral("規程「%1」はありません。").arg(source.document));
-        return Outcome::Stopped;
-    }
-    return runRefusableTransaction(prompt, db, [&] { return EntryWriter(prompt, db, style, source).write(); });
+    // The checks read what the step writes: all of it runs in one transaction.
+    return runStep(prompt, db, [&] { return EntryWriter(prompt, db, style, source).write(); });
 }
 
 } // namespace normaris::dictionary

@@ -14,6 +14,10 @@
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "dictionary/DocumentMaster.h"
+#include "dictionary/DocumentWords.h"
+#include "dictionary/EntryEditor.h"
+#include "dictionary/EntryText.h"
+#include "dictionary/ReferenceTargets.h"
 #include "dictionary/InlineSegmentEditor.h"
 #include "dictionary/SegmentEditor.h"
 #include "export/DocumentExport.h"
@@ -176,6 +180,69 @@ void prepareSubstitution(Fixture &f)
     QStringList values = settings.load();
     values[0] = QStringLiteral("株式会社甲");
     settings.save(values, QStringLiteral("2"));
+}
+
+// The user's chain of entries in the work rules: 章 70, 条 7001, 項 70, 号 70, ①～⑳ 70,
+// イ～ネ 70, each level from its count of codes.
+const QStringList kEntryChain = {QStringLiteral("70"), QStringLiteral("7001"), QStringLiteral("70"),
+                                 QStringLiteral("70"), QStringLiteral("70"),   QStringLiteral("70")};
+
+// The step that adds the entry at codes: a heading, or a clause of one segment through
+// an editor opened beforehand.
+Run entryAdd(Fixture &f, const QStringList &codes)
+{
+    const Level level = dictionary::levelOfDepth(int(codes.size()));
+    auto entries = std::make_shared<dictionary::EntryEditor>(f.db, kStyle, kDoc, level, codes.mid(0, codes.size() - 1));
+    if (!levelInfo(level).segmented) {
+        return [&f, entries, codes] {
+            dictionary::LevelEntry e;
+            e.code = codes.last();
+            e.name = QStringLiteral("見出し");
+            return entries->updateHeading(f.prompt, dictionary::EntryEditor::Mode::Add, {}, e);
+        };
+    }
+    auto editor = std::make_shared<dictionary::SegmentEditor>(f.db, entries->placeOf(codes.last()), entries->documentKind());
+    if (!editor->open(f.prompt))
+        qFatal("could not open the clause");
+    editor->segments()[0].text = QStringLiteral("本文");
+    return [&f, entries, editor] { return entries->addClause(f.prompt, *editor); };
+}
+
+// The chain down to depth, with a word and a reference in 項 70 and a reference to it
+// from the standard 条 0016.
+void addEntryChain(Fixture &f, int depth)
+{
+    ScriptedPrompt quiet;
+    for (int i = 1; i <= depth; ++i)
+        mustBe(entryAdd(f, kEntryChain.mid(0, i))(), f.prompt, "add an entry");
+    if (depth < 3)
+        return;
+    dictionary::EntryEditor paragraphs(f.db, kStyle, kDoc, Level::Paragraph, kEntryChain.mid(0, 2));
+    dictionary::SegmentEditor editor(f.db, paragraphs.placeOf(QStringLiteral("71")), paragraphs.documentKind());
+    if (!editor.open(quiet))
+        qFatal("could not open the clause");
+    mustBe(dictionary::DocumentWords(f.db, kDoc).create(quiet, editor, 0, QStringLiteral("上限"), QStringLiteral("週２日")), quiet, "word");
+    mustBe(dictionary::ReferenceTargets(f.db, kStyle).make(quiet, editor, 1, {Level::Paragraph, kDoc, kEntryChain.mid(0, 3), {}}), quiet,
+           "reference");
+    mustBe(paragraphs.addClause(quiet, editor), quiet, "the clause");
+    dictionary::EntryEditor outside(f.db, kStyle, kDoc, Level::Paragraph, {QStringLiteral("03"), QStringLiteral("0016")});
+    dictionary::SegmentEditor citing(f.db, outside.placeOf(QStringLiteral("70")), outside.documentKind());
+    if (!citing.open(quiet))
+        qFatal("could not open the clause");
+    mustBe(dictionary::ReferenceTargets(f.db, kStyle).make(quiet, citing, 0, {Level::Paragraph, kDoc, kEntryChain.mid(0, 3), {}}), quiet,
+           "reference");
+    mustBe(outside.addClause(quiet, citing), quiet, "the citing clause");
+    f.prompt.clear();
+}
+
+// An editor of 項 70 of the chain, open.
+std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
+{
+    const dictionary::EntryEditor paragraphs(f.db, kStyle, kDoc, Level::Paragraph, kEntryChain.mid(0, 2));
+    auto editor = std::make_shared<dictionary::SegmentEditor>(f.db, paragraphs.placeOf(QStringLiteral("70")), paragraphs.documentKind());
+    if (!editor->open(f.prompt))
+        qFatal("could not open the clause");
+    return editor;
 }
 
 QList<FaultStep> steps()
@@ -361,6 +428,96 @@ QList<FaultStep> steps()
                           };
                       },
                       kDescription};
+    for (int depth = 1; depth <= 6; ++depth) {
+        list << FaultStep{QStringLiteral("entry add at depth %1").arg(depth),
+                          [depth](Fixture &f) -> Run {
+                              addEntryChain(f, depth - 1);
+                              return entryAdd(f, kEntryChain.mid(0, depth));
+                          },
+                          kCancelledInformation};
+    }
+    list << FaultStep{QStringLiteral("entry code change (条)"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 3);
+                          return [&f] {
+                              return dictionary::EntryEditor(f.db, kStyle, kDoc, Level::Article, {kEntryChain[0]})
+                                  .changeCode(f.prompt, kEntryChain[1], QStringLiteral("7002"));
+                          };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("entry code change (項)"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 4);
+                          return [&f] {
+                              return dictionary::EntryEditor(f.db, kStyle, kDoc, Level::Paragraph, kEntryChain.mid(0, 2))
+                                  .changeCode(f.prompt, QStringLiteral("70"), QStringLiteral("72"));
+                          };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("entry delete (号)"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 6);
+                          return [&f] {
+                              f.prompt.answer({true});
+                              return dictionary::EntryEditor(f.db, kStyle, kDoc, Level::Item, kEntryChain.mid(0, 3))
+                                  .remove(f.prompt, QStringLiteral("70"));
+                          };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("clause update"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 3);
+                          auto editor = openParagraph(f);
+                          return [&f, editor] {
+                              editor->segments()[0].text = QStringLiteral("改めた本文");
+                              return editor->update(f.prompt);
+                          };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{
+        QStringLiteral("word creation"),
+        [](Fixture &f) -> Run {
+            addEntryChain(f, 3);
+            auto editor = openParagraph(f);
+            return [&f, editor] {
+                return dictionary::DocumentWords(f.db, kDoc).create(f.prompt, *editor, 1, QStringLiteral("日数"), QStringLiteral("５日"));
+            };
+        },
+        kCancelledInformation};
+    list << FaultStep{QStringLiteral("reference creation"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 3);
+                          auto editor = openParagraph(f);
+                          return [&f, editor] {
+                              return dictionary::ReferenceTargets(f.db, kStyle)
+                                  .make(f.prompt, *editor, 1, {Level::Article, kDoc, {QStringLiteral("01"), QStringLiteral("0002")}, {}});
+                          };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("dict put of a file"),
+                      [](Fixture &f) -> Run {
+                          dictionary::EntriesSource source;
+                          source.file = QStringLiteral("7001.txt");
+                          source.document = kDoc;
+                          dictionary::SourceEntry article;
+                          article.level = Level::Article;
+                          article.codes = {QStringLiteral("03"), QStringLiteral("7001")};
+                          article.title = article.formalName = QStringLiteral("テレワーク勤務");
+                          dictionary::SourceEntry paragraph;
+                          paragraph.level = Level::Paragraph;
+                          paragraph.codes = article.codes + QStringList{QStringLiteral("70")};
+                          paragraph.segments = {{QStringLiteral("上限は"), false, 1, {}},
+                                                {QStringLiteral("★0120★"), false, 1, {}},
+                                                {QStringLiteral("◆0151◆"), false, 1, {}}};
+                          paragraph.words = {{QStringLiteral("0120"), QStringLiteral("上限"), QStringLiteral("週２日"), 1}};
+                          paragraph.references = {
+                              {QStringLiteral("0151"),
+                               {Level::Item, kDoc, {QString(), QStringLiteral("0002"), QStringLiteral("01"), QStringLiteral("01")}, {}},
+                               1}};
+                          source.entries = {article, paragraph};
+                          return [&f, source] { return dictionary::putEntries(f.prompt, f.db, kStyle, source); };
+                      },
+                      kCancelledInformation};
     return list;
 }
 
