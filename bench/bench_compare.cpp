@@ -3,51 +3,27 @@
 // character diff, the .docx and the text), and the matching alone on synthetic
 // versions of growing length, to show that it grows linearly.
 
+#include "BenchCompany.h"
 #include "base/AppState.h"
 #include "base/Database.h"
 #include "export/DocumentExport.h"
 #include "export/Numerals.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
-#include "rulebase/BasicSettings.h"
-#include "rulebase/CompanyFiles.h"
 #include "rulebase/EffectiveDates.h"
-#include "shell/ProgramFolder.h"
 #include "versions/ComparisonExport.h"
 #include "versions/ComparisonText.h"
 #include "versions/VersionComparison.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QTemporaryDir>
+#include <QDir>
 #include <cstdio>
 #include <functional>
 
 using namespace normaris;
+using namespace normaris::bench;
 
 namespace {
-
-class QuietPrompt : public Prompt {
-public:
-    void message(Icon, const QString &title, const QString &text) override
-    {
-        if (title != u"処理完了")
-            ++m_messages, m_last = title + QStringLiteral(": ") + text;
-    }
-    bool question(const QString &, const QString &) override { return true; }
-    int m_messages = 0;
-    QString m_last;
-};
-
-double timed(const std::function<void()> &step)
-{
-    QElapsedTimer timer;
-    timer.start();
-    step();
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-const QString kStyle = QStringLiteral("1");
 
 // Ten articles spread over the document, each with a phrase put into its first clause.
 void changeTenArticles(QSqlDatabase db)
@@ -103,21 +79,12 @@ Version synthetic(int articles, bool changed)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    const QString root = dir.path() + QStringLiteral("/root");
-    prepareProgramFolder(root, QStringLiteral(NORMARIS_APP_DIR));
-    AppState::instance().AppPath = root;
-    QuietPrompt prompt;
-    if (CompanyFiles(DataLayout{root}, prompt).createFromSeed(QStringLiteral("ベンチ")) != Outcome::Done
-        || CompanyFiles(DataLayout{root}, prompt).open(QStringLiteral("ベンチ")) != Outcome::Done) {
-        std::fprintf(stderr, "cannot make the company: %s\n", qUtf8Printable(prompt.m_last));
+    BenchCompany company;
+    if (!company.open())
         return 1;
-    }
-    QSqlDatabase db = AppState::cn();
-    BasicSettings settings(db);
-    QStringList values = settings.load();
-    values[0] = QStringLiteral("株式会社ベンチ");
-    settings.save(values, QStringLiteral("2"));
+    QSqlDatabase db = company.db();
+    QuietPrompt &prompt = company.prompt;
+    const QDir dir(company.folder());
     for (const QString &d : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
         EffectiveDates(db, d).add(kStyle, QDate(2026, 4, 1));
         WorkDataBuild(db, prompt).build(kStyle, d);

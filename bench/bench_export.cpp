@@ -3,6 +3,7 @@
 // work rules and on synthetic documents of 3,000 and 30,000 rows. Prints one line
 // per step with milliseconds, and the peak memory of the process.
 
+#include "BenchCompany.h"
 #include "composition/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "export/DocumentExport.h"
@@ -25,22 +26,11 @@
 #include <functional>
 
 using namespace normaris;
+using namespace normaris::bench;
 
 namespace {
 
 // Answers yes and says nothing.
-class QuietPrompt : public Prompt {
-public:
-    void message(Icon, const QString &title, const QString &text) override
-    {
-        if (title != u"処理完了")
-            ++m_messages, m_last = title + QStringLiteral(": ") + text;
-    }
-    bool question(const QString &, const QString &) override { return true; }
-    int m_messages = 0;
-    QString m_last;
-};
-
 long peakKilobytes()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -52,16 +42,6 @@ long peakKilobytes()
     }
     return -1;
 }
-
-double timed(const std::function<void()> &step)
-{
-    QElapsedTimer timer;
-    timer.start();
-    step();
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-const QString kStyle = QStringLiteral("1");
 
 QString code2(int n) { return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')); }
 QString code4(int n) { return QStringLiteral("%1").arg(n, 4, 10, QLatin1Char('0')); }
@@ -179,31 +159,21 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    QTemporaryDir dir;
-    const QString root = dir.path() + QStringLiteral("/root");
-    prepareProgramFolder(root, QStringLiteral(NORMARIS_APP_DIR));
-    AppState::instance().AppPath = root;
-    QuietPrompt prompt;
-    if (CompanyFiles(DataLayout{root}, prompt).createFromSeed(QStringLiteral("ベンチ")) != Outcome::Done
-        || CompanyFiles(DataLayout{root}, prompt).open(QStringLiteral("ベンチ")) != Outcome::Done) {
-        std::fprintf(stderr, "cannot make the company: %s\n", qUtf8Printable(prompt.m_last));
+    BenchCompany company;
+    if (!company.open())
         return 1;
-    }
-    QSqlDatabase db = AppState::cn();
-    BasicSettings settings(db);
-    QStringList values = settings.load();
-    values[0] = QStringLiteral("株式会社ベンチ");
-    settings.save(values, QStringLiteral("2"));
+    QSqlDatabase db = company.db();
+    QuietPrompt &prompt = company.prompt;
 
     // The work rules cite the wage rules and the leave rules: those are built first.
     for (const QString &cited : {QStringLiteral("02"), QStringLiteral("03")})
         WorkDataBuild(db, prompt).build(kStyle, cited);
     EffectiveDates(db, QStringLiteral("01")).add(kStyle, QDate(2026, 4, 1));
     std::printf("export chain (times of one run; the chain is build + substitution + rendering)\n");
-    runChain(db, QStringLiteral("seed work rules (01)"), QStringLiteral("01"), dir.path());
+    runChain(db, QStringLiteral("seed work rules (01)"), QStringLiteral("01"), company.folder());
     writeSyntheticDocument(db, QStringLiteral("80"), 3000);
-    runChain(db, QStringLiteral("synthetic 3,000"), QStringLiteral("80"), dir.path());
+    runChain(db, QStringLiteral("synthetic 3,000"), QStringLiteral("80"), company.folder());
     writeSyntheticDocument(db, QStringLiteral("81"), 30000);
-    runChain(db, QStringLiteral("synthetic 30,000"), QStringLiteral("81"), dir.path());
+    runChain(db, QStringLiteral("synthetic 30,000"), QStringLiteral("81"), company.folder());
     return 0;
 }

@@ -2,23 +2,28 @@
 
 namespace normaris {
 
-QString TextTypist::Font::marks() const
+namespace {
+
+// What sets a run's font apart from the base font, as the rendering marks it.
+QString marksOf(const TypedFont &font)
 {
     QStringList m;
-    if (name != kMinchoFont)
-        m << name;
-    if (size != kBaseSize)
-        m << QString::number(size) + QStringLiteral("pt");
-    if (bold)
+    if (font.name != Typist::kMinchoFont)
+        m << font.name;
+    if (font.size != Typist::kBaseSize)
+        m << QString::number(font.size) + QStringLiteral("pt");
+    if (font.bold)
         m << QStringLiteral("bold");
-    if (color == Color::Blue)
+    if (font.color == Typist::Color::Blue)
         m << QStringLiteral("blue");
-    else if (color == Color::Red)
+    else if (font.color == Typist::Color::Red)
         m << QStringLiteral("red");
-    if (doubleStrike)
+    if (font.doubleStrike)
         m << QStringLiteral("dstrike");
     return m.join(u' ');
 }
+
+} // namespace
 
 void TextTypist::typeText(const QString &text)
 {
@@ -40,7 +45,7 @@ QString TextTypist::currentLine() const
     if (m_indent != 0)
         line += QStringLiteral("<i%1>").arg(m_indent);
     for (const auto &[font, text] : m_runs) {
-        const QString marks = font.marks();
+        const QString marks = marksOf(font);
         line += marks.isEmpty() ? text : u'{' + marks + u':' + text + u'}';
     }
     return line;

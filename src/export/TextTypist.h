@@ -8,23 +8,17 @@
 // marks: "{14pt bold:就業規則}", "{red:…}", "{dstrike:（変更）}". A page break is
 // a line "<改ページ>".
 
-#include "export/Typist.h"
+#include "export/FontKeepingTypist.h"
 
 #include <QStringList>
 
 namespace normaris {
 
-class TextTypist : public Typist {
+class TextTypist : public FontKeepingTypist {
 public:
     void typeText(const QString &text) override;
     void typeParagraph() override;
     void insertPageBreak() override;
-
-    void setFontName(const QString &name) override { m_font.name = name; }
-    void setFontSize(double points) override { m_font.size = points; }
-    void setBold(bool on) override { m_font.bold = on; }
-    void setColor(Color color) override { m_font.color = color; }
-    void setDoubleStrikeThrough(bool on) override { m_font.doubleStrike = on; }
 
     void setAlignment(Alignment alignment) override { m_alignment = alignment; }
     void setCharacterUnitFirstLineIndent(int characters) override { m_indent = characters; }
@@ -34,23 +28,13 @@ public:
     QString text() const { return lines().join(u'\n') + u'\n'; }
 
 private:
-    struct Font {
-        QString name = kMinchoFont;
-        double size = kBaseSize;
-        bool bold = false;
-        Color color = Color::Black;
-        bool doubleStrike = false;
-        bool operator==(const Font &) const = default;
-        QString marks() const;
-    };
     QString currentLine() const;
 
-    Font m_font;
     Alignment m_alignment = Alignment::Left;
     int m_indent = 0;
     QStringList m_lines;
     // The runs of the paragraph in progress: text with the font it was typed in.
-    QList<std::pair<Font, QString>> m_runs;
+    QList<std::pair<TypedFont, QString>> m_runs;
 };
 
 } // namespace normaris

@@ -4,7 +4,7 @@
 // A paragraph's settings may still change while the cursor is in it, so nothing is
 // written before the whole document is there.
 
-#include "export/Typist.h"
+#include "export/FontKeepingTypist.h"
 
 #include <QList>
 #include <QString>
@@ -12,15 +12,7 @@
 
 namespace normaris::docx {
 
-struct Font {
-    QString name = Typist::kMinchoFont;
-    double size = Typist::kBaseSize;
-    bool bold = false;
-    Typist::Color color = Typist::Color::Black;
-    bool doubleStrike = false;
-    bool underline = false; // single; the marking of changed words
-    bool operator==(const Font &) const = default;
-};
+using Font = TypedFont;
 
 // Text in one font, or a page break typed in that font.
 struct Run {

@@ -8,21 +8,15 @@
 // Typed line ends ("\n", "\r\n", "\r") end the paragraph in the same way.
 
 #include "fileformats/DocxModel.h"
-#include "export/Typist.h"
+#include "export/FontKeepingTypist.h"
 
 namespace normaris {
 
-class RecordingTypist : public Typist {
+class RecordingTypist : public FontKeepingTypist {
 public:
     void typeText(const QString &text) override;
     void typeParagraph() override;
     void insertPageBreak() override;
-
-    void setFontName(const QString &name) override { m_font.name = name; }
-    void setFontSize(double points) override { m_font.size = points; }
-    void setBold(bool on) override { m_font.bold = on; }
-    void setColor(Color color) override { m_font.color = color; }
-    void setDoubleStrikeThrough(bool on) override { m_font.doubleStrike = on; }
 
     void setAlignment(Alignment alignment) override { m_current.alignment = alignment; }
     void setCharacterUnitFirstLineIndent(int characters) override { m_current.indent = characters; }
@@ -35,7 +29,6 @@ public:
 private:
     void append(const QString &text);
 
-    docx::Font m_font;
     QList<docx::Paragraph> m_finished;
     docx::Paragraph m_current; // the paragraph the cursor is in
 };

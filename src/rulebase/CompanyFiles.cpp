@@ -1,5 +1,7 @@
 #include "rulebase/CompanyFiles.h"
 
+#include "rulebase/CompanyNames.h"
+
 #include "base/Database.h"
 #include "rulebase/CompanyDatabase.h"
 #include "base/FileOps.h"
@@ -23,20 +25,6 @@ const QString kSelectTitle = QStringLiteral("会社指定の確認");
 const QString kDeleteTitle = QStringLiteral("会社削除の確認");
 const QString kProbeConnection = QStringLiteral("normaris_probe");
 const QString kCopySourceConnection = QStringLiteral("normaris_copy_source");
-
-QString quotedName(const QString &name) { return u'『' + name + u'』'; }
-
-// A name from the CLI may be anything; a name from a dialog's list passes as well.
-bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
-{
-    if (CheckCompanyName(prompt, name))
-        return true;
-    if (!layout.companyList().contains(name)) {
-        prompt.plain(title, quotedName(name) + QStringLiteral("という会社はありません。"));
-        return true;
-    }
-    return false;
-}
 
 } // namespace
 

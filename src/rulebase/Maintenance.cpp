@@ -1,5 +1,7 @@
 #include "rulebase/Maintenance.h"
 
+#include "rulebase/CompanyNames.h"
+
 #include "base/Database.h"
 #include "rulebase/CompanyDatabase.h"
 #include "base/FileOps.h"
@@ -21,19 +23,6 @@ const QString kOptimiseTitle = QStringLiteral("データ最適化の確認");
 const QString kCompactConnection = QStringLiteral("normaris_compact");
 const QString kCompactWorkConnection = QStringLiteral("normaris_compact_work");
 const QString kBackupConnection = QStringLiteral("normaris_backup");
-
-QString quotedName(const QString &name) { return u'『' + name + u'』'; }
-
-bool knownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
-{
-    if (CheckCompanyName(prompt, name))
-        return false;
-    if (!layout.companyList().contains(name)) {
-        prompt.plain(title, quotedName(name) + QStringLiteral("という会社はありません。"));
-        return false;
-    }
-    return true;
-}
 
 // VACUUM INTO writes a fresh, compact copy into the work file from one read
 // transaction, and the copy is checked. The data file itself is then compacted by
@@ -138,7 +127,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップするデータを選択してください。"));
         return Outcome::Stopped;
     }
-    if (!knownCompany(m_prompt, m_layout, kBackupTitle, name))
+    if (refuseUnknownCompany(m_prompt, m_layout, kBackupTitle, name))
         return Outcome::Stopped;
     AppState &state = AppState::instance();
     if (state.isOpenCompany(name)) {
@@ -177,7 +166,7 @@ Outcome Maintenance::optimise(const QString &name)
         m_prompt.plain(kOptimiseTitle, QStringLiteral("最適化するデータを指定してください。"));
         return Outcome::Stopped;
     }
-    if (!knownCompany(m_prompt, m_layout, kOptimiseTitle, name))
+    if (refuseUnknownCompany(m_prompt, m_layout, kOptimiseTitle, name))
         return Outcome::Stopped;
     if (state.isOpenCompany(name)) {
         if (!m_prompt.question(kOptimiseTitle, quotedName(name) + QStringLiteral("は現在使用中ですが、閉じて最適化しますか？")))

@@ -1,11 +1,18 @@
 #include "words/EmbeddedWords.h"
 
+#include "base/AppState.h"
 #include "base/Database.h"
 #include "base/FieldChecks.h"
 
 #include <QSqlQuery>
 
 namespace normaris {
+
+EmbeddedWords EmbeddedWords::ofCurrentDocument()
+{
+    const AppState &s = AppState::instance();
+    return EmbeddedWords(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
+}
 
 QList<CodeAndName> EmbeddedWords::chapters()
 {

@@ -26,6 +26,8 @@ public:
         : m_db(std::move(db)), m_style(std::move(style)), m_document(std::move(document))
     {
     }
+    // The words of the document and style chosen in the application state, on `cn`.
+    static EmbeddedWords ofCurrentDocument();
 
     // The chapters in use, in code order.
     QList<CodeAndName> chapters();

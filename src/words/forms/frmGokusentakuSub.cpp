@@ -20,16 +20,6 @@
 
 namespace normaris {
 
-namespace {
-
-EmbeddedWords currentWords()
-{
-    const AppState &s = AppState::instance();
-    return EmbeddedWords(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
-}
-
-} // namespace
-
 frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmGokusentakuSub"));
@@ -92,9 +82,9 @@ frmGokusentakuSub::frmGokusentakuSub(QWidget *parent) : QDialog(parent)
     const bool counted = state.CurKiteiCode == u"34" || state.CurKiteiCode == u"32";
     frame->setVisible(counted);
     if (counted)
-        label1->setText(
-            documentName
-            + QStringLiteral("には「担当者」の設定が%1ヶ所あります。").arg(currentWords().countCaptioned(QStringLiteral("担当者"))));
+        label1->setText(documentName
+                        + QStringLiteral("には「担当者」の設定が%1ヶ所あります。")
+                              .arg(EmbeddedWords::ofCurrentDocument().countCaptioned(QStringLiteral("担当者"))));
 
     auto *buttons = new QHBoxLayout;
     QPushButton *go = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));
@@ -114,7 +104,7 @@ void frmGokusentakuSub::fillChapters()
 {
     const QSignalBlocker block(m_chapter);
     m_chapter->clear();
-    for (const CodeAndName &c : currentWords().chapters())
+    for (const CodeAndName &c : EmbeddedWords::ofCurrentDocument().chapters())
         m_chapter->addItem(c.name, c.code);
     m_chapter->setCurrentIndex(-1);
     m_chapterCode->clear();
@@ -132,7 +122,7 @@ bool frmGokusentakuSub::fillArticles()
     try {
         BusyCursor busy;
         AppState::instance().CurShoCode = m_chapter->currentData().toString();
-        const QList<CodeAndName> articles = currentWords().articlesWithWords(AppState::instance().CurShoCode);
+        const QList<CodeAndName> articles = EmbeddedWords::ofCurrentDocument().articlesWithWords(AppState::instance().CurShoCode);
         const QSignalBlocker block(m_article);
         m_article->clear();
         for (const CodeAndName &a : articles)

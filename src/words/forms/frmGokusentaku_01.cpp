@@ -20,16 +20,6 @@
 
 namespace normaris {
 
-namespace {
-
-EmbeddedWords currentWords()
-{
-    const AppState &s = AppState::instance();
-    return EmbeddedWords(AppState::cn(), s.CurBunshoKeishikiCode, s.CurKiteiCode);
-}
-
-} // namespace
-
 frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmGokusentaku_01"));
@@ -58,7 +48,7 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
     heading->setObjectName(QStringLiteral("Label5"));
     outer->addWidget(heading);
     auto *rows = new QGridLayout;
-    const QList<EmbeddedWord> words = currentWords().words(state.CurShoCode, state.CurJoCode);
+    const QList<EmbeddedWord> words = EmbeddedWords::ofCurrentDocument().words(state.CurShoCode, state.CurJoCode);
     m_shown = int(qMin<qsizetype>(words.size(), kRows));
     for (int k = 0; k < kRows; ++k) {
         auto *caption = new QLabel(this);
@@ -149,7 +139,7 @@ void frmGokusentaku_01::save()
     }
     const AppState &state = AppState::instance();
     try {
-        currentWords().save(state.CurShoCode, state.CurJoCode, words);
+        EmbeddedWords::ofCurrentDocument().save(state.CurShoCode, state.CurJoCode, words);
     } catch (const std::exception &e) {
         uiPrompt().failure(QString::fromUtf8(e.what()));
         return;
@@ -166,7 +156,7 @@ void frmGokusentaku_01::save()
 void frmGokusentaku_01::preview()
 {
     const AppState &state = AppState::instance();
-    if (!currentWords().hasMadeData(state.CurShoCode, state.CurJoCode)) {
+    if (!EmbeddedWords::ofCurrentDocument().hasMadeData(state.CurShoCode, state.CurJoCode)) {
         uiPrompt().error(QStringLiteral("データ未作成"), QStringLiteral("まだ「データ作成」を実行していないため表示できません。"));
         return;
     }
