@@ -1,20 +1,30 @@
 // The dictionary's dialogs offscreen: the whole path from the navigator to a 前文 of
-// the user's own, by the mouse, and the navigator's refusals.
+// the user's own, by the mouse, and the navigator's refusals; the level editors from
+// a new article to its exported text.
 
 #include "../forms/FormSession.h"
 #include "base/Database.h"
+#include "composition/Panels.h"
+#include "composition/PanelStep.h"
+#include "export/DocumentExport.h"
+#include "export/SettingSubstitution.h"
+#include "export/WorkDataBuild.h"
+#include "rulebase/EffectiveDates.h"
+#include "dictionary/forms/frmDic03.h"
 #include "dictionary/forms/frmDicsentaku.h"
 #include "dictionary/forms/frmDicsentakuSub.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -48,20 +58,22 @@ int play(const std::function<void()> &start, const QList<Step> &steps)
 {
     int played = 0;
     QPointer<QWidget> last;
+    QList<QPointer<QWidget>> seen; // the forms played so far, which come back as their children close
     QElapsedTimer clock;
     clock.start();
     QTimer timer;
     timer.setInterval(5);
     QObject::connect(&timer, &QTimer::timeout, [&] {
         auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || (form == last && clock.elapsed() < 20000))
+        if (!form || (seen.contains(form) && clock.elapsed() < 20000))
             return;
-        if (form == last || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
+        if (seen.contains(form) || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
             qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
             form->done(QDialog::Rejected);
             return;
         }
         last = form;
+        seen << form;
         clock.restart();
         const auto act = steps[played++].act;
         QTimer::singleShot(0, form, [act, form] { act(form); });
@@ -182,6 +194,152 @@ private slots:
         documents->setCurrentIndex(documents->findData(QStringLiteral("02")));
         QCOMPARE(chapters->count(), 0);
         QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label7_1"))->text(), QString());
+    }
+
+    // The user's own article, from the navigator to the exported text: 条 7001 under a
+    // chapter of the work rules, its 項 with a text, a new word and a reference, then
+    // composed after 条 0016, built, substituted and exported.
+    void addAnArticleWithAWordAndAReference()
+    {
+        ScriptedPrompt &prompt = m_session->prompt;
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDicsentakuSub sub;
+        sub.show();
+        // The position: a level, then its pickers from the top, as the Tab key fills them.
+        const auto choose = [&sub](int level, const QStringList &codes) {
+            find<QRadioButton>(&sub, QStringLiteral("Option2_%1").arg(level))->click();
+            for (int i = 0; i < codes.size(); ++i) {
+                auto *picker = find<QComboBox>(&sub, QStringLiteral("DataCombo%1").arg(i + 1));
+                focusByTab(picker);
+                picker->setCurrentIndex(picker->findData(codes[i]));
+                QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label7_%1").arg(i))->text(), codes[i]);
+            }
+        };
+        choose(2, {QStringLiteral("01"), QStringLiteral("03")});
+        const QList<Step> article = {
+            {QStringLiteral("frmDic03"),
+             [](QWidget *editor) {
+                 QCOMPARE(editor->windowTitle(), QStringLiteral("「条」の設定"));
+                 click(editor, QStringLiteral("cmdAdd"));
+                 type(editor, QStringLiteral("txtFields_0"), QStringLiteral("7001"));
+                 type(editor, QStringLiteral("txtFields_1"), QStringLiteral("テレワーク勤務"));
+                 type(editor, QStringLiteral("txtFields_2"), QStringLiteral("テレワーク勤務"));
+                 click(editor, QStringLiteral("cmdUpdate"));
+                 QCOMPARE(find<QLineEdit>(editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("7001"));
+                 QVERIFY(!find<QPushButton>(editor, QStringLiteral("cmdAdd"))->isHidden());
+                 click(editor, QStringLiteral("cmdClose"));
+             }},
+        };
+        QCOMPARE(play([&] { click(&sub, QStringLiteral("Command1")); }, article), 1);
+        QCOMPARE(prompt.lines(), QStringList());
+
+        choose(3, {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("7001")});
+        prompt.answer({true, true});
+        const QList<Step> paragraph = {
+            {QStringLiteral("frmDic03"),
+             [](QWidget *editor) {
+                 QCOMPARE(editor->windowTitle(), QStringLiteral("「項」の設定"));
+                 click(editor, QStringLiteral("cmdAdd"));
+                 type(editor, QStringLiteral("txtFields_0"), QStringLiteral("70"));
+                 // The code fixes the clause's place as the keyboard leaves it.
+                 QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+                 QApplication::sendEvent(find<QLineEdit>(editor, QStringLiteral("txtFields_0")), &leave);
+                 type(editor, QStringLiteral("Text1_0"), QStringLiteral("在宅勤務は、"));
+                 find<QRadioButton>(editor, QStringLiteral("Option2_1"))->click();
+                 QCOMPARE(find<QLabel>(editor, QStringLiteral("Label5_1"))->text(), QStringLiteral("未"));
+                 click(editor, QStringLiteral("Command4_1"));
+                 QCOMPARE(find<QLabel>(editor, QStringLiteral("Label5_1"))->text(), QStringLiteral("既"));
+                 QCOMPARE(find<QLabel>(editor, QStringLiteral("Label6_1"))->text(), QStringLiteral("週２日"));
+                 type(editor, QStringLiteral("Text1_2"), QStringLiteral("までとし、"));
+                 find<QRadioButton>(editor, QStringLiteral("Option3_3"))->click();
+                 click(editor, QStringLiteral("Command4_3"));
+                 QVERIFY(find<QLabel>(editor, QStringLiteral("Label8_3"))->text().size() == 4);
+                 type(editor, QStringLiteral("Text1_4"), QStringLiteral("の者に限る。"));
+                 click(editor, QStringLiteral("cmdUpdate"));
+                 QVERIFY(!find<QPushButton>(editor, QStringLiteral("cmdAdd"))->isHidden());
+                 QCOMPARE(find<QLineEdit>(editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("70"));
+                 click(editor, QStringLiteral("cmdClose"));
+             }},
+            {QStringLiteral("frmDic_goku"),
+             [](QWidget *words) {
+                 type(words, QStringLiteral("txtCaption"), QStringLiteral("在宅勤務の上限日数"));
+                 type(words, QStringLiteral("txtWord"), QStringLiteral("週２日"));
+                 click(words, QStringLiteral("cmdCreate"));
+             }},
+            {QStringLiteral("frmDic_bangou"),
+             [](QWidget *picker) {
+                 find<QRadioButton>(picker, QStringLiteral("Option1_4"))->setChecked(true);
+                 const QStringList codes = {QStringLiteral("01"), QStringLiteral("01"), QStringLiteral("0002"), QStringLiteral("01"),
+                                            QStringLiteral("01")};
+                 for (int i = 0; i < codes.size(); ++i) {
+                     auto *combo = find<QComboBox>(picker, QStringLiteral("DataCombo%1").arg(i + 1));
+                     combo->setCurrentIndex(combo->findData(codes[i]));
+                     QVERIFY2(combo->currentIndex() >= 0, qPrintable(codes[i]));
+                 }
+                 click(picker, QStringLiteral("Command1"));
+             }},
+        };
+        QCOMPARE(play([&] { click(&sub, QStringLiteral("Command1")); }, paragraph), 3);
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("変更の確認: 処理する種別を変更しますか？"),
+                                              QStringLiteral("変更の確認: 処理する種別を変更しますか？")}));
+        prompt.clear();
+
+        // Composed after 条 0016, then the export chain prints it in its place.
+        QSqlDatabase db = AppState::cn();
+        const QString style = QStringLiteral("1"), document = QStringLiteral("01");
+        const QList<PanelRow> rows = articlePanel(db, style, document);
+        int after = -1;
+        for (int i = 0; i < rows.size(); ++i) {
+            if (rows[i].level == Level::Article && rows[i].codes[1] == u"0016")
+                after = i;
+        }
+        QVERIFY(after >= 0);
+        prompt.answer({true});
+        const PanelChoice add = choosePanelStep(db, prompt, {style, document, false, rows, after, QStringLiteral("4")});
+        QCOMPARE(add.kind, PanelChoice::Kind::Add);
+        QCOMPARE(carryOutAdd(db, prompt, add.add, QStringLiteral("7001")), Outcome::Done);
+        // The work rules cite the other documents of the company: they are built first.
+        for (const QString &cited :
+             {QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("04"), QStringLiteral("05"), QStringLiteral("31"), document})
+            QCOMPARE(WorkDataBuild(db, prompt).build(style, cited), Outcome::Done);
+        EffectiveDates(db, document).add(style, QDate(2026, 4, 1));
+        execSql(db, QStringLiteral("INSERT INTO 企業情報 DEFAULT VALUES"));
+        const Outcome substituted = SettingSubstitution(db, prompt).run(style, document);
+        QVERIFY2(substituted == Outcome::Done, qPrintable(prompt.lines().join(u"|")));
+        QTemporaryDir out;
+        const QString text = out.filePath(QStringLiteral("01.txt"));
+        prompt.clear();
+        const Outcome exported =
+            DocumentExport(db, prompt).write(style, document, RenderOptions(), out.filePath(QStringLiteral("01.docx")), text);
+        QVERIFY2(exported == Outcome::Done, qPrintable(prompt.lines().join(u'|')));
+        QFile file(text);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString printed = QString::fromUtf8(file.readAll());
+        QVERIFY2(printed.contains(QStringLiteral("（テレワーク勤務）")), qPrintable(printed.left(2000)));
+        QVERIFY2(printed.contains(QStringLiteral("在宅勤務は、週２日までとし、第２条第１項第１号の者に限る。")),
+                 qPrintable(printed.section(QStringLiteral("（テレワーク勤務）"), -1).left(300)));
+    }
+
+    // A standard entry keeps its code and cannot be deleted; the refusals come through the prompt.
+    void levelEditorProtectsStandardEntries()
+    {
+        AppState &state = AppState::instance();
+        state.CurShubetsu = Level::Chapter;
+        state.DicKiteiCode = QStringLiteral("01");
+        frmDic03 editor;
+        editor.show();
+        QCOMPARE(editor.windowTitle(), QStringLiteral("「章」の設定"));
+        QCOMPARE(find<QLineEdit>(&editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("01"));
+        QVERIFY(find<QLineEdit>(&editor, QStringLiteral("txtFields_2"))->isHidden());
+        click(&editor, QStringLiteral("cmdDelete"));
+        click(&editor, QStringLiteral("cmdEdit"));
+        type(&editor, QStringLiteral("txtFields_0"), QStringLiteral("75"));
+        click(&editor, QStringLiteral("cmdUpdate"));
+        QCOMPARE(find<QLineEdit>(&editor, QStringLiteral("txtFields_0"))->text(), QStringLiteral("01"));
+        click(&editor, QStringLiteral("cmdCancel"));
+        QVERIFY(!find<QPushButton>(&editor, QStringLiteral("cmdAdd"))->isHidden());
+        QCOMPARE(m_session->prompt.lines(), (QStringList{QStringLiteral("削除制限: ユーザー追加データ以外は削除できません。"),
+                                                         QStringLiteral("入力エラー: 01～69は変更できません。･･･Code")}));
     }
 
 private:

@@ -7,6 +7,10 @@
 #include "composition/forms/frmMakesentaku.h"
 #include "composition/forms/frmMakesentakuSub.h"
 #include "composition/forms/frmMakesentakuSub2.h"
+#include "dictionary/EntryEditor.h"
+#include "dictionary/forms/frmDic03.h"
+#include "dictionary/forms/frmDic_bangou.h"
+#include "dictionary/forms/frmDic_goku.h"
 #include "export/forms/frmExport.h"
 #include "rulebase/forms/frmBackup.h"
 #include "rulebase/forms/frmDBSakujyo.h"
@@ -46,6 +50,8 @@ namespace {
 
 using Factory = std::function<QDialog *()>;
 
+dictionary::SegmentEditor &firstParagraph();
+
 // The dialogs with a help page, made as their callers make them.
 const QList<std::pair<QString, Factory>> &dialogTable()
 {
@@ -82,8 +88,31 @@ const QList<std::pair<QString, Factory>> &dialogTable()
              state.WordsPreviewAllowed = true;
              return new frmGokusentaku_01;
          }},
+        {QStringLiteral("「条」の設定"),
+         [] {
+             AppState &state = AppState::instance();
+             state.CurShubetsu = Level::Article;
+             state.DicKiteiCode = QStringLiteral("01");
+             state.CurShoCode = QStringLiteral("03");
+             return new frmDic03;
+         }},
+        {QStringLiteral("語句の設定"), [] { return new frmDic_goku(firstParagraph(), 1); }},
+        {QStringLiteral("参照先の設定"), [] { return new frmDic_bangou(firstParagraph(), 1); }},
     };
     return list;
+}
+
+// A segment editor on the first 項 of the work rules, as the level editor holds one for
+// the word dialog and the reference picker; it lives until the next dialog asks for one.
+dictionary::SegmentEditor &firstParagraph()
+{
+    static std::unique_ptr<dictionary::SegmentEditor> editor;
+    const dictionary::EntryEditor paragraphs(AppState::cn(), QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
+                                             {QStringLiteral("01"), QStringLiteral("0001")});
+    editor =
+        std::make_unique<dictionary::SegmentEditor>(AppState::cn(), paragraphs.placeOf(QStringLiteral("01")), paragraphs.documentKind());
+    editor->open(uiPrompt());
+    return *editor;
 }
 
 // A text a user sees without its mnemonic: "コピー(&C)" reads "コピー".

@@ -13,8 +13,8 @@
 
 namespace normaris {
 
-frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent)
-    : QDialog(parent), m_segmentNumber(segmentNumber), m_segmentCode(segmentCode), m_segmentWord(segmentWord)
+frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmentCode, QString &segmentWord, QWidget *parent, Level level)
+    : QDialog(parent), m_level(level), m_segmentNumber(segmentNumber), m_segmentCode(segmentCode), m_segmentWord(segmentWord)
 {
     setObjectName(QStringLiteral("frmDic_kihongoku"));
     setWindowTitle(QStringLiteral("基本語句の設定"));
@@ -26,13 +26,18 @@ frmDic_kihongoku::frmDic_kihongoku(const QString &segmentNumber, QString &segmen
     m_choice = new QComboBox(this);
     m_choice->setObjectName(QStringLiteral("Combo1"));
     layout->addWidget(m_choice);
-    for (const dictionary::BasicPhrase &p : dictionary::basicPhrases()) {
+    const QList<dictionary::BasicPhrase> &phrases = dictionary::basicPhrasesAt(level);
+    // The three of the 前文 have their notes on the form; the long list of every setting
+    // shows in the list alone.
+    const bool notes = phrases.size() <= 3;
+    for (const dictionary::BasicPhrase &p : phrases) {
         m_choice->addItem(p.name);
-        layout->addWidget(new QLabel(p.note, this));
+        if (notes)
+            layout->addWidget(new QLabel(p.note, this));
     }
-    m_choice->setCurrentIndex(m_choice->findText(dictionary::basicPhraseName(segmentCode)));
-    if (dictionary::basicPhraseName(segmentCode).isEmpty())
-        m_choice->setCurrentIndex(-1);
+    m_choice->setMaxVisibleItems(int(phrases.size()));
+    const QString current = dictionary::basicPhraseName(level, segmentCode);
+    m_choice->setCurrentIndex(current.isEmpty() ? -1 : m_choice->findText(current));
     layout->addStretch();
     auto *buttons = new QHBoxLayout;
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
@@ -54,7 +59,8 @@ void frmDic_kihongoku::save()
     Outcome outcome;
     {
         BusyCursor busy;
-        outcome = dictionary::chooseBasicPhrase(uiPrompt(), AppState::cn(), m_segmentNumber, m_segmentCode, m_choice->currentText());
+        outcome =
+            dictionary::chooseBasicPhrase(uiPrompt(), AppState::cn(), m_level, m_segmentNumber, m_segmentCode, m_choice->currentText());
     }
     if (outcome == Outcome::Stopped) {
         m_choice->setFocus();

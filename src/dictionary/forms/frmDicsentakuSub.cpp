@@ -4,6 +4,7 @@
 #include "base/Database.h"
 #include "dictionary/DictionaryPath.h"
 #include "dictionary/forms/frmDic01.h"
+#include "dictionary/forms/frmDic03.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>
@@ -227,7 +228,8 @@ void frmDicsentakuSub::next()
         return;
     }
     AppState &state = AppState::instance();
-    for (int i = 0; i + 1 < level && i < 5; ++i)
+    // The level editor finds its whole position in the shared values, the parent's too.
+    for (int i = 0; i < level && i < 5; ++i)
         *positionValue(i) = boundCode(i);
     if (level == kPickers)
         state.CurMaruCode = boundCode(kPickers - 1);
@@ -235,9 +237,8 @@ void frmDicsentakuSub::next()
         frmDic01 master(this);
         master.exec();
     } else {
-        // The editors of the levels below the document are the next step of the program.
-        uiPrompt().information(windowTitle(),
-                               QStringLiteral("「%1」の編集は、この版ではまだ使えません。").arg(levelCaption(pickerLevel(level))));
+        frmDic03 editor(this);
+        editor.exec();
     }
     placeOverMainWindow(this);
     verifyPath();
