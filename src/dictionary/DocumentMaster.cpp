@@ -5,6 +5,7 @@
 #include "base/Levels.h"
 #include "dictionary/CodeCascade.h"
 #include "dictionary/DictionaryMessages.h"
+#include "dictionary/RecordFields.h"
 
 #include <QSqlQuery>
 
@@ -12,11 +13,7 @@ namespace normaris::dictionary {
 
 namespace {
 
-constexpr qint16 kNameLimit = 80;
 const QString kNameLabel = QStringLiteral("･･･表示名称");
-const QString kFormalNameLabel = QStringLiteral("･･･正式名称");
-const QString kCodeLabel = QStringLiteral("･･･Code");
-const QString kEmptyField = QStringLiteral("未入力は許されません。");
 
 DocumentRecord recordOf(const RowReader &q)
 {
@@ -28,18 +25,6 @@ const QString kSelectDocuments =
     QStringLiteral("SELECT Code, 規程, 変更フラグ, 正式名称, 選択フラグ, 文章種別 FROM 規程 WHERE 文章形式Code = ?");
 
 bool isStandardCode(const QString &code) { return code.toInt() < levelInfo(Level::Document).firstUserCode; }
-
-// Control characters would end up in a document's title and in the text sources.
-bool checkNoControl(Prompt &prompt, const QString &text, const QString &label)
-{
-    for (QChar c : text) {
-        if (c.category() == QChar::Other_Control) {
-            prompt.error(kInputErrorTitle, QStringLiteral("項目中に制御文字を含むことはできません。 ") + label);
-            return false;
-        }
-    }
-    return true;
-}
 
 } // namespace
 
@@ -75,52 +60,19 @@ bool DocumentMaster::hasRows() const
 
 bool DocumentMaster::checkCode(Prompt &prompt, QString &code, Mode mode, const QString &savedCode) const
 {
-    if (code.isEmpty()) {
-        if (!hasRows())
-            return true;
-        prompt.error(kInputErrorTitle, kEmptyField + kCodeLabel);
-        return false;
-    }
-    if (code.size() == 1)
-        code.prepend(u'0');
-    for (QChar c : code) {
-        // The field takes digits only; the command line gets the same refusal as a range.
-        if (c < u'0' || c > u'9') {
-            prompt.error(kInputErrorTitle, QStringLiteral("70～99を入力してください。") + kCodeLabel);
-            return false;
-        }
-    }
-    if (mode == Mode::Edit && isStandardCode(savedCode)) {
-        if (code != savedCode) {
-            prompt.error(kInputErrorTitle, QStringLiteral("01～69は変更できません。") + kCodeLabel);
-            code = savedCode;
-            return false;
-        }
-    } else {
-        const int n = code.toInt();
-        if (n < levelInfo(Level::Document).firstUserCode || n > 99 || code.size() != levelInfo(Level::Document).codeWidth) {
-            prompt.error(kInputErrorTitle, QStringLiteral("70～99を入力してください。") + kCodeLabel);
-            return false;
-        }
-    }
-    if (mode == Mode::Edit && code == savedCode)
+    // The very first document of a style may go without a code.
+    if (code.isEmpty() && !hasRows())
         return true;
-    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {m_style, code}).toInt() > 0) {
-        prompt.error(kInputErrorTitle, QStringLiteral("Codeが重複しています。"));
-        return false;
-    }
-    return true;
+    return checkCodeField(prompt, Level::Document, code, mode == Mode::Edit, savedCode, [this](const QString &c) {
+        return scalar(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {m_style, c}).toInt() > 0;
+    });
 }
 
-bool DocumentMaster::checkName(Prompt &prompt, const QString &name)
-{
-    return checkNoControl(prompt, name, kNameLabel) && CheckRequiredField(prompt, name, kNameLimit, false, kNameLabel);
-}
+bool DocumentMaster::checkName(Prompt &prompt, const QString &name) { return checkNameField(prompt, name, kNameLabel); }
 
 bool DocumentMaster::checkFormalName(Prompt &prompt, const QString &formalName)
 {
-    return checkNoControl(prompt, formalName, kFormalNameLabel)
-           && CheckRequiredField(prompt, formalName, kNameLimit, false, kFormalNameLabel);
+    return checkNameField(prompt, formalName, kFormalNameLabel);
 }
 
 Outcome DocumentMaster::update(Prompt &prompt, Mode mode, const DocumentRecord &saved, const DocumentRecord &entered)

@@ -5,43 +5,14 @@
 #include "dictionary/DictionaryMessages.h"
 #include "dictionary/DocumentMaster.h"
 #include "dictionary/EntryCascade.h"
+#include "dictionary/RecordFields.h"
 #include "dictionary/SegmentEditor.h"
 
 namespace normaris::dictionary {
 
 namespace {
 
-constexpr qint16 kNameLimit = 80;
-const QString kCodeLabel = QStringLiteral("･･･Code");
 const QString kNameLabel = QStringLiteral("･･･名称");
-const QString kFormalNameLabel = QStringLiteral("･･･正式名称");
-const QString kEmptyField = QStringLiteral("未入力は許されません。");
-
-int lastCode(const LevelInfo &info)
-{
-    int last = 1;
-    for (int i = 0; i < info.codeWidth; ++i)
-        last *= 10;
-    return last - 1;
-}
-
-QString padded(int n, const LevelInfo &info) { return QStringLiteral("%1").arg(n, info.codeWidth, 10, QLatin1Char('0')); }
-
-// "70～99" or "7000～9999": the user's range of the level.
-QString userRange(const LevelInfo &info) { return padded(info.firstUserCode, info) + u'～' + padded(lastCode(info), info); }
-// "01～69" or "0001～6999": the codes that came with the dictionary.
-QString standardRange(const LevelInfo &info) { return padded(1, info) + u'～' + padded(info.firstUserCode - 1, info); }
-
-bool checkNoControl(Prompt &prompt, const QString &text, const QString &label)
-{
-    for (QChar c : text) {
-        if (c.category() == QChar::Other_Control) {
-            prompt.error(kInputErrorTitle, QStringLiteral("項目中に制御文字を含むことはできません。 ") + label);
-            return false;
-        }
-    }
-    return true;
-}
 
 bool hasFormalName(Level level) { return levelInfo(level).bodyColumn != std::u16string_view(levelInfo(level).textColumn); }
 
@@ -133,51 +104,20 @@ bool EntryEditor::isComposed(const QString &code) const { return EntryCascade(m_
 
 bool EntryEditor::checkCode(Prompt &prompt, QString &code, Mode mode, const QString &savedCode) const
 {
-    const LevelInfo &info = levelInfo(m_level);
-    if (code.isEmpty()) {
-        prompt.error(kInputErrorTitle, kEmptyField + kCodeLabel);
-        return false;
-    }
-    if (code.size() < info.codeWidth)
-        code = QString(info.codeWidth - code.size(), u'0') + code;
-    const QString rangeText = userRange(info) + QStringLiteral("を入力してください。") + kCodeLabel;
-    for (QChar c : code) {
-        if (c < u'0' || c > u'9') {
-            prompt.error(kInputErrorTitle, rangeText);
-            return false;
-        }
-    }
-    if (mode == Mode::Edit && !isUserCode(m_level, savedCode)) {
-        if (code != savedCode) {
-            prompt.error(kInputErrorTitle, standardRange(info) + QStringLiteral("は変更できません。") + kCodeLabel);
-            code = savedCode;
-            return false;
-        }
-    } else if (!isUserCode(m_level, code) || code.toInt() > lastCode(info)) {
-        prompt.error(kInputErrorTitle, rangeText);
-        return false;
-    }
-    if (mode == Mode::Edit && code == savedCode)
-        return true;
-    const ClausePlace place = placeOf(code);
-    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(place.table(), place.whereSql()), place.whereValues())
-            .toInt()
-        > 0) {
-        prompt.error(kInputErrorTitle, QStringLiteral("Codeが重複しています。"));
-        return false;
-    }
-    return true;
+    return checkCodeField(prompt, m_level, code, mode == Mode::Edit, savedCode, [this](const QString &c) {
+        const ClausePlace place = placeOf(c);
+        return scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(place.table(), place.whereSql()),
+                      place.whereValues())
+                   .toInt()
+               > 0;
+    });
 }
 
-bool EntryEditor::checkName(Prompt &prompt, const QString &name)
-{
-    return checkNoControl(prompt, name, kNameLabel) && CheckRequiredField(prompt, name, kNameLimit, false, kNameLabel);
-}
+bool EntryEditor::checkName(Prompt &prompt, const QString &name) { return checkNameField(prompt, name, kNameLabel); }
 
 bool EntryEditor::checkFormalName(Prompt &prompt, const QString &formalName)
 {
-    return checkNoControl(prompt, formalName, kFormalNameLabel)
-           && CheckRequiredField(prompt, formalName, kNameLimit, false, kFormalNameLabel);
+    return checkNameField(prompt, formalName, kFormalNameLabel);
 }
 
 // Refuses, with the navigator's own words, a place whose document or parents are gone.
@@ -262,7 +202,7 @@ Outcome EntryEditor::addClause(Prompt &prompt, SegmentEditor &editor)
         if (code != editor.place().codes.last()) {
             // The editor was opened on the code as typed: the padded one is the same place
             // only when nothing had to be added.
-            prompt.error(kInputErrorTitle, QStringLiteral("%1を入力してください。").arg(userRange(levelInfo(m_level))) + kCodeLabel);
+            prompt.error(kInputErrorTitle, QStringLiteral("%1を入力してください。").arg(userCodeRange(m_level)) + kCodeLabel);
             return false;
         }
         edited = editor.update(prompt);

@@ -222,7 +222,8 @@ void SegmentEditor::setChosenValue(int k, const QString &code, const QString &wo
     if (!code.isEmpty())
         s.hasValue = true;
     s.code = code;
-    if (s.kind == SegmentKind::Word)
+    // A word shows its default, a reference the place it cites.
+    if (s.kind == SegmentKind::Word || s.kind == SegmentKind::Reference)
         s.word = word;
 }
 
