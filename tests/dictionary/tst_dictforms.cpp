@@ -10,6 +10,7 @@
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/EffectiveDates.h"
+#include "dictionary/forms/frmDic01.h"
 #include "dictionary/forms/frmDic03.h"
 #include "dictionary/forms/frmDicsentaku.h"
 #include "dictionary/forms/frmDicsentakuSub.h"
@@ -97,6 +98,47 @@ class DictionaryFormsTest : public QObject {
 private slots:
     void init() { m_session = std::make_unique<FormSession>(); }
     void cleanup() { m_session.reset(); }
+
+    // The keys of a record form while browsing, from the first record.
+    void documentMasterKeys_data()
+    {
+        QTest::addColumn<QList<QKeyCombination>>("keys");
+        QTest::addColumn<QString>("record"); // "last" for the last record
+        QTest::newRow("End") << QList<QKeyCombination>{Qt::Key_End} << QStringLiteral("last");
+        QTest::newRow("End, Home") << QList<QKeyCombination>{Qt::Key_End, Qt::Key_Home} << QStringLiteral("1");
+        QTest::newRow("Down") << QList<QKeyCombination>{Qt::Key_Down} << QStringLiteral("2");
+        QTest::newRow("Page Down twice") << QList<QKeyCombination>{Qt::Key_PageDown, Qt::Key_PageDown} << QStringLiteral("3");
+        QTest::newRow("Ctrl+Down") << QList<QKeyCombination>{Qt::ControlModifier | Qt::Key_Down} << QStringLiteral("last");
+        QTest::newRow("Up at the first stays") << QList<QKeyCombination>{Qt::Key_Up} << QStringLiteral("1");
+        QTest::newRow("Ctrl+Up after End") << QList<QKeyCombination>{Qt::Key_End, Qt::ControlModifier | Qt::Key_Up} << QStringLiteral("1");
+    }
+    void documentMasterKeys()
+    {
+        QFETCH(QList<QKeyCombination>, keys);
+        QFETCH(QString, record);
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDic01 master;
+        master.show();
+        for (QKeyCombination key : keys)
+            QTest::keyClick(&master, key.key(), key.keyboardModifiers());
+        const int documents = scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 規程 WHERE 文章形式Code = '1'")).toInt();
+        const QString expected = record == u"last" ? QString::number(documents) : record;
+        QCOMPARE(find<QLabel>(&master, QStringLiteral("lblStatus"))->text(), QStringLiteral("Record: ") + expected);
+    }
+
+    // Escape closes a record form while browsing, never in the middle of an edit.
+    void escapeWaitsForTheEdit()
+    {
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDic01 master;
+        master.show();
+        click(&master, QStringLiteral("cmdEdit"));
+        QTest::keyClick(&master, Qt::Key_Escape);
+        QVERIFY(master.isVisible());
+        click(&master, QStringLiteral("cmdCancel"));
+        QTest::keyClick(&master, Qt::Key_Escape);
+        QVERIFY(!master.isVisible());
+    }
 
     void addADocumentAndItsPreamble()
     {

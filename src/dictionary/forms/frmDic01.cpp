@@ -43,7 +43,7 @@ QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLit
 
 } // namespace
 
-frmDic01::frmDic01(QWidget *parent) : QDialog(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)
+frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)
 {
     setObjectName(QStringLiteral("frmDic01"));
     setWindowTitle(QStringLiteral("「規則・規程・協定」の設定"));
@@ -214,45 +214,6 @@ void frmDic01::showRecord()
         m_grid->selectRow(m_current);
     }
     m_preambleMark->setVisible(onRow && m_master.hasPreamble(r.code));
-}
-
-void frmDic01::moveTo(int row)
-{
-    if (m_rows.isEmpty())
-        return;
-    m_current = qBound(0, row, int(m_rows.size()) - 1);
-    showRecord();
-}
-
-void frmDic01::step(int delta)
-{
-    const int row = m_current + delta;
-    if (row < 0 || row >= m_rows.size()) {
-        QApplication::beep();
-        return;
-    }
-    moveTo(row);
-}
-
-void frmDic01::keyPressEvent(QKeyEvent *event)
-{
-    if (editing()) {
-        // Escape must not close the form in the middle of an edit.
-        if (event->key() != Qt::Key_Escape)
-            QDialog::keyPressEvent(event);
-        return;
-    }
-    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    switch (event->key()) {
-    case Qt::Key_Escape: accept(); return;
-    case Qt::Key_End: moveTo(int(m_rows.size()) - 1); return;
-    case Qt::Key_Home: moveTo(0); return;
-    case Qt::Key_Up:
-    case Qt::Key_PageUp: ctrl ? moveTo(0) : step(-1); return;
-    case Qt::Key_Down:
-    case Qt::Key_PageDown: ctrl ? moveTo(int(m_rows.size()) - 1) : step(1); return;
-    default: QDialog::keyPressEvent(event);
-    }
 }
 
 void frmDic01::beginEdit(bool adding)

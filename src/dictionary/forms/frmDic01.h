@@ -2,9 +2,9 @@
 // 「規則・規程・協定」の設定: the documents of one prose style as a record form, with
 // the add, edit, update and cancel cycle, the delete, and the door to the 前文 editors.
 
+#include "dictionary/forms/RecordForm.h"
 #include "dictionary/DocumentMaster.h"
 
-#include <QDialog>
 #include <array>
 
 class QCheckBox;
@@ -17,20 +17,18 @@ class QTableView;
 
 namespace normaris {
 
-class frmDic01 : public QDialog {
+class frmDic01 : public RecordForm {
     Q_OBJECT
 public:
     explicit frmDic01(QWidget *parent = nullptr);
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void browse();
-    void showRecord();
-    void moveTo(int row);
-    void step(int delta);
+    void showRecord() override;
+    int recordCount() const override { return int(m_rows.size()); }
     void SetButtons(bool browsing);
     void setFieldsEnabled(bool on);
     void beginEdit(bool adding);
@@ -40,11 +38,10 @@ private:
     void cancel();
     void remove();
     void editPreamble();
-    bool editing() const { return m_editFlag || m_addNewFlag; }
+    bool editing() const override { return m_editFlag || m_addNewFlag; }
 
     dictionary::DocumentMaster m_master;
     QList<dictionary::DocumentRecord> m_rows;
-    int m_current = -1;
     int m_savedBookmark = -1;
     dictionary::DocumentRecord m_saved;
     bool m_editFlag = false;

@@ -55,8 +55,8 @@ QString codeNote(Level level)
 } // namespace
 
 frmDic03::frmDic03(QWidget *parent)
-    : QDialog(parent), m_entries(AppState::cn(), AppState::instance().CurBunshoKeishikiCode, AppState::instance().DicKiteiCode,
-                                 AppState::instance().CurShubetsu, chosenParents(AppState::instance().CurShubetsu))
+    : RecordForm(parent), m_entries(AppState::cn(), AppState::instance().CurBunshoKeishikiCode, AppState::instance().DicKiteiCode,
+                                    AppState::instance().CurShubetsu, chosenParents(AppState::instance().CurShubetsu))
 {
     const Level level = m_entries.level();
     AppState::instance().CurKiteiCode = m_entries.document();
@@ -270,43 +270,6 @@ void frmDic03::openSegments(const QString &code)
     m_segments = std::make_unique<SegmentEditor>(AppState::cn(), m_entries.placeOf(code), m_entries.documentKind());
     m_segments->open(uiPrompt());
     m_panel->setEditor(m_segments.get());
-}
-
-void frmDic03::moveTo(int row)
-{
-    if (m_rows.isEmpty())
-        return;
-    m_current = qBound(0, row, int(m_rows.size()) - 1);
-    showRecord();
-}
-
-void frmDic03::step(int delta)
-{
-    const int row = m_current + delta;
-    if (row < 0 || row >= m_rows.size()) {
-        QApplication::beep();
-        return;
-    }
-    moveTo(row);
-}
-
-void frmDic03::keyPressEvent(QKeyEvent *event)
-{
-    if (editing()) {
-        // Escape must not close the form in the middle of an edit.
-        if (event->key() != Qt::Key_Escape)
-            QDialog::keyPressEvent(event);
-        return;
-    }
-    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    switch (event->key()) {
-    case Qt::Key_Escape: accept(); return;
-    case Qt::Key_End: moveTo(int(m_rows.size()) - 1); return;
-    case Qt::Key_Home: moveTo(0); return;
-    case Qt::Key_PageUp: ctrl ? moveTo(0) : step(-1); return;
-    case Qt::Key_PageDown: ctrl ? moveTo(int(m_rows.size()) - 1) : step(1); return;
-    default: QDialog::keyPressEvent(event);
-    }
 }
 
 void frmDic03::beginEdit(bool adding)

@@ -5,10 +5,10 @@
 // 正式名称); a clause (項 to イ～ネ) by its segments in the segment panel, whose 設定
 // opens the word dialog, the reference picker or the standard phrase chooser.
 
+#include "dictionary/forms/RecordForm.h"
 #include "dictionary/EntryEditor.h"
 #include "dictionary/SegmentEditor.h"
 
-#include <QDialog>
 #include <array>
 #include <memory>
 
@@ -22,24 +22,23 @@ namespace normaris {
 
 class SegmentPanel;
 
-class frmDic03 : public QDialog {
+class frmDic03 : public RecordForm {
     Q_OBJECT
 public:
     // The level and the position come from the shared values that the navigator set.
     explicit frmDic03(QWidget *parent = nullptr);
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     bool segmented() const;
     bool hasFormalName() const;
     void browse();
-    void showRecord();
+    void showRecord() override;
+    int recordCount() const override { return int(m_rows.size()); }
+    bool arrowsMove() const override { return false; } // the arrows are left to the segment rows
     void openSegments(const QString &code);
-    void moveTo(int row);
-    void step(int delta);
     void SetButtons(bool browsing);
     void setFieldsEnabled(bool on);
     void beginEdit(bool adding);
@@ -53,12 +52,11 @@ private:
     void cancel();
     void remove();
     void setValue(int k);
-    bool editing() const { return m_editFlag || m_addNewFlag; }
+    bool editing() const override { return m_editFlag || m_addNewFlag; }
 
     dictionary::EntryEditor m_entries;
     std::unique_ptr<dictionary::SegmentEditor> m_segments;
     QList<dictionary::LevelEntry> m_rows;
-    int m_current = -1;
     int m_savedBookmark = -1;
     dictionary::LevelEntry m_saved;
     bool m_editFlag = false;
