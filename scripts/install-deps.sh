@@ -18,6 +18,14 @@ packages=(
   poppler-utils
   # Qt's own texts (text box menus, file dialogs) in Japanese
   qt6-translations-l10n
+  # a client's current rules read from a PDF
+  libpoppler-cpp-dev
+  # the lists and reports open in a spreadsheet, a PDF in a light viewer
+  libreoffice-calc mupdf
+  # the tests read finished documents as other programs do: headings, bookmarks
+  pandoc python3-docx qpdf
+  # the office store: Qt's PostgreSQL driver, and the server the tests start
+  libqt6sql6-psql postgresql
 )
 
 # The alias file goes where fontconfig reads the system's own settings, beside

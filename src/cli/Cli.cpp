@@ -170,6 +170,15 @@ bool canLayOutPdf(Context &c)
     return false;
 }
 
+bool checkDocumentOutputs(Context &c, const QString &docx, const QString &pdf)
+{
+    if (docx.isEmpty() && pdf.isEmpty()) {
+        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
+        return false;
+    }
+    return pdf.isEmpty() || canLayOutPdf(c);
+}
+
 Command companyCommand(QStringList path, QList<Option> options, QString arguments, int minArguments, int maxArguments,
                        std::function<int(Context &)> run, bool needsDocument)
 {

@@ -77,6 +77,9 @@ Command companyCommand(QStringList path, QList<Option> options, QString argument
 // the GUI's application object (on the offscreen platform) when --pdf is given. Says
 // why not, and answers false, when there is none.
 bool canLayOutPdf(Context &c);
+// A command that writes a .docx (--out), a PDF (--pdf) or both: at least one must be
+// given, and a PDF must be possible. Says why not, and answers false.
+bool checkDocumentOutputs(Context &c, const QString &docx, const QString &pdf);
 
 // Every command, each subsystem adding its own.
 QList<Command> allCommands();

@@ -93,11 +93,7 @@ int exportDocument(Context &c)
     options.filingIsChange = pick(c, QStringLiteral("--filing"), kFiling);
     const QString out = c.args.option(QStringLiteral("--out"));
     const QString pdf = c.args.option(QStringLiteral("--pdf"));
-    if (out.isEmpty() && pdf.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
-        return ExitFailure;
-    }
-    if (!pdf.isEmpty() && !canLayOutPdf(c))
+    if (!checkDocumentOutputs(c, out, pdf))
         return ExitFailure;
     const bool filing = options.kind == ExportKind::Filing;
     if (!filing && !chooseStyleAndDocument(c))

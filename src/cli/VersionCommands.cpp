@@ -67,11 +67,7 @@ int compare(Context &c)
         return ExitStopped;
     const QString out = c.args.option(QStringLiteral("--out"));
     const QString pdf = c.args.option(QStringLiteral("--pdf"));
-    if (out.isEmpty() && pdf.isEmpty()) {
-        c.prompt.failure(QStringLiteral("--out で書き出す .docx ファイルか、--pdf で書き出す PDF ファイルを指定してください。"));
-        return ExitFailure;
-    }
-    if (!pdf.isEmpty() && !canLayOutPdf(c))
+    if (!checkDocumentOutputs(c, out, pdf))
         return ExitFailure;
     request.style = c.args.option(QStringLiteral("--style"));
     request.document = c.args.option(QStringLiteral("--doc"));

@@ -31,6 +31,22 @@ QString ClausePlace::whereSql() const
     return parts.join(QStringLiteral(" AND "));
 }
 
+QString ClausePlace::siblingsWhereSql() const
+{
+    QStringList parts;
+    const QStringList keys = keyColumns();
+    for (qsizetype i = 0; i + 1 < keys.size(); ++i)
+        parts << keys[i] + QStringLiteral(" = ?");
+    return parts.join(QStringLiteral(" AND "));
+}
+
+QVariantList ClausePlace::siblingsWhereValues() const
+{
+    QVariantList values = whereValues();
+    values.removeLast();
+    return values;
+}
+
 bool ClausePlace::isComposed(QSqlDatabase db) const
 {
     const QString table = workingTable(level);

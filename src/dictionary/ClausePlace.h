@@ -31,6 +31,9 @@ struct ClausePlace {
     // "文章形式Code = ? AND 規程Code = ? AND … AND Code = ?" and its values.
     QString whereSql() const;
     QVariantList whereValues() const;
+    // The same without the clause's own Code: every entry of the level under its parent.
+    QString siblingsWhereSql() const;
+    QVariantList siblingsWhereValues() const;
     // Whether the clause stands in a composed document of its style.
     bool isComposed(QSqlDatabase db) const;
     // The same keys without the style, for the word and reference tables (規程Code …);

@@ -1,6 +1,7 @@
 #include "dictionary/EntryEditor.h"
 
 #include "base/Database.h"
+#include "rulebase/Schema.h"
 #include "base/FieldChecks.h"
 #include "dictionary/DictionaryMessages.h"
 #include "dictionary/DocumentMaster.h"
@@ -56,20 +57,12 @@ QList<LevelEntry> EntryEditor::entries() const
 {
     const ClausePlace any = placeOf(QString());
     const LevelInfo &info = levelInfo(m_level);
-    QStringList keys = any.keyColumns();
-    keys.removeLast();
-    QStringList where;
-    for (const QString &k : keys)
-        where << k + QStringLiteral(" = ?");
-    QVariantList values = any.whereValues();
-    values.removeLast();
     const QString order =
         info.segmented ? QStringLiteral("CAST(Code AS INTEGER), CAST(結合 AS INTEGER)") : QStringLiteral("CAST(Code AS INTEGER)");
-    auto q =
-        execSql(m_db,
-                QStringLiteral("SELECT Code, \"%1\", \"%2\", 変更フラグ, 選択フラグ FROM \"%3\" WHERE %4 ORDER BY %5")
-                    .arg(any.textColumn(), QString::fromUtf16(info.bodyColumn), any.table(), where.join(QStringLiteral(" AND ")), order),
-                values);
+    auto q = execSql(m_db,
+                     QStringLiteral("SELECT Code, \"%1\", \"%2\", 変更フラグ, 選択フラグ FROM \"%3\" WHERE %4 ORDER BY %5")
+                         .arg(any.textColumn(), QString::fromUtf16(info.bodyColumn), any.table(), any.siblingsWhereSql(), order),
+                     any.siblingsWhereValues());
     QList<LevelEntry> list;
     while (q.next()) {
         const QString code = q.value(0).toString();
@@ -171,15 +164,7 @@ Outcome EntryEditor::updateHeading(Prompt &prompt, Mode mode, const LevelEntry &
                 columns << body;
                 values << row.formalName;
             }
-            QStringList quoted, marks;
-            for (const QString &c : columns) {
-                quoted << u'"' + c + u'"';
-                marks << QStringLiteral("?");
-            }
-            execSql(m_db,
-                    QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
-                        .arg(place.table(), quoted.join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))),
-                    values);
+            insertInto(m_db, place.table(), columns, values);
         }
         return true;
     });

@@ -59,19 +59,12 @@ QList<CodeAndName> ReferenceTargets::documents() const
 QList<CodeAndName> ReferenceTargets::entries(const QString &document, Level level, const QStringList &parents) const
 {
     const ClausePlace any{level, m_style, document, parents + QStringList{QString()}};
-    QStringList keys = any.keyColumns();
-    keys.removeLast();
-    QStringList where;
-    for (const QString &k : keys)
-        where << k + QStringLiteral(" = ?");
-    QVariantList values = any.whereValues();
-    values.removeLast();
     const bool segmented = levelInfo(level).segmented;
-    auto q = execSql(m_db,
-                     QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)%4")
-                         .arg(any.textColumn(), any.table(), where.join(QStringLiteral(" AND ")),
-                              segmented ? QStringLiteral(", CAST(結合 AS INTEGER)") : QString()),
-                     values);
+    auto q = execSql(
+        m_db,
+        QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)%4")
+            .arg(any.textColumn(), any.table(), any.siblingsWhereSql(), segmented ? QStringLiteral(", CAST(結合 AS INTEGER)") : QString()),
+        any.siblingsWhereValues());
     QList<CodeAndName> list;
     while (q.next()) {
         if (!list.isEmpty() && list.last().code == q.value(0).toString())

@@ -1,6 +1,7 @@
 #include "dictionary/SegmentEditor.h"
 
 #include "base/Database.h"
+#include "rulebase/Schema.h"
 #include "dictionary/DictionaryMessages.h"
 
 #include "dictionary/BasicPhrases.h"
@@ -348,15 +349,7 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
         columns << QStringLiteral("テンプレート") << QStringLiteral("変数番号");
         values << (s.templateCode.isEmpty() ? QStringLiteral("0") : s.templateCode) << stored.contains(u'◆');
     }
-    QStringList quoted, marks;
-    for (const QString &c : columns) {
-        quoted << u'"' + c + u'"';
-        marks << QStringLiteral("?");
-    }
-    execSql(m_db,
-            QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
-                .arg(m_place.table(), quoted.join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))),
-            values);
+    insertInto(m_db, m_place.table(), columns, values);
     if (s.kind == SegmentKind::Reference) {
         if (!writeReferenceRow(s.code, join))
             prompt.error(QStringLiteral("更新エラー"), QStringLiteral("参照の更新でエラーが発生しました。"));

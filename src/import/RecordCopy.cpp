@@ -24,17 +24,6 @@ QStringList targetColumns(QSqlDatabase db, const QString &table)
     return columns;
 }
 
-// Returns the new row's rowid.
-qlonglong insert(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values)
-{
-    QStringList names;
-    for (const QString &c : columns)
-        names << quoted(c);
-    const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
-    const RowReader q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
-    return q.lastInsertId().toLongLong();
-}
-
 } // namespace
 
 void RecordCopy::copy(const ImportPlace &given, Level level)
@@ -80,7 +69,7 @@ void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
             else
                 throw DbError(QStringLiteral("取込元の表「%1」に列「%2」がありません。").arg(table, c));
         }
-        insert(m_target, table, columns, values);
+        insertInto(m_target, table, columns, values);
     }
 }
 
@@ -100,7 +89,7 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
                                 .toInt()
                             > 0;
         if (!exists) {
-            lastAdded = insert(m_target, name, columns, values);
+            lastAdded = insertInto(m_target, name, columns, values);
             continue;
         }
         // The checks made sure the document had none of the codes the text uses before

@@ -178,6 +178,16 @@ void createSchema(QSqlDatabase db)
     }
 }
 
+qlonglong insertInto(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values)
+{
+    QStringList names;
+    for (const QString &c : columns)
+        names << quoted(c);
+    const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
+    const RowReader q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
+    return q.lastInsertId().toLongLong();
+}
+
 void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values)
 {
     const TableDef &def = schemaTable(table);

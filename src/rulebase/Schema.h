@@ -41,6 +41,8 @@ void createSchema(QSqlDatabase db);
 // Inserts one row, the values in column order from ordinal 1 (fewer values leave
 // the last columns at their defaults).
 void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values);
+// Inserts one row into the columns named, the others at their defaults; returns its rowid.
+qlonglong insertInto(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values);
 
 // Files of the older form lack the last column 結合種別 of 前文, 項, 号 and 号の細分丸.
 enum class SchemaForms { CurrentOnly, OlderAccepted };
