@@ -1,6 +1,6 @@
 // The export chain, step by step: データ作成, 設定項目の置換 (with the reference
 // numbering timed on its own as well) and the rendering into a .docx, on the seed's
-// work rules and on synthetic documents of 3,000 and 30,000 rows. Prints one line
+// work rules and on synthetic documents of 3,000, 30,000 and 100,000 rows. Prints one line
 // per step with milliseconds, and the peak memory of the process.
 
 #include "BenchCompany.h"
@@ -175,5 +175,7 @@ int main(int argc, char **argv)
     runChain(db, QStringLiteral("synthetic 3,000"), QStringLiteral("80"), company.folder());
     writeSyntheticDocument(db, QStringLiteral("81"), 30000);
     runChain(db, QStringLiteral("synthetic 30,000"), QStringLiteral("81"), company.folder());
+    writeSyntheticDocument(db, QStringLiteral("82"), 100000);
+    runChain(db, QStringLiteral("synthetic 100,000"), QStringLiteral("82"), company.folder());
     return 0;
 }
