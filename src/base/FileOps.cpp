@@ -88,8 +88,7 @@ void StagedFiles::commit()
     while (!m_files.isEmpty()) {
         const auto [temporary, place] = m_files.first();
         // QTemporaryFile made it readable by its owner alone; the document is an ordinary file.
-        QFile(temporary).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup
-                                        | QFileDevice::ReadOther);
+        QFile(temporary).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther);
         replaceFile(temporary, place);
         m_files.removeFirst();
     }

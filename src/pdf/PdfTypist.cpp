@@ -7,7 +7,7 @@ namespace normaris {
 
 namespace {
 
-pdf::PagePainter documentPainter(const QList<docx::Paragraph> &paragraphs)
+pdf::PagePainter documentPainter(const QList<model::Paragraph> &paragraphs)
 {
     return
         [&paragraphs](QPainter &painter, const std::function<bool()> &newPage) { return pdf::paintDocument(painter, paragraphs, newPage); };
@@ -19,7 +19,15 @@ int PdfTypist::paint(QPagedPaintDevice &device) const { return pdf::paintPages(d
 
 int PdfTypist::save(const QString &path, const QString &title) const
 {
-    return pdf::savePdf(path, title, false, documentPainter(paragraphs()));
+    // The headings found while the pages are painted become the file's bookmarks.
+    const QList<model::Paragraph> typed = paragraphs();
+    QList<pdf::OutlineEntry> outline;
+    return pdf::savePdf(
+        path, title, false,
+        [&](QPainter &painter, const std::function<bool()> &newPage) {
+            return pdf::paintDocument(painter, typed, newPage, pdf::PageGeometry::of({}), &outline);
+        },
+        &outline);
 }
 
 } // namespace normaris
