@@ -5,6 +5,7 @@
 #include "base/Failure.h"
 
 #include <QPaintDevice>
+#include <QRegularExpression>
 #include <QTextLayout>
 
 #include <cmath>
@@ -89,6 +90,7 @@ public:
     void setNumberOnFirst(bool shown) { m_numberOnFirst = shown; }
     // Where the headings are put as they are painted.
     void setOutline(QList<OutlineEntry> *outline) { m_outline = outline; }
+    void setContentsPages(const QList<int> &pages) { m_contentsPages = pages; }
 
 private:
     double px(double points) const { return points * m_scale; }
@@ -115,6 +117,9 @@ private:
     int m_page = 1;
     bool m_numberOnFirst = true;
     QList<OutlineEntry> *m_outline = nullptr;
+    QList<int> m_contentsPages;
+    qsizetype m_contentsEntry = 0; // the next entry of the table of contents
+    void paintLeader(const LaidParagraph &paragraph, int line, double top, double left, int page);
 };
 
 // A table row's bookmark shows at most this many characters of its text.
@@ -241,6 +246,30 @@ void Layouter::paintLine(const LaidParagraph &paragraph, int line, double top, d
     }
 }
 
+// A dot leader from the end of the line's text to the page number at the right margin.
+void Layouter::paintLeader(const LaidParagraph &paragraph, int line, double top, double left, int page)
+{
+    if (!paragraph.layout)
+        return;
+    const QTextLine textLine = paragraph.layout->lineAt(line);
+    const QFont font = qtFont(model::Font{});
+    m_painter.setFont(font);
+    m_painter.setPen(Qt::black);
+    const QFontMetricsF metrics(font, m_painter.device());
+    const QString number = QString::number(page);
+    const double right = left + textWidth();
+    const double numberX = right - metrics.horizontalAdvance(number);
+    const double natural = textLine.ascent() + textLine.descent();
+    const double baseline = top + (paragraph.heights[line] - natural) / 2 + textLine.ascent();
+    m_painter.drawText(QPointF(numberX, baseline), number);
+    // The dots on a grid of their own, so that the leaders of all entries line up.
+    const QString dot = QStringLiteral(".");
+    const double pitch = metrics.horizontalAdvance(dot) * 2;
+    const double from = left + textLine.x() + textLine.naturalTextWidth() + pitch;
+    for (double x = std::ceil((from - left) / pitch) * pitch + left; x + pitch <= numberX - pitch / 2; x += pitch)
+        m_painter.drawText(QPointF(x, baseline), dot);
+}
+
 // The page number, centred in the footer; none on a cover.
 void Layouter::paintFooter()
 {
@@ -308,6 +337,11 @@ void Layouter::paintParagraphs(const QList<model::Paragraph> &paragraphs, const 
                 m_outline->append({level, paragraphText(paragraphs[i]), m_page, m_y / m_scale});
             for (int k = 0; k < fit; ++k) {
                 paintLine(p, line + k, m_y, left);
+                if (line + k == lines - 1 && paragraphStyleInfo(paragraphs[i].style).part == DocumentPart::Entry) {
+                    const int page = m_contentsPages.value(m_contentsEntry++);
+                    if (page > 0)
+                        paintLeader(p, line + k, m_y, left, page);
+                }
                 m_y += p.heights[line + k];
             }
             line += fit;
@@ -487,13 +521,40 @@ PageGeometry PageGeometry::of(const model::PageSetup &setup)
 }
 
 int paintDocument(QPainter &painter, const QList<model::Paragraph> &paragraphs, const std::function<bool()> &newPage,
-                  const PageGeometry &geometry, QList<OutlineEntry> *outline)
+                  const PageGeometry &geometry, QList<OutlineEntry> *outline, const QList<int> &contentsPages)
 {
     Layouter layouter(painter, geometry);
     layouter.setOutline(outline);
+    layouter.setContentsPages(contentsPages);
     layouter.setNumberOnFirst(paragraphs.isEmpty() || paragraphStyleInfo(paragraphs.first().style).part != DocumentPart::Cover);
     layouter.paintParagraphs(paragraphs, newPage);
     return layouter.finish();
+}
+
+QList<int> contentsPagesOf(const QList<model::Paragraph> &paragraphs, const QList<OutlineEntry> &outline)
+{
+    // Texts compared without their blanks: an entry is indented, a heading spaced.
+    const auto bare = [](QString text) {
+        text.remove(QRegularExpression(QStringLiteral("\\s"), QRegularExpression::UseUnicodePropertiesOption));
+        return text;
+    };
+    QList<int> pages;
+    qsizetype next = 0;
+    for (const model::Paragraph &paragraph : paragraphs) {
+        if (paragraphStyleInfo(paragraph.style).part != DocumentPart::Entry)
+            continue;
+        const QString entry = bare(paragraphText(paragraph));
+        int page = 0;
+        for (qsizetype k = next; k < outline.size() && !entry.isEmpty(); ++k) {
+            if (bare(outline[k].title) == entry) {
+                page = outline[k].page;
+                next = k + 1;
+                break;
+            }
+        }
+        pages << page;
+    }
+    return pages;
 }
 
 int paintBlocks(QPainter &painter, const QList<model::Block> &blocks, const std::function<bool()> &newPage, const PageGeometry &geometry,

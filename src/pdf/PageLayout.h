@@ -27,8 +27,16 @@ struct PageGeometry {
 // page; starts a new page through newPage. Returns the number of pages. With an
 // outline, appends to it every heading (章, 条: the styles of an outline level) where
 // its first line stands.
+// contentsPages are the page numbers of the entries of the table of contents, in
+// order: each is set right-aligned after a dot leader on its entry's last line (an
+// entry beyond the list gets none).
 int paintDocument(QPainter &painter, const QList<model::Paragraph> &paragraphs, const std::function<bool()> &newPage,
-                  const PageGeometry &geometry = PageGeometry::of({}), QList<OutlineEntry> *outline = nullptr);
+                  const PageGeometry &geometry = PageGeometry::of({}), QList<OutlineEntry> *outline = nullptr,
+                  const QList<int> &contentsPages = {});
+
+// The page of each entry of the table of contents: the heading of the same text that
+// follows the previous entry's heading in outline; 0 when none is found.
+QList<int> contentsPagesOf(const QList<model::Paragraph> &paragraphs, const QList<OutlineEntry> &outline);
 
 // The same for paragraphs and tables. A table row that does not fit on what is
 // left of a page goes to the next one, where the header rows stand again; a row

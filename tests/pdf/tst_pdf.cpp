@@ -148,6 +148,22 @@ private slots:
             QVERIFY2(!onPage.isEmpty() && onPage.last() == QString::number(page), qPrintable(onPage.join(u'|')));
             onPage.removeLast();
         }
+        // The entries of the table of contents end with a dot leader and a page number,
+        // which the text rendering has not: kept aside and checked against the headings.
+        QList<std::pair<QString, int>> contents; // entry, its number
+        int lastContentsPage = 0;
+        static const QRegularExpression leader(QStringLiteral("^(.*[^.])\\.{3,}(\\d+)$"));
+        for (int page = 1; page <= pages; ++page) {
+            for (QString &line : lines[page - 1]) {
+                const QRegularExpressionMatch m = leader.match(line);
+                if (m.hasMatch()) {
+                    contents.append({m.captured(1), m.captured(2).toInt()});
+                    line = m.captured(1);
+                    lastContentsPage = page;
+                }
+            }
+        }
+        QVERIFY2(contents.size() >= 60, qPrintable(QString::number(contents.size())));
         // The paragraphs of the text rendering, in order; a paragraph the page
         // wraps is the PDF's lines joined.
         QStringList pdfLinesInOrder;
@@ -206,6 +222,18 @@ private slots:
             visit(item.toObject(), 1, visit);
         QCOMPARE(titles, headings);
         QCOMPARE(titleLevels, levels);
+
+        // Each number of the table of contents is the page of its heading in the body:
+        // the first page after the contents whose text holds the heading.
+        int searchFrom = lastContentsPage + 1;
+        for (const auto &[entry, number] : std::as_const(contents)) {
+            int page = searchFrom;
+            while (page <= pages && !lines[page - 1].contains(entry))
+                ++page;
+            QVERIFY2(page <= pages, qPrintable(entry));
+            QVERIFY2(number == page, qPrintable(entry + QStringLiteral(": %1, found on %2").arg(number).arg(page)));
+            searchFrom = page;
+        }
     }
 
     // The label at the margin and the wrapped lines of a hanging indent in by its
