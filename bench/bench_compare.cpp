@@ -7,6 +7,8 @@
 #include "base/AppState.h"
 #include "base/Database.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
+#include "versions/VersionOutput.h"
 #include "export/Numerals.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
@@ -26,6 +28,14 @@ using namespace normaris::bench;
 namespace {
 
 // Ten articles spread over the document, each with a phrase put into its first clause.
+// The work rules exported as a .docx, with their version.
+void exportWithVersion(QSqlDatabase db, Prompt &prompt, const QString &path)
+{
+    DocxOutput docx(path);
+    VersionOutput version(db, kStyle, QStringLiteral("01"));
+    DocumentExport(db, prompt).write(kStyle, QStringLiteral("01"), RenderOptions{}, {&docx, &version});
+}
+
 void changeTenArticles(QSqlDatabase db)
 {
     Transaction transaction(db);
@@ -90,10 +100,10 @@ int main(int argc, char **argv)
         WorkDataBuild(db, prompt).build(kStyle, d);
     }
     SettingSubstitution(db, prompt).run(kStyle, QStringLiteral("01"));
-    DocumentExport(db, prompt).write(kStyle, QStringLiteral("01"), RenderOptions{}, dir.filePath(QStringLiteral("v1.docx")));
+    exportWithVersion(db, prompt, dir.filePath(QStringLiteral("v1.docx")));
     changeTenArticles(db);
     EffectiveDates(db, QStringLiteral("01")).add(kStyle, QDate(2027, 4, 1));
-    DocumentExport(db, prompt).write(kStyle, QStringLiteral("01"), RenderOptions{}, dir.filePath(QStringLiteral("v2.docx")));
+    exportWithVersion(db, prompt, dir.filePath(QStringLiteral("v2.docx")));
 
     ComparisonRequest request{kStyle, QStringLiteral("01"), std::nullopt, std::nullopt, QStringLiteral("ベンチ")};
     Outcome outcome = Outcome::Failed;

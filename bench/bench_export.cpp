@@ -1,12 +1,14 @@
 // The export chain, step by step: データ作成, 設定項目の置換 (with the reference
 // numbering timed on its own as well) and the rendering into a .docx, on the seed's
-// work rules and on synthetic documents of 3,000 and 30,000 rows. Prints one line
+// work rules and on synthetic documents of 3,000, 30,000 and 100,000 rows. Prints one line
 // per step with milliseconds, and the peak memory of the process.
 
 #include "BenchCompany.h"
 #include "composition/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
+#include "versions/VersionOutput.h"
 #include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
@@ -134,13 +136,18 @@ void runChain(QSqlDatabase db, const QString &label, const QString &document, co
     });
     const double substitution = timed([&] { SettingSubstitution(db, prompt).run(kStyle, document); });
     const QString out = dir + QStringLiteral("/") + document + QStringLiteral(".docx");
-    const double rendering = timed([&] { DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, out); });
+    const double rendering = timed([&] {
+        DocxOutput docx(out);
+        VersionOutput version(db, kStyle, document);
+        DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, {&docx, &version});
+    });
     // The PDF laid out by the program: the rendering with its own layout and writing.
     const QString pdfPath = dir + QStringLiteral("/") + document + QStringLiteral(".pdf");
     int pages = 0;
     const double pdf = timed([&] {
         PdfOutput output(pdfPath);
-        DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, QString(), QString(), &output);
+        VersionOutput version(db, kStyle, document);
+        DocumentExport(db, prompt).write(kStyle, document, RenderOptions{}, {&output, &version});
         pages = output.pages();
     });
     std::printf("%-22s %6d rows  build %8.1f ms  substitution %8.1f ms (numbering alone %7.1f ms)  rendering %8.1f ms  "
@@ -175,5 +182,7 @@ int main(int argc, char **argv)
     runChain(db, QStringLiteral("synthetic 3,000"), QStringLiteral("80"), company.folder());
     writeSyntheticDocument(db, QStringLiteral("81"), 30000);
     runChain(db, QStringLiteral("synthetic 30,000"), QStringLiteral("81"), company.folder());
+    writeSyntheticDocument(db, QStringLiteral("82"), 100000);
+    runChain(db, QStringLiteral("synthetic 100,000"), QStringLiteral("82"), company.folder());
     return 0;
 }

@@ -13,8 +13,8 @@
 #include "shell/forms/DesktopSetup.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/GuardedApplication.h"
-#include "shell/forms/frmMain01.h"
-#include "shell/forms/frmSplash1.h"
+#include "app/forms/frmMain01.h"
+#include "app/forms/frmSplash1.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

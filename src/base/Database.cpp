@@ -115,21 +115,21 @@ RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds
     return RowReader(std::move(q), sql);
 }
 
-void execBatch(QSqlDatabase db, const QString &sql, const QList<QVariantList> &columns)
+// Counted as one statement, as the fault tests see a bulk write.
+RowWriter::RowWriter(QSqlDatabase db, QString sql) : m_query(db), m_sql(std::move(sql))
 {
-    countStatement(sql);
-    QSqlQuery q(db);
-    if (!q.prepare(sql))
-        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
-    for (const QVariantList &column : columns) {
-        QVariantList bound;
-        bound.reserve(column.size());
-        for (const QVariant &v : column)
-            bound << boundValue(v);
-        q.addBindValue(bound);
-    }
-    if (!q.execBatch())
-        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
+    countStatement(m_sql);
+    m_query.setForwardOnly(true);
+    if (!m_query.prepare(m_sql))
+        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
+}
+
+void RowWriter::write(const QVariantList &binds)
+{
+    for (qsizetype i = 0; i < binds.size(); ++i)
+        m_query.bindValue(int(i), boundValue(binds[i]));
+    if (!m_query.exec())
+        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
 }
 
 QVariant boundValue(const QVariant &value)

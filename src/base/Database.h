@@ -61,8 +61,24 @@ private:
 
 // Prepares sql, binds the values in order and runs it. Throws DbError on failure.
 RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds = {});
-// Runs sql once per row of the bound columns (one list per '?'). Throws DbError on failure.
-void execBatch(QSqlDatabase db, const QString &sql, const QList<QVariantList> &columns);
+// One statement prepared once and run once per row: the bulk writes of a step, inside
+// its transaction. A statement of many rows' values would cost SQLite a lookup per bound
+// value by name; one row per run keeps a write linear in its rows. write() throws
+// DbError on failure.
+//
+//     RowWriter insert(db, QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 文章) VALUES (?,?,?)"));
+//     for (const PrintedRow &r : rows)
+//         insert.write({id, ++order, r.text});
+class RowWriter {
+public:
+    RowWriter(QSqlDatabase db, QString sql);
+    void write(const QVariantList &binds);
+
+private:
+    QSqlQuery m_query;
+    QString m_sql;
+};
+
 // A value as it is bound: a null QString becomes '' (text columns hold '' rather than NULL).
 QVariant boundValue(const QVariant &value);
 
@@ -98,7 +114,7 @@ bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void(
 // back quietly; a failure rolls back and shows "取消" as runInTransaction does.
 Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon = Prompt::Icon::Information);
 
-// A test hook: the Nth statement (execSql, execBatch, BEGIN, COMMIT) or the Nth row
+// A test hook: the Nth statement (execSql, a RowWriter, BEGIN, COMMIT) or the Nth row
 // read after arm() fails as SQLite's would. 0 leaves that kind alone.
 struct FaultInjection {
     static void arm(int failStatement, int failRowRead);

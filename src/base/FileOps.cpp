@@ -6,6 +6,8 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryFile>
 #include <cstdio>
 
 namespace normaris {
@@ -52,6 +54,43 @@ void copyFolderContents(const QString &source, const QString &dest, const std::f
         } else {
             copyFileAtomically(info.filePath(), target);
         }
+    }
+}
+
+void writeTextFile(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
+        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
+}
+
+StagedFiles::~StagedFiles()
+{
+    for (const auto &[temporary, place] : std::as_const(m_files))
+        QFile::remove(temporary);
+}
+
+QString StagedFiles::stage(const QString &path)
+{
+    // Beside its place, so that the rename stays on one file system.
+    QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
+    file.setAutoRemove(false);
+    if (!file.open())
+        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
+    const QString temporary = file.fileName();
+    file.close();
+    m_files.append({temporary, path});
+    return temporary;
+}
+
+void StagedFiles::commit()
+{
+    while (!m_files.isEmpty()) {
+        const auto [temporary, place] = m_files.first();
+        // QTemporaryFile made it readable by its owner alone; the document is an ordinary file.
+        QFile(temporary).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther);
+        replaceFile(temporary, place);
+        m_files.removeFirst();
     }
 }
 

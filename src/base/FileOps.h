@@ -2,6 +2,7 @@
 // File steps that either finish or leave the destination as it was.
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 namespace normaris {
@@ -17,6 +18,30 @@ void copyFolderContents(const QString &source, const QString &dest, const std::f
 
 // Replaces dest by source in one rename. Throws Failure.
 void replaceFile(const QString &source, const QString &dest);
+
+// Writes text as UTF-8 to path through a temporary file renamed into place, so that
+// path holds either what it held or the whole text. Throws Failure.
+void writeTextFile(const QString &path, const QString &text);
+
+// The files a step writes: each is written under a temporary name beside its place
+// (stage), and only once the whole step has committed are they renamed into place
+// (commit). Whatever is still staged when the object goes, after a failure or a
+// refusal, is removed: a failed step leaves no file, not even a part of one.
+class StagedFiles {
+public:
+    StagedFiles() = default;
+    StagedFiles(const StagedFiles &) = delete;
+    StagedFiles &operator=(const StagedFiles &) = delete;
+    ~StagedFiles();
+
+    // The temporary name to write the file of path to. Throws Failure.
+    QString stage(const QString &path);
+    // Renames every staged file into place, replacing what is there. Throws Failure.
+    void commit();
+
+private:
+    QList<std::pair<QString, QString>> m_files; // temporary name, place
+};
 
 // True when path is folder itself or lies inside it (after resolving links).
 bool isInsideFolder(const QString &path, const QString &folder);

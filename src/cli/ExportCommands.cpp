@@ -2,6 +2,9 @@
 
 #include "cli/Cli.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
+#include "fileformats/TextOutput.h"
+#include "versions/VersionOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "pdf/PdfOutput.h"
@@ -106,12 +109,24 @@ int exportDocument(Context &c)
                    .toString()
                == u"2")
         options.kind = ExportKind::Agreement;
+    const QString style = filing ? QString() : state.CurBunshoKeishikiCode;
+    const QString document = filing ? QString() : state.CurKiteiCode;
+    const QString text = c.args.option(QStringLiteral("--text"));
+    std::optional<DocxOutput> docxOutput;
+    std::optional<TextOutput> textOutput;
     std::optional<PdfOutput> pdfOutput;
+    std::optional<VersionOutput> versionOutput;
+    DocumentOutputs outputs;
+    if (!out.isEmpty())
+        outputs << &docxOutput.emplace(out);
+    if (!text.isEmpty())
+        outputs << &textOutput.emplace(text);
     if (!pdf.isEmpty())
-        pdfOutput.emplace(pdf);
-    return exitCodeOf(DocumentExport(AppState::cn(), c.prompt)
-                          .write(filing ? QString() : state.CurBunshoKeishikiCode, filing ? QString() : state.CurKiteiCode, options, out,
-                                 c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr));
+        outputs << &pdfOutput.emplace(pdf);
+    // Only a whole document of rules or an agreement is a version; the filing forms are not.
+    if (!filing)
+        outputs << &versionOutput.emplace(AppState::cn(), style, document);
+    return exitCodeOf(DocumentExport(AppState::cn(), c.prompt).write(style, document, options, outputs));
 }
 
 } // namespace

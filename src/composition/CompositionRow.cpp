@@ -79,13 +79,9 @@ void insertRows(QSqlDatabase db, const QString &table, const QList<CompositionRo
         quotedNames << u'"' + n + u'"';
         marks << QStringLiteral("?");
     }
-    QList<QVariantList> columns(names.size());
-    for (const CompositionRow &r : rows) {
-        const QVariantList v = r.values(lineBreakAsText);
-        for (qsizetype c = 0; c < v.size(); ++c)
-            columns[c] << v[c];
-    }
-    execBatch(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u',')), columns);
+    RowWriter insert(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u',')));
+    for (const CompositionRow &r : rows)
+        insert.write(r.values(lineBreakAsText));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "composition/CompositionRow.h"
 #include "fileformats/XlsxSheet.h"
+#include "base/FileOps.h"
 #include "base/Database.h"
 #include "base/BusyCursor.h"
 
@@ -235,24 +236,27 @@ void prepareWorkTables(QSqlDatabase db)
 Outcome ExcelLists::write(ListKind kind, const QString &style, const QString &document, const QString &path, const Show &show)
 {
     const ListLayout &layout = layoutOf(kind);
-    if (readArticleRows(m_db, style, document).isEmpty()) {
-        m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
-        return Outcome::Stopped;
-    }
     QList<QStringList> rows;
     try {
+        // A failed read of the check is a failure like any other of the step.
+        if (readArticleRows(m_db, style, document).isEmpty()) {
+            m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("データがありません。"));
+            return Outcome::Stopped;
+        }
         BusyCursor busy;
         Transaction transaction(m_db);
         prepareWorkTables(m_db);
         rows = Scanner(m_db, style, document).run(kind);
+        const QString name =
+            scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
         // The work tables are left empty, as they were found.
         prepareWorkTables(m_db);
+        // The list comes into place only whole, once the step has committed.
+        StagedFiles files;
+        if (!rows.isEmpty())
+            writeXlsxSheet(files.stage(path), QString::fromUtf8(layout.title) + name, layout.columns, rows);
         transaction.commit();
-        if (!rows.isEmpty()) {
-            const QString name =
-                scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
-            writeXlsxSheet(path, QString::fromUtf8(layout.title) + name, layout.columns, rows);
-        }
+        files.commit();
     } catch (const std::exception &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;

@@ -4,7 +4,7 @@
 // number), shows in blue the rows where a word's marker ★ is left, and in red the
 // places of templates.
 
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 #include <QSqlDatabase>
 

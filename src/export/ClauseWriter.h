@@ -10,7 +10,7 @@
 // and colours by the words' markers alone.
 
 #include "export/RowCursor.h"
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 namespace normaris {
 

@@ -1,90 +1,39 @@
 #include "export/DocumentExport.h"
 
-#include "fileformats/DocxTypist.h"
-#include "export/TextTypist.h"
-#include "export/TypistPair.h"
 #include "base/BusyCursor.h"
 #include "base/Database.h"
 #include "base/Failure.h"
-#include "rulebase/EffectiveDates.h"
-#include "versions/VersionRecorder.h"
-#include "versions/VersionStore.h"
+#include "document/TypistPair.h"
 
 #include <QDir>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QTemporaryFile>
-
-#include <optional>
 
 namespace normaris {
 
-namespace {
-
-void writeText(const QString &path, const QString &text)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
-        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
-}
-
-// The version of a finished document: what its body printed, under the latest
-// effective date. The same as the last one of the document, it is not kept again.
-void keepVersion(QSqlDatabase db, const QString &style, const QString &document, const PrintedRows &rows)
-{
-    VersionHeader header;
-    header.style = style;
-    header.document = document;
-    header.name = scalar(db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
-    if (header.name.isEmpty() && !rows.isEmpty() && rows.first().level == Level::Document)
-        header.name = rows.first().text;
-    header.made = QDateTime::currentDateTime();
-    for (const EffectiveDate &date : EffectiveDates(db, document).list())
-        header.effective = qMax(header.effective, date.date);
-    VersionStore(db).keep(header, rows);
-}
-
-} // namespace
-
-Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
-                              const QString &textPath, ExtraOutput *extra)
+Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const DocumentOutputs &outputs)
 {
     BusyCursor busy;
-    DocxTypist docx;
-    TextTypist text;
-    VersionRecorder recorder;
-    TypistPair records(text, recorder);
-    TypistPair documents(docx, records);
-    std::optional<TypistPair> withExtra;
-    if (extra)
-        withExtra.emplace(documents, extra->typist());
-    Typist &typist = withExtra ? static_cast<Typist &>(*withExtra) : documents;
+    QList<Typist *> typists;
+    for (DocumentOutput *output : outputs)
+        typists << &output->typist();
+    TypistFan typist(typists);
     const Outcome outcome = DocumentRenderer(m_db, m_prompt).render(typist, style, document, options);
     // A failed read has been reported: no document is written from what was read before it.
     if (outcome != Outcome::Done)
         return outcome;
-    QStringList written;
     try {
-        // The version is kept with the files that print it, or not at all: its transaction
-        // commits only once they are written.
+        // The files come into place once the transaction, the version with them, has
+        // committed; until then they are staged, and removed when anything fails.
+        StagedFiles files;
         Transaction transaction(m_db);
-        // Only a whole document of rules or an agreement is a version; the filing forms are not.
-        if (options.kind != ExportKind::Filing)
-            keepVersion(m_db, style, document, recorder.rows());
-        if (!docxPath.isEmpty()) {
-            written << docxPath;
-            docx.save(docxPath);
+        for (DocumentOutput *output : outputs) {
+            if (!output->complete(files))
+                return Outcome::Stopped;
         }
-        if (!textPath.isEmpty()) {
-            written << textPath;
-            writeText(textPath, text.text());
-        }
-        if (extra)
-            extra->save();
         transaction.commit();
+        files.commit();
     } catch (const Failure &f) {
-        for (const QString &path : std::as_const(written))
-            QFile::remove(path);
         m_prompt.failure(f.text());
         return Outcome::Failed;
     }

@@ -7,7 +7,7 @@
 #include "export/FilingForms.h"
 #include "export/FrontMatter.h"
 #include "export/SettingValues.h"
-#include "export/Typist.h"
+#include "document/Typist.h"
 #include "rulebase/BasicSettings.h"
 #include "base/Database.h"
 #include "rulebase/EffectiveDates.h"

@@ -3,7 +3,7 @@
 // and the colour rule of a row.
 
 #include "composition/CompositionRow.h"
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 namespace normaris {
 

@@ -8,7 +8,7 @@
 // settings still holds its own marker, and black again after it.
 
 #include "export/SettingValues.h"
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 namespace normaris {
 

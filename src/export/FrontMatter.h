@@ -4,7 +4,7 @@
 // chapters and articles (with no page numbers).
 
 #include "composition/CompositionRow.h"
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 namespace normaris {
 

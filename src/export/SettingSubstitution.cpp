@@ -56,11 +56,21 @@ std::optional<QStringList> readSettings(QSqlDatabase db)
     return values;
 }
 
-void writeText(QSqlDatabase db, const QString &style, const QString &document, int order, const QString &text)
-{
-    execSql(db, QStringLiteral("UPDATE \"%1\" SET 文章 = ? WHERE 文章形式Code = ? AND 規程Code = ? AND 順番 = ?").arg(kOutputRowsTable),
-            {text, style, document, order});
-}
+// The rewrite of a row's text; one statement for all the rows of a step.
+class TextWriter {
+public:
+    TextWriter(QSqlDatabase db, QString style, QString document)
+        : m_update(std::move(db),
+                   QStringLiteral("UPDATE \"%1\" SET 文章 = ? WHERE 文章形式Code = ? AND 規程Code = ? AND 順番 = ?").arg(kOutputRowsTable)),
+          m_style(std::move(style)), m_document(std::move(document))
+    {
+    }
+    void write(int order, const QString &text) { m_update.write({text, m_style, m_document, order}); }
+
+private:
+    RowWriter m_update;
+    QString m_style, m_document;
+};
 
 bool rewritesMarkers(Level level) { return isClauseLevel(level) || level == Level::Preamble; }
 
@@ -93,9 +103,10 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
             if (!row.text.isEmpty())
                 row.text = references.replaceIn(row);
         }
+        TextWriter writer(m_db, style, document);
         for (qsizetype i = 0; i < rows.size(); ++i) {
             if (rows[i].text != before[i].text)
-                writeText(m_db, style, document, rows[i].order, rows[i].text);
+                writer.write(rows[i].order, rows[i].text);
         }
         return Outcome::Done;
     });
@@ -239,8 +250,9 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
     if (word.next())
         return;
     const QString leadIn = party->keepsLeadIn ? text.left(firstMarker) : QString();
-    writeText(m_db, style, document, order,
-              leadIn + QString::fromUtf16(party->marker) + QStringLiteral("（以下「") + shortName + QStringLiteral("」と称する。）"));
+    TextWriter(m_db, style, document)
+        .write(order,
+               leadIn + QString::fromUtf16(party->marker) + QStringLiteral("（以下「") + shortName + QStringLiteral("」と称する。）"));
 }
 
 } // namespace normaris

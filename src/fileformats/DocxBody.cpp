@@ -2,7 +2,7 @@
 
 #include "fileformats/DocxFormat.h"
 #include "fileformats/DocxXml.h"
-#include "export/ParagraphStyles.h"
+#include "document/ParagraphStyles.h"
 
 #include <QXmlStreamWriter>
 

@@ -3,13 +3,16 @@
 // then the page set-up (A4, the margins a Japanese word processor starts with).
 
 #include "fileformats/DocxFormat.h"
-#include "fileformats/DocxModel.h"
+#include "document/DocumentModel.h"
 
 #include <QByteArray>
 
 class QXmlStreamWriter;
 
 namespace normaris::docx {
+
+// The document model's parts by their own names.
+using namespace model;
 
 QByteArray documentXml(const QList<Paragraph> &paragraphs);
 // Paragraphs and tables under the page set-up given. A footer with the page number

@@ -4,11 +4,14 @@
 // a base (the document's defaults, or the style the paragraph is in), and the
 // character styles that carry the colours of the marks.
 
-#include "fileformats/DocxModel.h"
+#include "document/DocumentModel.h"
 
 #include <QXmlStreamWriter>
 
 namespace normaris::docx {
+
+// The document model's parts by their own names.
+using namespace model;
 
 // One character of the base size (10.5 pt) in twentieths of a point: the unit of
 // the character-based indents.

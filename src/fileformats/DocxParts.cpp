@@ -3,7 +3,7 @@
 #include "fileformats/DocxBody.h"
 #include "fileformats/DocxFormat.h"
 #include "fileformats/DocxXml.h"
-#include "export/ParagraphStyles.h"
+#include "document/ParagraphStyles.h"
 
 #include <QXmlStreamWriter>
 

@@ -7,8 +7,8 @@ namespace normaris {
 // Every page numbered; documentXml leaves the number off a cover.
 void DocxTypist::save(const QString &path) const
 {
-    const QList<docx::Paragraph> all = paragraphs();
-    docx::saveDocx(path, QList<docx::Block>(all.cbegin(), all.cend()), docx::PageSetup{false, true});
+    const QList<model::Paragraph> all = paragraphs();
+    docx::saveDocx(path, QList<model::Block>(all.cbegin(), all.cend()), model::PageSetup{false, true});
 }
 
 } // namespace normaris

@@ -4,7 +4,7 @@
 // the styles the renderer names, headings with their outline levels, the table of
 // contents as a field the word processor can update, page numbers in the footer.
 
-#include "fileformats/RecordingTypist.h"
+#include "document/RecordingTypist.h"
 
 namespace normaris {
 

@@ -7,7 +7,7 @@ namespace normaris {
 
 namespace {
 
-pdf::PagePainter blocksPainter(const QList<docx::Block> &blocks, const docx::PageSetup &setup)
+pdf::PagePainter blocksPainter(const QList<model::Block> &blocks, const model::PageSetup &setup)
 {
     return [&blocks, setup](QPainter &painter, const std::function<bool()> &newPage) {
         return pdf::paintBlocks(painter, blocks, newPage, pdf::PageGeometry::of(setup));
@@ -16,12 +16,19 @@ pdf::PagePainter blocksPainter(const QList<docx::Block> &blocks, const docx::Pag
 
 } // namespace
 
-void ComparisonPdf::save(const ComparisonTable &table, const QList<docx::Block> &blocks, const docx::PageSetup &setup)
+void ComparisonPdf::save(StagedFiles &files, const ComparisonTable &table, const QList<model::Block> &blocks, const model::PageSetup &setup)
 {
-    m_pages = pdf::savePdf(m_path, table.title(), setup.landscape, blocksPainter(blocks, setup));
+    // A bookmark for each row of the table: an article changed, added or deleted.
+    QList<pdf::OutlineEntry> outline;
+    m_pages = pdf::savePdf(
+        files.stage(m_path), table.title(), setup.landscape,
+        [&](QPainter &painter, const std::function<bool()> &newPage) {
+            return pdf::paintBlocks(painter, blocks, newPage, pdf::PageGeometry::of(setup), &outline);
+        },
+        &outline);
 }
 
-int ComparisonPdf::paint(QPagedPaintDevice &device, const QList<docx::Block> &blocks, const docx::PageSetup &setup)
+int ComparisonPdf::paint(QPagedPaintDevice &device, const QList<model::Block> &blocks, const model::PageSetup &setup)
 {
     return pdf::paintPages(device, setup.landscape, blocksPainter(blocks, setup));
 }

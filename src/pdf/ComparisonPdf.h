@@ -16,11 +16,11 @@ namespace normaris {
 class ComparisonPdf : public ComparisonOutput {
 public:
     explicit ComparisonPdf(QString path) : m_path(std::move(path)) {}
-    void save(const ComparisonTable &table, const QList<docx::Block> &blocks, const docx::PageSetup &setup) override;
+    void save(StagedFiles &files, const ComparisonTable &table, const QList<model::Block> &blocks, const model::PageSetup &setup) override;
     int pages() const { return m_pages; }
 
     // The same pages onto a printer or another paged device. Throws Failure.
-    static int paint(QPagedPaintDevice &device, const QList<docx::Block> &blocks, const docx::PageSetup &setup);
+    static int paint(QPagedPaintDevice &device, const QList<model::Block> &blocks, const model::PageSetup &setup);
 
 private:
     QString m_path;

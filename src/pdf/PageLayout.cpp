@@ -1,10 +1,11 @@
 #include "pdf/PageLayout.h"
 
 #include "pdf/PdfFonts.h"
-#include "export/ParagraphStyles.h"
+#include "document/ParagraphStyles.h"
 #include "base/Failure.h"
 
 #include <QPaintDevice>
+#include <QRegularExpression>
 #include <QTextLayout>
 
 #include <cmath>
@@ -26,9 +27,9 @@ QColor colorOf(Typist::Color color)
     return QColor(v & 0xFF, (v >> 8) & 0xFF, (v >> 16) & 0xFF);
 }
 
-bool holdsBreak(const docx::Paragraph &paragraph)
+bool holdsBreak(const model::Paragraph &paragraph)
 {
-    for (const docx::Run &run : paragraph.runs)
+    for (const model::Run &run : paragraph.runs)
         if (run.pageBreak)
             return true;
     return false;
@@ -36,9 +37,9 @@ bool holdsBreak(const docx::Paragraph &paragraph)
 
 // A heading keeps with what follows, and so does a blank line after one, as in
 // the .docx.
-bool keepsWithNext(const QList<docx::Paragraph> &paragraphs, qsizetype index)
+bool keepsWithNext(const QList<model::Paragraph> &paragraphs, qsizetype index)
 {
-    const docx::Paragraph &paragraph = paragraphs[index];
+    const model::Paragraph &paragraph = paragraphs[index];
     if (paragraphStyleInfo(paragraph.style).keepWithNext)
         return true;
     return paragraph.runs.isEmpty() && index > 0 && !holdsBreak(paragraphs[index - 1]) && keepsWithNext(paragraphs, index - 1);
@@ -81,22 +82,25 @@ public:
     {
     }
 
-    void paintParagraphs(const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage);
-    void paintTable(const docx::Table &table, const std::function<bool()> &newPage);
+    void paintParagraphs(const QList<model::Paragraph> &paragraphs, const std::function<bool()> &newPage);
+    void paintTable(const model::Table &table, const std::function<bool()> &newPage);
     // The last page's footer; the number of pages.
     int finish();
     // Whether the first page has its number: a cover has none.
     void setNumberOnFirst(bool shown) { m_numberOnFirst = shown; }
+    // Where the headings are put as they are painted.
+    void setOutline(QList<OutlineEntry> *outline) { m_outline = outline; }
+    void setContentsPages(const QList<int> &pages) { m_contentsPages = pages; }
 
 private:
     double px(double points) const { return points * m_scale; }
     double pageTop() const { return px(m_geometry.top); }
     double pageBottom() const { return px(m_geometry.height - m_geometry.bottom); }
     double textWidth() const { return px(m_geometry.width - m_geometry.left - m_geometry.right); }
-    LaidParagraph layParagraph(const docx::Paragraph &paragraph, double width, bool keepWithNext) const;
+    LaidParagraph layParagraph(const model::Paragraph &paragraph, double width, bool keepWithNext) const;
     const LaidParagraph &laid(qsizetype index);
     double heightOfKeptGroup(qsizetype index);
-    LaidRow layRow(const docx::TableRow &row, const QList<double> &widths) const;
+    LaidRow layRow(const model::TableRow &row, const QList<double> &widths) const;
     // Paints the lines [from, to) of each cell of a row at the current height, with
     // the lines around the cells; answers the height painted.
     double paintRowPart(const LaidRow &row, const QList<double> &widths, const QList<int> &from, const QList<int> &to);
@@ -107,17 +111,33 @@ private:
     QPainter &m_painter;
     PageGeometry m_geometry;
     double m_scale;
-    const QList<docx::Paragraph> *m_paragraphs = nullptr; // the paragraphs being painted
-    std::map<qsizetype, LaidParagraph> m_laid;            // the paragraph being placed and the ones looked ahead at
+    const QList<model::Paragraph> *m_paragraphs = nullptr; // the paragraphs being painted
+    std::map<qsizetype, LaidParagraph> m_laid;             // the paragraph being placed and the ones looked ahead at
     double m_y = 0;
     int m_page = 1;
     bool m_numberOnFirst = true;
+    QList<OutlineEntry> *m_outline = nullptr;
+    QList<int> m_contentsPages;
+    qsizetype m_contentsEntry = 0; // the next entry of the table of contents
+    void paintLeader(const LaidParagraph &paragraph, int line, double top, double left, int page);
 };
+
+// A table row's bookmark shows at most this many characters of its text.
+constexpr qsizetype kBookmarkLength = 40;
+
+// The text of a paragraph as a reader's bookmark shows it: its runs, tabs as blanks.
+QString paragraphText(const model::Paragraph &paragraph)
+{
+    QString text;
+    for (const model::Run &run : paragraph.runs)
+        text += run.text;
+    return text.replace(u'\t', u' ').trimmed();
+}
 
 // The line grid: a line takes as many lines of the grid as its font needs.
 double onGrid(double height, double pitch) { return std::max(1.0, std::ceil(height / pitch - 0.01)) * pitch; }
 
-LaidParagraph Layouter::layParagraph(const docx::Paragraph &paragraph, double width, bool keepWithNext) const
+LaidParagraph Layouter::layParagraph(const model::Paragraph &paragraph, double width, bool keepWithNext) const
 {
     LaidParagraph result;
     result.breakAfter = holdsBreak(paragraph);
@@ -130,7 +150,7 @@ LaidParagraph Layouter::layParagraph(const docx::Paragraph &paragraph, double wi
 
     QString text;
     QList<QTextLayout::FormatRange> formats;
-    for (const docx::Run &run : paragraph.runs) {
+    for (const model::Run &run : paragraph.runs) {
         if (run.text.isEmpty())
             continue;
         QTextCharFormat format;
@@ -178,7 +198,7 @@ const LaidParagraph &Layouter::laid(qsizetype index)
 {
     if (const auto it = m_laid.find(index); it != m_laid.end())
         return it->second;
-    const QList<docx::Paragraph> &paragraphs = *m_paragraphs;
+    const QList<model::Paragraph> &paragraphs = *m_paragraphs;
     return m_laid.emplace(index, layParagraph(paragraphs[index], textWidth(), keepsWithNext(paragraphs, index))).first->second;
 }
 
@@ -226,12 +246,36 @@ void Layouter::paintLine(const LaidParagraph &paragraph, int line, double top, d
     }
 }
 
+// A dot leader from the end of the line's text to the page number at the right margin.
+void Layouter::paintLeader(const LaidParagraph &paragraph, int line, double top, double left, int page)
+{
+    if (!paragraph.layout)
+        return;
+    const QTextLine textLine = paragraph.layout->lineAt(line);
+    const QFont font = qtFont(model::Font{});
+    m_painter.setFont(font);
+    m_painter.setPen(Qt::black);
+    const QFontMetricsF metrics(font, m_painter.device());
+    const QString number = QString::number(page);
+    const double right = left + textWidth();
+    const double numberX = right - metrics.horizontalAdvance(number);
+    const double natural = textLine.ascent() + textLine.descent();
+    const double baseline = top + (paragraph.heights[line] - natural) / 2 + textLine.ascent();
+    m_painter.drawText(QPointF(numberX, baseline), number);
+    // The dots on a grid of their own, so that the leaders of all entries line up.
+    const QString dot = QStringLiteral(".");
+    const double pitch = metrics.horizontalAdvance(dot) * 2;
+    const double from = left + textLine.x() + textLine.naturalTextWidth() + pitch;
+    for (double x = std::ceil((from - left) / pitch) * pitch + left; x + pitch <= numberX - pitch / 2; x += pitch)
+        m_painter.drawText(QPointF(x, baseline), dot);
+}
+
 // The page number, centred in the footer; none on a cover.
 void Layouter::paintFooter()
 {
     if (m_page == 1 && !m_numberOnFirst)
         return;
-    docx::Font base;
+    model::Font base;
     const QFont font = qtFont(base);
     m_painter.setFont(font);
     m_painter.setPen(Qt::black);
@@ -251,7 +295,7 @@ void Layouter::nextPage(const std::function<bool()> &newPage)
     m_y = px(m_geometry.top);
 }
 
-void Layouter::paintParagraphs(const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage)
+void Layouter::paintParagraphs(const QList<model::Paragraph> &paragraphs, const std::function<bool()> &newPage)
 {
     m_paragraphs = &paragraphs;
     m_laid.clear();
@@ -288,8 +332,16 @@ void Layouter::paintParagraphs(const QList<docx::Paragraph> &paragraphs, const s
                 continue;
             }
             fit = std::max(fit, 1); // a line taller than the page stands alone on one
+            const int level = paragraphStyleInfo(paragraphs[i].style).outlineLevel;
+            if (m_outline && line == 0 && level > 0 && !paragraphText(paragraphs[i]).isEmpty())
+                m_outline->append({level, paragraphText(paragraphs[i]), m_page, m_y / m_scale});
             for (int k = 0; k < fit; ++k) {
                 paintLine(p, line + k, m_y, left);
+                if (line + k == lines - 1 && paragraphStyleInfo(paragraphs[i].style).part == DocumentPart::Entry) {
+                    const int page = m_contentsPages.value(m_contentsEntry++);
+                    if (page > 0)
+                        paintLeader(p, line + k, m_y, left, page);
+                }
                 m_y += p.heights[line + k];
             }
             line += fit;
@@ -303,16 +355,16 @@ void Layouter::paintParagraphs(const QList<docx::Paragraph> &paragraphs, const s
     m_paragraphs = nullptr;
 }
 
-LaidRow Layouter::layRow(const docx::TableRow &row, const QList<double> &widths) const
+LaidRow Layouter::layRow(const model::TableRow &row, const QList<double> &widths) const
 {
     LaidRow laidRow;
     for (qsizetype c = 0; c < row.cells.size(); ++c) {
         LaidCell cell;
-        QList<docx::Paragraph> paragraphs = row.cells[c].paragraphs;
+        QList<model::Paragraph> paragraphs = row.cells[c].paragraphs;
         if (paragraphs.isEmpty())
-            paragraphs.append(docx::Paragraph{}); // a cell holds one paragraph at least
+            paragraphs.append(model::Paragraph{}); // a cell holds one paragraph at least
         const double width = widths.value(c) - 2 * px(m_geometry.cellMargin);
-        for (const docx::Paragraph &paragraph : paragraphs) {
+        for (const model::Paragraph &paragraph : paragraphs) {
             cell.paragraphs.push_back(layParagraph(paragraph, width, false));
             const LaidParagraph &laidParagraph = cell.paragraphs.back();
             for (int line = 0; line < laidParagraph.heights.size(); ++line) {
@@ -354,7 +406,7 @@ double Layouter::paintRowPart(const LaidRow &row, const QList<double> &widths, c
     return height;
 }
 
-void Layouter::paintTable(const docx::Table &table, const std::function<bool()> &newPage)
+void Layouter::paintTable(const model::Table &table, const std::function<bool()> &newPage)
 {
     // The columns as the .docx has them, narrowed together when they are wider than the text.
     QList<double> widths;
@@ -367,7 +419,7 @@ void Layouter::paintTable(const docx::Table &table, const std::function<bool()> 
 
     std::vector<LaidRow> headers;
     double headerHeight = 0;
-    for (const docx::TableRow &row : table.rows) {
+    for (const model::TableRow &row : table.rows) {
         if (row.header) {
             headers.push_back(layRow(row, widths));
             headerHeight += headers.back().height();
@@ -391,7 +443,7 @@ void Layouter::paintTable(const docx::Table &table, const std::function<bool()> 
     const double roomOnAPage = bottom - pageTop() - headerHeight;
 
     bool headersShown = false;
-    for (const docx::TableRow &source : table.rows) {
+    for (const model::TableRow &source : table.rows) {
         if (source.header)
             continue;
         const LaidRow row = layRow(source, widths);
@@ -406,6 +458,16 @@ void Layouter::paintTable(const docx::Table &table, const std::function<bool()> 
         // A row that fits on a page is never split: it goes to the next page whole.
         if (m_y + row.height() > bottom + 0.5 && row.height() <= roomOnAPage && m_y > pageTop() + headerHeight + 0.5)
             freshPage();
+        if (m_outline) {
+            // A row's bookmark is its first line of text, the newer side's before the older's.
+            QString title;
+            for (const model::TableCell &cell : source.cells)
+                for (const model::Paragraph &paragraph : cell.paragraphs)
+                    if (title.isEmpty())
+                        title = paragraphText(paragraph);
+            if (!title.isEmpty())
+                m_outline->append({1, title.left(kBookmarkLength), m_page, m_y / m_scale});
+        }
         QList<int> from = whole(row, false);
         const QList<int> end = whole(row, true);
         while (from != end) {
@@ -442,9 +504,9 @@ int Layouter::finish()
 
 } // namespace
 
-PageGeometry PageGeometry::of(const docx::PageSetup &setup)
+PageGeometry PageGeometry::of(const model::PageSetup &setup)
 {
-    const docx::PageSize &page = docx::pageSize(setup);
+    const model::PageSize &page = model::pageSize(setup);
     const auto points = [](int twips) { return twips / 20.0; };
     PageGeometry geometry;
     geometry.width = points(page.width);
@@ -454,31 +516,61 @@ PageGeometry PageGeometry::of(const docx::PageSetup &setup)
     geometry.bottom = points(page.bottom);
     geometry.left = points(page.left);
     geometry.footer = points(page.footer);
-    geometry.cellMargin = points(docx::kCellMargin);
+    geometry.cellMargin = points(model::kCellMargin);
     return geometry;
 }
 
-int paintDocument(QPainter &painter, const QList<docx::Paragraph> &paragraphs, const std::function<bool()> &newPage,
-                  const PageGeometry &geometry)
+int paintDocument(QPainter &painter, const QList<model::Paragraph> &paragraphs, const std::function<bool()> &newPage,
+                  const PageGeometry &geometry, QList<OutlineEntry> *outline, const QList<int> &contentsPages)
 {
     Layouter layouter(painter, geometry);
+    layouter.setOutline(outline);
+    layouter.setContentsPages(contentsPages);
     layouter.setNumberOnFirst(paragraphs.isEmpty() || paragraphStyleInfo(paragraphs.first().style).part != DocumentPart::Cover);
     layouter.paintParagraphs(paragraphs, newPage);
     return layouter.finish();
 }
 
-int paintBlocks(QPainter &painter, const QList<docx::Block> &blocks, const std::function<bool()> &newPage, const PageGeometry &geometry)
+QList<int> contentsPagesOf(const QList<model::Paragraph> &paragraphs, const QList<OutlineEntry> &outline)
+{
+    // Texts compared without their blanks: an entry is indented, a heading spaced.
+    const auto bare = [](QString text) {
+        text.remove(QRegularExpression(QStringLiteral("\\s"), QRegularExpression::UseUnicodePropertiesOption));
+        return text;
+    };
+    QList<int> pages;
+    qsizetype next = 0;
+    for (const model::Paragraph &paragraph : paragraphs) {
+        if (paragraphStyleInfo(paragraph.style).part != DocumentPart::Entry)
+            continue;
+        const QString entry = bare(paragraphText(paragraph));
+        int page = 0;
+        for (qsizetype k = next; k < outline.size() && !entry.isEmpty(); ++k) {
+            if (bare(outline[k].title) == entry) {
+                page = outline[k].page;
+                next = k + 1;
+                break;
+            }
+        }
+        pages << page;
+    }
+    return pages;
+}
+
+int paintBlocks(QPainter &painter, const QList<model::Block> &blocks, const std::function<bool()> &newPage, const PageGeometry &geometry,
+                QList<OutlineEntry> *outline)
 {
     Layouter layouter(painter, geometry);
-    QList<docx::Paragraph> paragraphs; // the paragraphs since the last table, painted together
-    for (const docx::Block &block : blocks) {
-        if (const auto *paragraph = std::get_if<docx::Paragraph>(&block)) {
+    layouter.setOutline(outline);
+    QList<model::Paragraph> paragraphs; // the paragraphs since the last table, painted together
+    for (const model::Block &block : blocks) {
+        if (const auto *paragraph = std::get_if<model::Paragraph>(&block)) {
             paragraphs.append(*paragraph);
             continue;
         }
         layouter.paintParagraphs(paragraphs, newPage);
         paragraphs.clear();
-        layouter.paintTable(std::get<docx::Table>(block), newPage);
+        layouter.paintTable(std::get<model::Table>(block), newPage);
     }
     layouter.paintParagraphs(paragraphs, newPage);
     return layouter.finish();

@@ -50,7 +50,7 @@ QString familyFor(const QString &name)
     return family;
 }
 
-QFont qtFont(const docx::Font &font)
+QFont qtFont(const model::Font &font)
 {
     QFont f(familyFor(font.name));
     f.setPointSizeF(font.size);

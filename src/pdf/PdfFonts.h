@@ -2,7 +2,7 @@
 // The faces that stand in for the fonts a document names: the Japanese fonts of a
 // word processor on Windows are not there on Linux, and their metric twins are.
 
-#include "fileformats/DocxModel.h"
+#include "document/DocumentModel.h"
 
 #include <QFont>
 
@@ -14,6 +14,6 @@ namespace normaris::pdf {
 QString familyFor(const QString &name);
 
 // The QFont of a run's font, sized in points for the device the layout is made for.
-QFont qtFont(const docx::Font &font);
+QFont qtFont(const model::Font &font);
 
 } // namespace normaris::pdf

@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QString>
 
+#include "pdf/PdfOutline.h"
+
 #include <functional>
 
 namespace normaris::pdf {
@@ -17,7 +19,9 @@ using PagePainter = std::function<int(QPainter &painter, const std::function<boo
 // Sets the device to A4, upright or lying, and paints. Throws Failure.
 int paintPages(QPagedPaintDevice &device, bool landscape, const PagePainter &paint);
 
-// The same into a PDF file at path, with the title in its properties. Throws Failure.
-int savePdf(const QString &path, const QString &title, bool landscape, const PagePainter &paint);
+// The same into a PDF file at path, with the title in its properties and, when the
+// painting filled outline, its bookmarks. Throws Failure.
+int savePdf(const QString &path, const QString &title, bool landscape, const PagePainter &paint,
+            const QList<OutlineEntry> *outline = nullptr);
 
 } // namespace normaris::pdf

@@ -8,7 +8,7 @@
 //
 // It needs a QGuiApplication: the fonts come from the platform.
 
-#include "fileformats/RecordingTypist.h"
+#include "document/RecordingTypist.h"
 
 class QPagedPaintDevice;
 

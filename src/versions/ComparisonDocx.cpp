@@ -8,9 +8,9 @@ namespace normaris {
 
 namespace {
 
-using docx::Paragraph;
+using model::Paragraph;
 
-Paragraph paragraph(Typist::Alignment alignment, const QString &text, docx::Font font = {})
+Paragraph paragraph(Typist::Alignment alignment, const QString &text, model::Font font = {})
 {
     Paragraph p;
     p.alignment = alignment;
@@ -24,7 +24,7 @@ void appendRun(Paragraph &p, const QString &text, bool underline)
 {
     if (text.isEmpty())
         return;
-    docx::Font font;
+    model::Font font;
     font.underline = underline;
     if (!p.runs.isEmpty() && p.runs.last().font == font)
         p.runs.last().text += text;
@@ -63,21 +63,21 @@ QList<Paragraph> cellParagraphs(const ComparisonCell &cell)
     return paragraphs;
 }
 
-docx::TableCell headerCell(const QString &caption)
+model::TableCell headerCell(const QString &caption)
 {
-    docx::Font bold;
+    model::Font bold;
     bold.bold = true;
-    return docx::TableCell{{paragraph(Typist::Alignment::Center, caption, bold)}};
+    return model::TableCell{{paragraph(Typist::Alignment::Center, caption, bold)}};
 }
 
 } // namespace
 
-docx::PageSetup comparisonPageSetup() { return docx::PageSetup{true, true}; }
+model::PageSetup comparisonPageSetup() { return model::PageSetup{true, true}; }
 
-QList<docx::Block> comparisonBlocks(const ComparisonTable &table)
+QList<model::Block> comparisonBlocks(const ComparisonTable &table)
 {
-    QList<docx::Block> blocks;
-    docx::Font titleFont;
+    QList<model::Block> blocks;
+    model::Font titleFont;
     titleFont.bold = true;
     titleFont.size = 14;
     blocks << paragraph(Typist::Alignment::Center, table.title(), titleFont);
@@ -89,12 +89,12 @@ QList<docx::Block> comparisonBlocks(const ComparisonTable &table)
     blocks << paragraph(Typist::Alignment::Left, QString());
 
     const int half = docx::textWidth(comparisonPageSetup()) / 2;
-    docx::Table grid;
+    model::Table grid;
     grid.columnWidths = {half, half};
-    grid.rows.append(docx::TableRow{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true});
+    grid.rows.append(model::TableRow{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true});
     for (const ComparisonEntry &entry : table.entries)
         grid.rows.append(
-            docx::TableRow{{docx::TableCell{cellParagraphs(entry.newer)}, docx::TableCell{cellParagraphs(entry.older)}}, false});
+            model::TableRow{{model::TableCell{cellParagraphs(entry.newer)}, model::TableCell{cellParagraphs(entry.older)}}, false});
     blocks << grid;
 
     blocks << paragraph(Typist::Alignment::Right, ComparisonTable::kClosingNote);

@@ -4,14 +4,14 @@
 // page, the changed characters underlined, the closing note, the renumbered
 // articles, and the page number at the foot.
 
-#include "fileformats/DocxModel.h"
+#include "document/DocumentModel.h"
 #include "versions/ComparisonTable.h"
 
 namespace normaris {
 
 // The blocks of the document, under comparisonPageSetup().
-QList<docx::Block> comparisonBlocks(const ComparisonTable &table);
-docx::PageSetup comparisonPageSetup();
+QList<model::Block> comparisonBlocks(const ComparisonTable &table);
+model::PageSetup comparisonPageSetup();
 
 // Throws Failure when the file can't be written.
 void saveComparisonDocx(const ComparisonTable &table, const QString &path);

@@ -8,19 +8,9 @@
 #include "versions/ComparisonText.h"
 #include "versions/VersionComparison.h"
 
-#include <QFile>
-#include <QSaveFile>
-
 namespace normaris {
 
 namespace {
-
-void writeText(const QString &path, const QString &text)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
-        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
-}
 
 QString companyName(QSqlDatabase db, const QString &fallback)
 {
@@ -82,25 +72,20 @@ std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &
 Outcome ComparisonExport::write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath, ComparisonOutput *extra)
 {
     BusyCursor busy;
-    QStringList written;
     try {
+        StagedFiles files;
         const std::optional<ComparisonTable> made = table(request);
         if (!made)
             return Outcome::Stopped;
-        const QList<docx::Block> blocks = comparisonBlocks(*made);
-        if (!docxPath.isEmpty()) {
-            written << docxPath;
-            docx::saveDocx(docxPath, blocks, comparisonPageSetup());
-        }
-        if (!textPath.isEmpty()) {
-            written << textPath;
-            writeText(textPath, comparisonText(*made));
-        }
+        const QList<model::Block> blocks = comparisonBlocks(*made);
+        if (!docxPath.isEmpty())
+            docx::saveDocx(files.stage(docxPath), blocks, comparisonPageSetup());
+        if (!textPath.isEmpty())
+            writeTextFile(files.stage(textPath), comparisonText(*made));
         if (extra)
-            extra->save(*made, blocks, comparisonPageSetup());
+            extra->save(files, *made, blocks, comparisonPageSetup());
+        files.commit();
     } catch (const std::exception &e) {
-        for (const QString &path : std::as_const(written))
-            QFile::remove(path);
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Failed;
     }

@@ -2,8 +2,9 @@
 // 新旧対照表: two kept versions of one document compared and written as a .docx,
 // with a plain text beside it when asked. By default the last two versions.
 
+#include "base/FileOps.h"
 #include "base/Prompt.h"
-#include "fileformats/DocxModel.h"
+#include "document/DocumentModel.h"
 #include "versions/ComparisonTable.h"
 
 #include <QSqlDatabase>
@@ -20,11 +21,12 @@ struct ComparisonRequest {
 };
 
 // A further rendering of the table beside the .docx, such as its PDF: the same
-// blocks under the same page set-up.
+// blocks under the same page set-up, its file staged in files.
 class ComparisonOutput {
 public:
     virtual ~ComparisonOutput() = default;
-    virtual void save(const ComparisonTable &table, const QList<docx::Block> &blocks, const docx::PageSetup &setup) = 0; // throws Failure
+    virtual void save(StagedFiles &files, const ComparisonTable &table, const QList<model::Block> &blocks,
+                      const model::PageSetup &setup) = 0; // throws Failure
 };
 
 class ComparisonExport {
@@ -36,8 +38,9 @@ public:
     std::optional<ComparisonTable> table(const ComparisonRequest &request);
 
     // The table written to docxPath (none when empty), as text to textPath when one
-    // is given, and into extra. Stopped after a check's message with nothing written;
-    // Failed after the failure's own text, with nothing left of what it wrote.
+    // is given, and into extra; the files come into place together once all are
+    // written. Stopped after a check's message with nothing written; Failed after the
+    // failure's own text, with nothing left of what it wrote.
     Outcome write(const ComparisonRequest &request, const QString &docxPath, const QString &textPath = {},
                   ComparisonOutput *extra = nullptr);
 

@@ -7,7 +7,7 @@
 // Red text is left out: it is a request to the user (a template to insert, an
 // item that stands alone), not a word of the rules.
 
-#include "export/Typist.h"
+#include "document/Typist.h"
 #include "versions/PrintedRow.h"
 
 #include <optional>

@@ -23,30 +23,20 @@ VersionHeader headerOf(const RowReader &q)
     return h;
 }
 
-// Rows in one batch statement of at most this many rows (SQLite's limit of bound
-// values is 32766; a row binds 14).
-constexpr qsizetype kBatchRows = 500;
-
 void insertRows(QSqlDatabase db, qint64 id, const PrintedRows &rows)
 {
-    for (qsizetype from = 0; from < rows.size(); from += kBatchRows) {
-        const qsizetype n = qMin(kBatchRows, rows.size() - from);
-        QStringList tuples;
-        QVariantList binds;
-        for (qsizetype i = from; i < from + n; ++i) {
-            const PrintedRow &r = rows[i];
-            tuples << QStringLiteral("(?,?,?,?,?,?,?,?,?,?,?,?,?)");
-            binds << id << qint64(i + 1) << levelCode(r.level);
-            for (const QString &code : r.codes)
-                binds << boundValue(code);
-            binds << boundValue(r.segment) << (r.newLine ? QStringLiteral("1") : QStringLiteral("")) << boundValue(r.label)
-                  << boundValue(r.text);
-        }
-        execSql(db,
-                QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
-                               "号の細分イロハCode, 結合, 改行, 番号表示, 文章) VALUES ")
-                    + tuples.join(u','),
-                binds);
+    RowWriter insert(db, QStringLiteral("INSERT INTO 改訂履歴行 (改訂履歴ID, 順番, 種別, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, "
+                                        "号の細分イロハCode, 結合, 改行, 番号表示, 文章) VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?)"));
+    QVariantList binds;
+    binds.reserve(13);
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const PrintedRow &r = rows[i];
+        binds.clear();
+        binds << id << qint64(i + 1) << levelCode(r.level);
+        for (const QString &code : r.codes)
+            binds << code;
+        binds << r.segment << (r.newLine ? QStringLiteral("1") : QStringLiteral("")) << r.label << r.text;
+        insert.write(binds);
     }
 }
 

@@ -13,6 +13,7 @@
 #include "composition/ClauseReleaser.h"
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
+#include "composition/ExcelLists.h"
 #include "dictionary/DocumentMaster.h"
 #include "dictionary/DocumentWords.h"
 #include "dictionary/EntryEditor.h"
@@ -21,6 +22,9 @@
 #include "dictionary/InlineSegmentEditor.h"
 #include "dictionary/SegmentEditor.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
+#include "fileformats/TextOutput.h"
+#include "versions/VersionOutput.h"
 #include "import/EntryImport.h"
 #include "import/SourceCompany.h"
 #include "export/SettingSubstitution.h"
@@ -29,6 +33,7 @@
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/Maintenance.h"
+#include "versions/ComparisonExport.h"
 #include "words/EmbeddedWords.h"
 
 #include <QDirIterator>
@@ -180,6 +185,29 @@ void prepareSubstitution(Fixture &f)
     QStringList values = settings.load();
     values[0] = QStringLiteral("株式会社甲");
     settings.save(values, QStringLiteral("2"));
+}
+
+// The files a writing step writes go beside the company files, so that a failure that
+// left one (or a part of one) would show among them.
+QString outputPath(Fixture &f, const char *name) { return f.root.layout().dataDir() + u'/' + QString::fromLatin1(name); }
+
+void clearOutputs(Fixture &f)
+{
+    for (const char *name : {"out.docx", "out.txt", "table.docx", "table.txt", "list.xlsx"})
+        QFile::remove(outputPath(f, name));
+}
+
+// The document as .docx and text beside the company files, with its version when asked.
+Outcome exportInto(Fixture &f, const RenderOptions &options, bool withVersion)
+{
+    DocxOutput docx(outputPath(f, "out.docx"));
+    TextOutput text(outputPath(f, "out.txt"));
+    VersionOutput version(f.db, kStyle, kDoc);
+    DocumentOutputs outputs{&docx, &text};
+    if (withVersion)
+        outputs << &version;
+    const bool filing = options.kind == ExportKind::Filing;
+    return DocumentExport(f.db, f.prompt).write(filing ? QString() : kStyle, filing ? QString() : kDoc, options, outputs);
 }
 
 // The user's chain of entries in the work rules: 章 70, 条 7001, 項 70, 号 70, ①～⑳ 70,
@@ -422,9 +450,40 @@ QList<FaultStep> steps()
                           prepareSubstitution(f);
                           ScriptedPrompt quiet;
                           mustBe(SettingSubstitution(f.db, quiet).run(kStyle, kDoc), quiet, "substitute");
+                          return [&f] { return exportInto(f, RenderOptions{}, true); };
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("filing forms"),
+                      [](Fixture &f) -> Run {
+                          prepareSubstitution(f);
                           return [&f] {
-                              return DocumentExport(f.db, f.prompt)
-                                  .write(kStyle, kDoc, RenderOptions{}, QString(), f.root.path() + QStringLiteral("/out.txt"));
+                              RenderOptions options;
+                              options.kind = ExportKind::Filing;
+                              return exportInto(f, options, false);
+                          };
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("comparison table"),
+                      [](Fixture &f) -> Run {
+                          prepareSubstitution(f);
+                          ScriptedPrompt quiet;
+                          mustBe(SettingSubstitution(f.db, quiet).run(kStyle, kDoc), quiet, "substitute");
+                          mustBe(exportInto(f, RenderOptions{}, true), f.prompt, "the first version");
+                          EffectiveDates(f.db, kDoc).add(kStyle, QDate(2027, 4, 1));
+                          mustBe(exportInto(f, RenderOptions{}, true), f.prompt, "the second version");
+                          clearOutputs(f);
+                          return [&f] {
+                              return ComparisonExport(f.db, f.prompt)
+                                  .write(ComparisonRequest{kStyle, kDoc, std::nullopt, std::nullopt, kCompany}, outputPath(f, "table.docx"),
+                                         outputPath(f, "table.txt"));
+                          };
+                      },
+                      kDescription};
+    list << FaultStep{QStringLiteral("words list"),
+                      [](Fixture &f) -> Run {
+                          prepareSubstitution(f);
+                          return [&f] {
+                              return ExcelLists(f.db, f.prompt).write(ListKind::BasicWords, kStyle, kDoc, outputPath(f, "list.xlsx"));
                           };
                       },
                       kDescription};
@@ -673,7 +732,11 @@ private slots:
         mustBe(SettingSubstitution(f.db, quiet).run(kStyle, kDoc), quiet, "substitute");
 
         const QString docx = f.root.path() + QStringLiteral("/out.docx");
-        const auto exportOnce = [&] { return DocumentExport(f.db, f.prompt).write(kStyle, kDoc, RenderOptions{}, docx); };
+        const auto exportOnce = [&] {
+            DocxOutput output(docx);
+            VersionOutput version(f.db, kStyle, kDoc);
+            return DocumentExport(f.db, f.prompt).write(kStyle, kDoc, RenderOptions{}, {&output, &version});
+        };
         FaultInjection::arm(0, 0);
         QCOMPARE(exportOnce(), Outcome::Done);
         const int count = FaultInjection::rowReadsSeen();

@@ -7,6 +7,9 @@
 #include "composition/Panels.h"
 #include "composition/PanelStep.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
+#include "fileformats/TextOutput.h"
+#include "versions/VersionOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/EffectiveDates.h"
@@ -351,8 +354,10 @@ private slots:
         QTemporaryDir out;
         const QString text = out.filePath(QStringLiteral("01.txt"));
         prompt.clear();
-        const Outcome exported =
-            DocumentExport(db, prompt).write(style, document, RenderOptions(), out.filePath(QStringLiteral("01.docx")), text);
+        DocxOutput docx(out.filePath(QStringLiteral("01.docx")));
+        TextOutput record(text);
+        VersionOutput version(db, style, document);
+        const Outcome exported = DocumentExport(db, prompt).write(style, document, RenderOptions(), {&docx, &record, &version});
         QVERIFY2(exported == Outcome::Done, qPrintable(prompt.lines().join(u'|')));
         QFile file(text);
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -9,13 +9,14 @@
 #include "ExportFixture.h"
 #include "OfficeRender.h"
 #include "export/DocumentRenderer.h"
-#include "export/ParagraphStyles.h"
+#include "document/ParagraphStyles.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 #include "fileformats/DocxTypist.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"
 
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -128,6 +129,28 @@ const DocxParagraph *paragraphWith(const DocxBody &body, const QString &text, in
 
 class DocxStylesTest : public QObject {
     Q_OBJECT
+private:
+    // The seed's work rules, built and substituted, as a .docx at path.
+    void saveSeedWorkRules(const QString &path)
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        BasicSettings settings(company.db);
+        QStringList values = settings.load();
+        values[settingIndex(QStringLiteral("事業所名"))] = QStringLiteral("サンプル株式会社");
+        values[settingIndex(QStringLiteral("郵便番号"))] = QStringLiteral("100-0005");
+        settings.save(values, QStringLiteral("2"));
+        for (const QString &d : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
+            EffectiveDates(company.db, d).add(QStringLiteral("1"), QDate(2026, 4, 1));
+            QCOMPARE(WorkDataBuild(company.db, prompt).build(QStringLiteral("1"), d), Outcome::Done);
+        }
+        QCOMPARE(SettingSubstitution(company.db, prompt).run(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
+        DocxTypist typist;
+        QCOMPARE(DocumentRenderer(company.db, prompt).render(typist, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()),
+                 Outcome::Done);
+        typist.save(path);
+    }
+
 private slots:
     void init()
     {
@@ -145,9 +168,9 @@ private slots:
         QTest::newRow("Normal") << u"Normal"_qs << QStringList{u"widowControl"_qs,           u"rFonts@ascii=ＭＳ 明朝"_qs,
                                                                u"rFonts@hAnsi=ＭＳ 明朝"_qs, u"rFonts@eastAsia=ＭＳ 明朝"_qs,
                                                                u"rFonts@cs=ＭＳ 明朝"_qs,    u"rFonts@hint=eastAsia"_qs};
-        QTest::newRow("章") << u"ChapterHeading"_qs << QStringList{u"basedOn@val=Normal"_qs, u"next@val=Normal"_qs,  u"keepNext"_qs,
-                                                                   u"jc@val=center"_qs,      u"outlineLvl@val=0"_qs, u"b"_qs};
-        QTest::newRow("条") << u"ArticleHeading"_qs << QStringList{u"keepNext"_qs, u"outlineLvl@val=1"_qs};
+        QTest::newRow("章") << u"Heading1"_qs << QStringList{u"basedOn@val=Normal"_qs, u"next@val=Normal"_qs,  u"keepNext"_qs,
+                                                             u"jc@val=center"_qs,      u"outlineLvl@val=0"_qs, u"b"_qs};
+        QTest::newRow("条") << u"Heading2"_qs << QStringList{u"keepNext"_qs, u"outlineLvl@val=1"_qs};
         QTest::newRow("項") << u"Paragraph"_qs << QStringList{u"ind@hangingChars=100"_qs, u"ind@leftChars=100"_qs};
         QTest::newRow("イ") << u"Iroha"_qs << QStringList{u"ind@hangingChars=400"_qs, u"ind@left=840"_qs};
         QTest::newRow("規程名") << u"DocumentName"_qs << QStringList{u"jc@val=center"_qs, u"b"_qs, u"sz@val=28"_qs};
@@ -185,10 +208,10 @@ private slots:
         QTest::addColumn<bool>("bold");
         QTest::addColumn<QString>("styleId");
         QTest::addColumn<QStringList>("direct"); // the paragraph's and the run's own properties
-        QTest::newRow("章 as typed") << int(Style::Chapter) << int(Align::Center) << 0 << true << u"ChapterHeading"_qs << QStringList();
-        QTest::newRow("条 as typed") << int(Style::Article) << int(Align::Left) << 0 << false << u"ArticleHeading"_qs << QStringList();
+        QTest::newRow("章 as typed") << int(Style::Chapter) << int(Align::Center) << 0 << true << u"Heading1"_qs << QStringList();
+        QTest::newRow("条 as typed") << int(Style::Article) << int(Align::Left) << 0 << false << u"Heading2"_qs << QStringList();
         QTest::newRow("号 as typed") << int(Style::Item) << int(Align::Left) << -2 << false << u"Item"_qs << QStringList();
-        QTest::newRow("章 not bold") << int(Style::Chapter) << int(Align::Center) << 0 << false << u"ChapterHeading"_qs
+        QTest::newRow("章 not bold") << int(Style::Chapter) << int(Align::Center) << 0 << false << u"Heading1"_qs
                                      << QStringList{u"b@val=0"_qs, u"bCs@val=0"_qs};
         QTest::newRow("項 without indent") << int(Style::Paragraph) << int(Align::Left) << 0 << false << u"Paragraph"_qs
                                            << QStringList{u"ind@left=0"_qs, u"ind@leftChars=0"_qs};
@@ -289,12 +312,49 @@ private slots:
         const Saved saved = save(typist, m_temp->filePath(QStringLiteral("keep.docx")));
         const QList<DocxParagraph> &ps = saved.body.paragraphs;
         const auto chapter = std::find_if(
-            ps.begin(), ps.end(), [](const DocxParagraph &p) { return p.props.value(QStringLiteral("pStyle@val")) == u"ChapterHeading"; });
+            ps.begin(), ps.end(), [](const DocxParagraph &p) { return p.props.value(QStringLiteral("pStyle@val")) == u"Heading1"; });
         QVERIFY(chapter != ps.end() && chapter + 2 < ps.end());
         QVERIFY((chapter + 1)->runs.isEmpty());
         QVERIFY((chapter + 1)->props.contains(QStringLiteral("keepNext")));
-        QCOMPARE((chapter + 2)->props.value(QStringLiteral("pStyle@val")), QStringLiteral("ArticleHeading"));
+        QCOMPARE((chapter + 2)->props.value(QStringLiteral("pStyle@val")), QStringLiteral("Heading2"));
         QVERIFY(!(chapter + 3)->props.contains(QStringLiteral("keepNext")));
+    }
+
+    // A converter that knows nothing of the program reads every 章 as a heading of
+    // level 1 and every 条 as one of level 2, in the document's order.
+    void pandocReadsHeadings()
+    {
+        const QString docx = m_temp->filePath(QStringLiteral("見出し.docx"));
+        saveSeedWorkRules(docx);
+        QProcess pandoc;
+        pandoc.start(QStringLiteral("pandoc"), {QStringLiteral("-f"), QStringLiteral("docx"), QStringLiteral("-t"),
+                                                QStringLiteral("markdown"), QStringLiteral("--wrap=none"), docx});
+        QVERIFY2(pandoc.waitForFinished(120000) && pandoc.exitCode() == 0, pandoc.readAllStandardError().constData());
+        QStringList chapters, articles;
+        for (const QString &line : QString::fromUtf8(pandoc.readAllStandardOutput()).split(u'\n')) {
+            if (line.startsWith(QStringLiteral("# ")))
+                chapters << line.mid(2);
+            else if (line.startsWith(QStringLiteral("## ")))
+                articles << line.mid(3);
+        }
+        // The same headings as the document holds in its heading styles.
+        const DocxBody body = readBody(zipEntries(docx).value(QStringLiteral("word/document.xml")));
+        QStringList typedChapters, typedArticles;
+        for (const DocxParagraph &p : body.paragraphs) {
+            if (p.props.value(QStringLiteral("pStyle@val")) == u"Heading1")
+                typedChapters << p.text();
+            else if (p.props.value(QStringLiteral("pStyle@val")) == u"Heading2")
+                typedArticles << p.text();
+        }
+        QVERIFY(typedChapters.size() >= 10);
+        QVERIFY(typedArticles.size() >= 50);
+        QCOMPARE(chapters.size(), typedChapters.size());
+        QCOMPARE(articles.size(), typedArticles.size());
+        static const QRegularExpression chapter(QStringLiteral("^第[０-９]+章")), article(QStringLiteral("^第[０-９]+条"));
+        for (const QString &c : std::as_const(chapters))
+            QVERIFY2(chapter.match(c).hasMatch(), qPrintable(c));
+        for (const QString &a : std::as_const(articles))
+            QVERIFY2(article.match(a).hasMatch(), qPrintable(a));
     }
 
     // The seed's work rules as LibreOffice lays them out: a page number on each
@@ -302,23 +362,8 @@ private slots:
     // only the Mincho face (with the project's font aliases installed).
     void seedWorkRulesInLibreOffice()
     {
-        OpenCompany company;
-        ScriptedPrompt prompt;
-        BasicSettings settings(company.db);
-        QStringList values = settings.load();
-        values[settingIndex(QStringLiteral("事業所名"))] = QStringLiteral("サンプル株式会社");
-        values[settingIndex(QStringLiteral("郵便番号"))] = QStringLiteral("100-0005");
-        settings.save(values, QStringLiteral("2"));
-        for (const QString &d : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
-            EffectiveDates(company.db, d).add(QStringLiteral("1"), QDate(2026, 4, 1));
-            QCOMPARE(WorkDataBuild(company.db, prompt).build(QStringLiteral("1"), d), Outcome::Done);
-        }
-        QCOMPARE(SettingSubstitution(company.db, prompt).run(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
-        DocxTypist typist;
-        QCOMPARE(DocumentRenderer(company.db, prompt).render(typist, QStringLiteral("1"), QStringLiteral("01"), RenderOptions()),
-                 Outcome::Done);
         const QString docx = m_temp->filePath(QStringLiteral("就業規則.docx"));
-        typist.save(docx);
+        saveSeedWorkRules(docx);
         QString error;
         const QString pdf = convertToPdf(docx, m_temp->path(), &error);
         QVERIFY2(error.isEmpty(), qPrintable(error));

@@ -5,7 +5,7 @@
 #include "ExportFixture.h"
 #include "export/DocumentRenderer.h"
 #include "export/SettingSubstitution.h"
-#include "export/TextTypist.h"
+#include "fileformats/TextTypist.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"

@@ -6,7 +6,7 @@
 #include "ExportFixture.h"
 #include "WorkRows.h"
 #include "export/ArticlePreview.h"
-#include "export/TextTypist.h"
+#include "fileformats/TextTypist.h"
 
 #include <QFile>
 #include <QFileInfo>

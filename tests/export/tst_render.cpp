@@ -7,7 +7,7 @@
 #include "TestRoot.h"
 #include "WorkRows.h"
 #include "export/DocumentRenderer.h"
-#include "export/TextTypist.h"
+#include "fileformats/TextTypist.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"

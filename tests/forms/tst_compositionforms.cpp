@@ -16,7 +16,7 @@
 #include "base/Database.h"
 #include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
-#include "shell/forms/frmMain01.h"
+#include "app/forms/frmMain01.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -11,6 +11,7 @@
 #include "rulebase/EffectiveDates.h"
 #include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
+#include "versions/VersionTables.h"
 
 #include <QDate>
 #include <QFileInfo>
@@ -155,7 +156,10 @@ private slots:
             return chosen;
         };
         int previewed = 0;
-        form.showPrintPreview = [&](const PdfTypist &) { ++previewed; };
+        form.showPrintPreview = [&](const PdfTypist &) {
+            ++previewed;
+            return true;
+        };
         click(form, QStringLiteral("cmdPdf"));
         QCOMPARE(QFileInfo(proposed).fileName(), AppState::instance().CompanyName + QStringLiteral("_就業規則届_")
                                                      + QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) + QStringLiteral(".pdf"));
@@ -177,6 +181,34 @@ private slots:
         click(form, QStringLiteral("cmdPrint"));
         QCOMPARE(previewed, 1);
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("データの確認: 基本設定のデータがありません。")});
+    }
+
+    // The PDF of a set of rules is written in the step that keeps its version: a save
+    // dialog closed, or a preview closed without printing, keeps none.
+    void aVersionOnlyWithItsDocument()
+    {
+        saveEmptySettings();
+        EffectiveDates(AppState::cn(), QStringLiteral("02")).add(QStringLiteral("1"), QDate(2026, 4, 1));
+        frmExport form;
+        form.show();
+        choose(child<QListWidget>(form, QStringLiteral("DataList1")), QStringLiteral("02"));
+        click(form, QStringLiteral("Command5"));
+        ensureVersionTables(AppState::cn());
+        const auto versions = [] { return scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 改訂履歴")).toInt(); };
+        const int before = versions();
+        form.choosePdfPath = [](const QString &) { return QString(); };
+        form.showPrintPreview = [](const PdfTypist &) { return false; };
+        click(form, QStringLiteral("cmdPdf"));
+        click(form, QStringLiteral("cmdPrint"));
+        QCOMPARE(versions(), before);
+
+        m_session->prompt.clear();
+        const QString chosen = m_session->root.path() + QStringLiteral("/賃金規程.pdf");
+        form.choosePdfPath = [&](const QString &) { return chosen; };
+        click(form, QStringLiteral("cmdPdf"));
+        QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("処理完了: PDF「%1」を保存しました。").arg(chosen)});
+        QCOMPARE(versions(), before + 1);
+        QVERIFY(QFileInfo(chosen).size() > 1000);
     }
 
     void filingFormsNeedNoDocument()

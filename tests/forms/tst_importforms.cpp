@@ -5,7 +5,7 @@
 #include "UserEntries.h"
 #include "import/SourceCompany.h"
 #include "import/forms/frmCopy01.h"
-#include "shell/forms/frmMain01.h"
+#include "app/forms/frmMain01.h"
 
 #include <QApplication>
 #include <QComboBox>

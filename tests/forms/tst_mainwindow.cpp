@@ -5,7 +5,7 @@
 #include "base/AppState.h"
 #include "shell/HelpContext.h"
 #include "shell/forms/FormHelpers.h"
-#include "shell/forms/frmMain01.h"
+#include "app/forms/frmMain01.h"
 
 #include <QAction>
 #include <QDialog>

@@ -7,8 +7,8 @@
 #include "OfficeRender.h"
 #include "export/DocumentRenderer.h"
 #include "export/SettingSubstitution.h"
-#include "export/TextTypist.h"
-#include "export/TypistPair.h"
+#include "fileformats/TextTypist.h"
+#include "document/TypistPair.h"
 #include "export/WorkDataBuild.h"
 #include "pdf/ComparisonPdf.h"
 #include "pdf/PdfTypist.h"
@@ -16,6 +16,9 @@
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -145,6 +148,22 @@ private slots:
             QVERIFY2(!onPage.isEmpty() && onPage.last() == QString::number(page), qPrintable(onPage.join(u'|')));
             onPage.removeLast();
         }
+        // The entries of the table of contents end with a dot leader and a page number,
+        // which the text rendering has not: kept aside and checked against the headings.
+        QList<std::pair<QString, int>> contents; // entry, its number
+        int lastContentsPage = 0;
+        static const QRegularExpression leader(QStringLiteral("^(.*[^.])\\.{3,}(\\d+)$"));
+        for (int page = 1; page <= pages; ++page) {
+            for (QString &line : lines[page - 1]) {
+                const QRegularExpressionMatch m = leader.match(line);
+                if (m.hasMatch()) {
+                    contents.append({m.captured(1), m.captured(2).toInt()});
+                    line = m.captured(1);
+                    lastContentsPage = page;
+                }
+            }
+        }
+        QVERIFY2(contents.size() >= 60, qPrintable(QString::number(contents.size())));
         // The paragraphs of the text rendering, in order; a paragraph the page
         // wraps is the PDF's lines joined.
         QStringList pdfLinesInOrder;
@@ -161,6 +180,60 @@ private slots:
             QCOMPARE(joined, expected);
         }
         QCOMPARE(at, pdfLinesInOrder.size());
+
+        // The bookmarks: every 章 and 条 heading in order, each 条 under its 章, each
+        // pointing at the page whose text holds it; the file passes qpdf's check.
+        QStringList headings;
+        QList<int> levels;
+        for (const model::Paragraph &p : pdf.paragraphs()) {
+            if (p.style != Style::Chapter && p.style != Style::Article)
+                continue;
+            QString title;
+            for (const model::Run &run : p.runs)
+                title += run.text;
+            if (title.trimmed().isEmpty())
+                continue;
+            headings << title.replace(u'\t', u' ').trimmed();
+            levels << (p.style == Style::Chapter ? 1 : 2);
+        }
+        QVERIFY(levels.count(1) >= 10 && levels.count(2) >= 50);
+        QProcess check;
+        check.start(QStringLiteral("qpdf"), {QStringLiteral("--check"), path});
+        QVERIFY(check.waitForFinished(60000));
+        QVERIFY2(check.exitCode() == 0, check.readAllStandardOutput().constData());
+        QProcess qpdf;
+        qpdf.start(QStringLiteral("qpdf"), {QStringLiteral("--json"), QStringLiteral("--json-key=outlines"), path});
+        QVERIFY(qpdf.waitForFinished(60000) && qpdf.exitCode() == 0);
+        const QJsonArray outlines = QJsonDocument::fromJson(qpdf.readAllStandardOutput()).object().value(u"outlines").toArray();
+        QStringList titles;
+        QList<int> titleLevels;
+        const auto visit = [&](const QJsonObject &item, int level, auto &&self) -> void {
+            const QString title = item.value(u"title").toString();
+            titles << title;
+            titleLevels << level;
+            const int page = item.value(u"destpageposfrom1").toInt();
+            QVERIFY2(page >= 1 && page <= pages, qPrintable(title));
+            QVERIFY2(lines[page - 1].join(QString()).contains(visibleText(title)),
+                     qPrintable(title + QStringLiteral(" on page ") + QString::number(page)));
+            for (const QJsonValue kid : item.value(u"kids").toArray())
+                self(kid.toObject(), level + 1, self);
+        };
+        for (const QJsonValue item : outlines)
+            visit(item.toObject(), 1, visit);
+        QCOMPARE(titles, headings);
+        QCOMPARE(titleLevels, levels);
+
+        // Each number of the table of contents is the page of its heading in the body:
+        // the first page after the contents whose text holds the heading.
+        int searchFrom = lastContentsPage + 1;
+        for (const auto &[entry, number] : std::as_const(contents)) {
+            int page = searchFrom;
+            while (page <= pages && !lines[page - 1].contains(entry))
+                ++page;
+            QVERIFY2(page <= pages, qPrintable(entry));
+            QVERIFY2(number == page, qPrintable(entry + QStringLiteral(": %1, found on %2").arg(number).arg(page)));
+            searchFrom = page;
+        }
     }
 
     // The label at the margin and the wrapped lines of a hanging indent in by its
@@ -334,7 +407,9 @@ private slots:
         const ComparisonTable table = comparisonOf(30);
         const QString path = m_temp->filePath(QStringLiteral("新旧対照表.pdf"));
         ComparisonPdf pdf(path);
-        pdf.save(table, comparisonBlocks(table), comparisonPageSetup());
+        StagedFiles files;
+        pdf.save(files, table, comparisonBlocks(table), comparisonPageSetup());
+        files.commit();
         QVERIFY(pdf.pages() >= 3);
 
         QString error;
@@ -367,6 +442,19 @@ private slots:
         QVERIFY(pages.last().contains(ComparisonTable::kClosingNote));
         for (int page = 0; page < pages.size(); ++page)
             QCOMPARE(pages[page].last(), QString::number(page + 1));
+
+        // A bookmark per row, in order, each at the page where its article stands.
+        QProcess qpdf;
+        qpdf.start(QStringLiteral("qpdf"), {QStringLiteral("--json"), QStringLiteral("--json-key=outlines"), path});
+        QVERIFY(qpdf.waitForFinished(60000) && qpdf.exitCode() == 0);
+        const QJsonArray outlines = QJsonDocument::fromJson(qpdf.readAllStandardOutput()).object().value(u"outlines").toArray();
+        QCOMPARE(outlines.size(), 30);
+        for (int i = 0; i < outlines.size(); ++i) {
+            const QJsonObject item = outlines[i].toObject();
+            const QString label = QStringLiteral("第%1条").arg(i + 1);
+            QVERIFY2(item.value(u"title").toString().startsWith(label), qPrintable(item.value(u"title").toString()));
+            QCOMPARE(item.value(u"destpageposfrom1").toInt(), articleRows.value(label.section(u'条', 0, 0)).value(0).first);
+        }
     }
 
     void saveFailure()

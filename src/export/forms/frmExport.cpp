@@ -2,6 +2,7 @@
 
 #include "composition/DocumentList.h"
 #include "export/DocumentExport.h"
+#include "fileformats/DocxOutput.h"
 #include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
@@ -9,6 +10,7 @@
 #include "base/AppState.h"
 #include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
+#include "versions/VersionOutput.h"
 #include "versions/forms/frmVersions.h"
 #include "words/forms/frmGokusentakuSub.h"
 
@@ -29,6 +31,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <optional>
 
 namespace normaris {
 
@@ -165,7 +169,7 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
                 uiPrompt().failure(f.text());
             }
         });
-        preview.exec();
+        return preview.exec() == QDialog::Accepted;
     };
     // Beside the chain: the kept versions of the chosen document and their comparison.
     QPushButton *versions = makeButton(this, QStringLiteral("Command8"), QStringLiteral("新旧対照表(&V)"));
@@ -309,14 +313,13 @@ void frmExport::substitute()
 
 void frmExport::sendToWord()
 {
-    const RenderOptions options = renderOptions();
-    const AppState &state = AppState::instance();
-    if (options.kind != ExportKind::Filing && !chooseStyleAndDocument())
+    const std::optional<QString> document = chosenDocument();
+    if (!document)
         return;
-    const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
     try {
-        const QString path = DocumentExport::temporaryPath(document);
-        if (DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, path) == Outcome::Stopped) {
+        const QString path = DocumentExport::temporaryPath(*document);
+        DocxOutput docx(path);
+        if (writeDocument(*document, docx) != Outcome::Done) {
             QFile::remove(path);
             return;
         }
@@ -327,15 +330,25 @@ void frmExport::sendToWord()
     }
 }
 
-bool frmExport::typeDocument(ExtraOutput &output)
+std::optional<QString> frmExport::chosenDocument()
+{
+    if (renderOptions().kind == ExportKind::Filing)
+        return QString();
+    if (!chooseStyleAndDocument())
+        return std::nullopt;
+    return AppState::instance().CurKiteiCode;
+}
+
+Outcome frmExport::writeDocument(const QString &document, DocumentOutput &output)
 {
     const RenderOptions options = renderOptions();
     const AppState &state = AppState::instance();
-    if (options.kind != ExportKind::Filing && !chooseStyleAndDocument())
-        return false;
-    const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
-    return DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, QString(), QString(), &output)
-           == Outcome::Done;
+    DocumentOutputs outputs{&output};
+    // Only a whole document of rules or an agreement is a version; the filing forms are not.
+    std::optional<VersionOutput> version;
+    if (options.kind != ExportKind::Filing)
+        outputs << &version.emplace(AppState::cn(), state.CurBunshoKeishikiCode, document);
+    return DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, outputs);
 }
 
 QString frmExport::proposedPdfName() const
@@ -356,29 +369,43 @@ QString frmExport::proposedPdfName() const
 
 void frmExport::saveAsPdf()
 {
-    // The name is proposed before the typing: the question of a misnumbered
-    // document and the checks come first, the save dialog after them.
-    PdfOutput probe({});
-    if (!typeDocument(probe))
+    // The name is asked for once the document is typed: the question of a misnumbered
+    // document and the checks come first, the save dialog after them. The PDF is written
+    // in the transaction that keeps its version: a save cancelled keeps none.
+    const std::optional<QString> document = chosenDocument();
+    if (!document)
         return;
-    const QString path = choosePdfPath(proposedPdfName());
-    if (path.isEmpty())
+    PdfOutput pdf([this] { return choosePdfPath(proposedPdfName()); });
+    if (writeDocument(*document, pdf) != Outcome::Done)
         return;
-    try {
-        probe.pdf().save(path, QFileInfo(path).completeBaseName());
-        m_lastDocument = path;
-        uiPrompt().information(QStringLiteral("処理完了"), QStringLiteral("PDF「%1」を保存しました。").arg(path));
-    } catch (const Failure &f) {
-        uiPrompt().failure(f.text());
-    }
+    m_lastDocument = pdf.path();
+    uiPrompt().information(QStringLiteral("処理完了"), QStringLiteral("PDF「%1」を保存しました。").arg(pdf.path()));
 }
+
+namespace {
+
+// The document laid out for print and shown in the print preview when complete: its
+// version is kept when the user prints it.
+class PrintOutput : public DocumentOutput {
+public:
+    explicit PrintOutput(std::function<bool(const PdfTypist &)> preview) : m_preview(std::move(preview)) {}
+    Typist &typist() override { return m_typist; }
+    bool complete(StagedFiles &) override { return m_preview(m_typist); }
+
+private:
+    PdfTypist m_typist;
+    std::function<bool(const PdfTypist &)> m_preview;
+};
+
+} // namespace
 
 void frmExport::printDocument()
 {
-    PdfOutput document({});
-    if (!typeDocument(document))
+    const std::optional<QString> document = chosenDocument();
+    if (!document)
         return;
-    showPrintPreview(document.pdf());
+    PrintOutput output(showPrintPreview);
+    writeDocument(*document, output);
 }
 
 void frmExport::openVersions()

@@ -9,6 +9,7 @@
 #include <QDialog>
 
 #include <functional>
+#include <optional>
 
 class QButtonGroup;
 class QGroupBox;
@@ -18,7 +19,7 @@ class QPushButton;
 
 namespace normaris {
 
-class ExtraOutput;
+class DocumentOutput;
 class PdfTypist;
 
 class frmExport : public QDialog {
@@ -32,8 +33,9 @@ public:
     // Where the PDF goes: a save dialog that proposes the name given; empty when
     // the user cancels. Tests put their own in its place.
     std::function<QString(const QString &proposed)> choosePdfPath;
-    // The print preview of a document laid out for print. Tests put their own in its place.
-    std::function<void(const PdfTypist &document)> showPrintPreview;
+    // The print preview of a document laid out for print: true when the user printed it.
+    // Tests put their own in its place.
+    std::function<bool(const PdfTypist &document)> showPrintPreview;
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -53,9 +55,13 @@ private:
     void sendToWord();
     void saveAsPdf();
     void printDocument();
-    // The document that the options and the list name, typed into output as
-    // データをWordへ送る types it, checks and questions first. False after a message.
-    bool typeDocument(ExtraOutput &output);
+    // The document, written to output as
+    // データをWordへ送る writes it, checks and questions first, with its version kept
+    // in the same transaction when output completes. The outcome of the export.
+    Outcome writeDocument(const QString &document, DocumentOutput &output);
+    // The document the options and the list name (none for the filing forms), after the
+    // choosing step; nothing after its message.
+    std::optional<QString> chosenDocument();
     // 会社名_文書名_日付.pdf
     QString proposedPdfName() const;
     void openVersions();

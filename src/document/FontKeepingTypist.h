@@ -2,7 +2,7 @@
 // A typist that keeps the font in force as a value, for typists that record what was
 // typed run by run (the text rendering, the .docx and the PDF).
 
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 #include <QString>
 

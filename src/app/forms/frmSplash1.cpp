@@ -1,4 +1,4 @@
-#include "shell/forms/frmSplash1.h"
+#include "app/forms/frmSplash1.h"
 
 #include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"

@@ -1,4 +1,4 @@
-#include "export/TextTypist.h"
+#include "fileformats/TextTypist.h"
 
 namespace normaris {
 

@@ -1,16 +1,17 @@
 #pragma once
-// What a RecordingTypist (the .docx and the PDF typists) holds of the document
-// until it is written: paragraphs of runs, each run with the font it was typed in.
+// The document model, in no file's format: what a RecordingTypist (the .docx and the
+// PDF typists) holds of the document until it is written: paragraphs of runs, each run
+// with the font it was typed in.
 // A paragraph's settings may still change while the cursor is in it, so nothing is
 // written before the whole document is there.
 
-#include "export/FontKeepingTypist.h"
+#include "document/FontKeepingTypist.h"
 
 #include <QList>
 #include <QString>
 #include <variant>
 
-namespace normaris::docx {
+namespace normaris::model {
 
 using Font = TypedFont;
 
@@ -73,4 +74,4 @@ inline const PageSize &pageSize(const PageSetup &setup) { return setup.landscape
 // A table cell keeps its text this far from its left and right lines, in twips.
 inline constexpr int kCellMargin = 108;
 
-} // namespace normaris::docx
+} // namespace normaris::model

@@ -1,4 +1,4 @@
-#include "shell/forms/frmMain01.h"
+#include "app/forms/frmMain01.h"
 
 #include "composition/forms/frmMakesentaku.h"
 #include "dictionary/forms/frmDicsentaku.h"
@@ -13,7 +13,7 @@
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
-#include "shell/forms/frmAbout.h"
+#include "app/forms/frmAbout.h"
 
 #include <QApplication>
 #include <QCloseEvent>

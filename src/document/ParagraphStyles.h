@@ -4,7 +4,7 @@
 // carries it by the style and writes only what differs), the outline level of the
 // headings, and how the style holds a page together.
 
-#include "export/Typist.h"
+#include "document/Typist.h"
 
 #include <array>
 
@@ -36,6 +36,10 @@ struct ParagraphStyleInfo {
 // leaves neither its first line alone at a page's foot nor its last at the head.
 // The names of the table of contents are those a word processor gives the entries
 // of the table it makes itself, so that an update of the table keeps their format.
+// The 章 and 条 headings are the word processor's own "heading 1" and "heading 2"
+// (a Japanese word processor shows them as 見出し 1 and 見出し 2) with the format of
+// the rules, so that other readers of the file (converters, screen readers) find them
+// as headings.
 inline constexpr std::array<ParagraphStyleInfo, 16> kParagraphStyles = {{
     // style, id, name, next, alignment, indent, size, bold, outline level, keep with next, part
     {Typist::ParagraphStyle::Body, u"Normal", u"Normal", Typist::ParagraphStyle::Body, Typist::Alignment::Left, 0, 10.5, false, 0, false,
@@ -54,10 +58,10 @@ inline constexpr std::array<ParagraphStyleInfo, 16> kParagraphStyles = {{
      false, DocumentPart::Entry},
     {Typist::ParagraphStyle::DocumentName, u"DocumentName", u"規程名", Typist::ParagraphStyle::Body, Typist::Alignment::Center, 0, 14, true,
      0, true, DocumentPart::Text},
-    {Typist::ParagraphStyle::Chapter, u"ChapterHeading", u"章見出し", Typist::ParagraphStyle::Body, Typist::Alignment::Center, 0, 10.5,
-     true, 1, true, DocumentPart::Text},
-    {Typist::ParagraphStyle::Article, u"ArticleHeading", u"条見出し", Typist::ParagraphStyle::Body, Typist::Alignment::Left, 0, 10.5, false,
-     2, true, DocumentPart::Text},
+    {Typist::ParagraphStyle::Chapter, u"Heading1", u"heading 1", Typist::ParagraphStyle::Body, Typist::Alignment::Center, 0, 10.5, true, 1,
+     true, DocumentPart::Text},
+    {Typist::ParagraphStyle::Article, u"Heading2", u"heading 2", Typist::ParagraphStyle::Body, Typist::Alignment::Left, 0, 10.5, false, 2,
+     true, DocumentPart::Text},
     {Typist::ParagraphStyle::Preamble, u"Preamble", u"前文", Typist::ParagraphStyle::Preamble, Typist::Alignment::Left, 0, 10.5, false, 0,
      false, DocumentPart::Text},
     {Typist::ParagraphStyle::Paragraph, u"Paragraph", u"項", Typist::ParagraphStyle::Paragraph, Typist::Alignment::Left, -1, 10.5, false, 0,

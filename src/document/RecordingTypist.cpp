@@ -1,6 +1,6 @@
-#include "fileformats/RecordingTypist.h"
+#include "document/RecordingTypist.h"
 
-#include "export/ParagraphStyles.h"
+#include "document/ParagraphStyles.h"
 
 namespace normaris {
 
@@ -40,7 +40,7 @@ void RecordingTypist::append(const QString &text)
 {
     if (text.isEmpty())
         return;
-    QList<docx::Run> &runs = m_current.runs;
+    QList<model::Run> &runs = m_current.runs;
     if (!runs.isEmpty() && !runs.last().pageBreak && runs.last().font == m_font)
         runs.last().text += text;
     else
@@ -70,9 +70,9 @@ void RecordingTypist::insertPageBreak()
     typeParagraph();
 }
 
-QList<docx::Paragraph> RecordingTypist::paragraphs() const
+QList<model::Paragraph> RecordingTypist::paragraphs() const
 {
-    QList<docx::Paragraph> all = m_finished;
+    QList<model::Paragraph> all = m_finished;
     all.append(m_current);
     all.last().mark = m_font;
     return all;

@@ -8,7 +8,7 @@
 // marks: "{14pt bold:就業規則}", "{red:…}", "{dstrike:（変更）}". A page break is
 // a line "<改ページ>".
 
-#include "export/FontKeepingTypist.h"
+#include "document/FontKeepingTypist.h"
 
 #include <QStringList>
 

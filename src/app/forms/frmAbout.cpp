@@ -1,4 +1,4 @@
-#include "shell/forms/frmAbout.h"
+#include "app/forms/frmAbout.h"
 
 #include "shell/forms/FormHelpers.h"
 

@@ -7,8 +7,8 @@
 // cursor goes on in a new paragraph on the next page with the same settings.
 // Typed line ends ("\n", "\r\n", "\r") end the paragraph in the same way.
 
-#include "fileformats/DocxModel.h"
-#include "export/FontKeepingTypist.h"
+#include "document/DocumentModel.h"
+#include "document/FontKeepingTypist.h"
 
 namespace normaris {
 
@@ -24,13 +24,13 @@ public:
 
     // Every paragraph typed so far. The one the cursor is in is the last, as a
     // document always ends with a paragraph; its mark has the font in force.
-    QList<docx::Paragraph> paragraphs() const;
+    QList<model::Paragraph> paragraphs() const;
 
 private:
     void append(const QString &text);
 
-    QList<docx::Paragraph> m_finished;
-    docx::Paragraph m_current; // the paragraph the cursor is in
+    QList<model::Paragraph> m_finished;
+    model::Paragraph m_current; // the paragraph the cursor is in
 };
 
 } // namespace normaris
