@@ -18,6 +18,16 @@ void copyFolderContents(const QString &source, const QString &dest, const std::f
 // Replaces dest by source in one rename. Throws Failure.
 void replaceFile(const QString &source, const QString &dest);
 
+// Forces the file's content to the disk (fsync); a failure of it is a failure of the
+// step that wrote the file. Throws Failure.
+void syncFile(const QString &path);
+// A test hook: while set, every syncFile fails as a failed fsync would.
+void failSyncsForTests(bool fail);
+
+// Removes path and the files SQLite keeps beside it while it writes it (-journal, -wal,
+// -shm): what a failed step that wrote a database file leaves nowhere.
+void removeWithSideFiles(const QString &path);
+
 // True when path is folder itself or lies inside it (after resolving links).
 bool isInsideFolder(const QString &path, const QString &folder);
 

@@ -76,7 +76,8 @@ bool BasicSettings::checkField(Prompt &prompt, int index, const QString &value)
         return true;
     }
     return CheckRequiredField(prompt, value, qint16(field.limit), true, QStringLiteral("･･･") + field.column)
-           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column);
+           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column)
+           && CheckNoMarkers(prompt, value, QStringLiteral("･･･") + field.column);
 }
 
 bool BasicSettings::acceptsKey(int index, QChar key)

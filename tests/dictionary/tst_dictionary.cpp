@@ -380,6 +380,9 @@ private slots:
         QTest::newRow("segment moved in use") << true << 3 << QString();
         QTest::newRow("kind changed, not in use") << false << 1 << QString();
         QTest::newRow("segment added, not in use") << false << 2 << QString();
+        // A 語句 or 番号 segment whose word or reference was never given: the whole update is refused.
+        QTest::newRow("word never given") << false << 4 << QStringLiteral("更新エラー: 語句の更新でエラーが発生しました。");
+        QTest::newRow("reference never given") << false << 5 << QStringLiteral("更新エラー: 参照の更新でエラーが発生しました。");
     }
     void segmentProtections()
     {
@@ -401,6 +404,10 @@ private slots:
             editor.segments()[2].text = QStringLiteral("増えた");
         if (change == 3)
             std::swap(editor.segments()[1], editor.segments()[4]);
+        if (change == 4 || change == 5) {
+            editor.setKind(2, change == 4 ? SegmentKind::Word : SegmentKind::Reference);
+            editor.setChosenValue(2, QStringLiteral("9999"), QString());
+        }
         m_prompt.clear();
         QCOMPARE(editor.update(m_prompt), message.isEmpty() ? Outcome::Done : Outcome::Stopped);
         QCOMPARE(m_prompt.lines(), message.isEmpty() ? QStringList() : QStringList{message});
