@@ -234,6 +234,8 @@ private:
                 fail(doc, c.line, QStringLiteral("文章に引用符（' \"）は使えません: %1").arg(s.text.left(20)));
         }
         checkMarkers(doc, c);
+        for (const Reference &r : c.references)
+            checkTarget(doc, r);
     }
 
     // Every marker of the text has its 語句 or 参照 line and every such line its marker.
@@ -259,8 +261,6 @@ private:
         }
         checkMarkerRows(doc, c, wordMarkers, c.words, u'★', QStringLiteral("語句"));
         checkMarkerRows(doc, c, referenceMarkers, c.references, u'◆', QStringLiteral("参照"));
-        for (const Reference &r : c.references)
-            checkTarget(doc, r);
     }
 
     static bool isBasicWord(const QString &code)
