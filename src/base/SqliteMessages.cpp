@@ -58,7 +58,7 @@ QString sqliteMessage(int code, const QString &path)
             return text.contains(QStringLiteral("%2")) ? text.arg(shown, restore) : text.arg(shown);
         }
     }
-    return QString::fromUtf16(kOtherFailure).arg(shown).replace(QStringLiteral("%3"), QString::number(code));
+    return QString::fromUtf16(kOtherFailure).arg(shown).replace(QStringLiteral("%3"), QString::number(primary));
 }
 
 } // namespace normaris

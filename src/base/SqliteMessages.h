@@ -8,7 +8,8 @@
 
 namespace normaris {
 
-// SQLite's primary result codes that have a text of their own (sqlite3.h).
+// SQLite's primary result codes that have a text of their own (sqlite3.h), and the
+// constraint failure (a trigger's RAISE), which is told with its number.
 enum SqliteCode : int {
     SqliteBusy = 5,
     SqliteLocked = 6,
@@ -18,6 +19,7 @@ enum SqliteCode : int {
     SqliteCorrupt = 11,
     SqliteFull = 13,
     SqliteCantOpen = 14,
+    SqliteConstraint = 19,
     SqliteNotADb = 26,
 };
 

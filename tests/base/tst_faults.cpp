@@ -743,8 +743,7 @@ private slots:
                                    << QStringLiteral("disk I/O error (injected at statement 1)\tBEGIN IMMEDIATE");
         QTest::newRow("held by another program")
             << QStringLiteral("busy") << 5
-            << cancelled
-                   + QStringLiteral("「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
+            << cancelled + QStringLiteral("「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
             << QStringLiteral("BEGIN IMMEDIATE");
         QTest::newRow("read-only") << QStringLiteral("readonly") << 8
                                    << cancelled
@@ -753,7 +752,8 @@ private slots:
                                    << QStringLiteral("INSERT INTO 施行日");
         QTest::newRow("damaged") << QStringLiteral("corrupt") << 11
                                  << kProgramTitle
-                                        + QStringLiteral(": 「%1」は壊れています。バックアップ「%2」の中のファイルを「%3」へ写して戻してください。")
+                                        + QStringLiteral(
+                                            ": 「%1」は壊れています。バックアップ「%2」の中のファイルを「%3」へ写して戻してください。")
                                  << QStringLiteral("SELECT count(*) FROM 項");
         QTest::newRow("no database") << QStringLiteral("notadb") << 26
                                      << kProgramTitle
@@ -762,10 +762,10 @@ private slots:
                                      << QStringLiteral("SELECT count(*) FROM 項");
         // SQLite's extended codes are told by their primary code; one we can't make for
         // real (we run as any user, root included) is told from the table.
-        QTest::newRow("cannot open") << QStringLiteral("table") << 14
-                                     << kProgramTitle
-                                            + QStringLiteral(": 「%1」を開けません。ファイルとフォルダがあるか、読み書きの許可があるか確かめてください。")
-                                     << QStringLiteral("unable to open database file");
+        QTest::newRow("cannot open")
+            << QStringLiteral("table") << 14
+            << kProgramTitle + QStringLiteral(": 「%1」を開けません。ファイルとフォルダがあるか、読み書きの許可があるか確かめてください。")
+            << QStringLiteral("unable to open database file");
         QTest::newRow("short read") << QStringLiteral("table") << 522
                                     << kProgramTitle
                                            + QStringLiteral(": 「%1」の読み書きでディスクのエラーが起きました。"
@@ -773,7 +773,8 @@ private slots:
                                     << QStringLiteral("unable to open database file");
         QTest::newRow("busy snapshot")
             << QStringLiteral("table") << 517
-            << kProgramTitle + QStringLiteral(": 「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
+            << kProgramTitle
+                   + QStringLiteral(": 「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
             << QStringLiteral("unable to open database file");
     }
     void sqliteFailuresAreToldInJapanese()
@@ -842,13 +843,17 @@ private slots:
             failure([&] { throw DbError(code, file, logged); });
         }
         const QString backup = f.root.path() + QStringLiteral("/BackupDB/") + QFileInfo(file).completeBaseName();
-        QCOMPARE(f.prompt.lines(), QStringList{text.arg(file, backup, QFileInfo(file).absolutePath())});
+        text.replace(QStringLiteral("%1"), file)
+            .replace(QStringLiteral("%2"), backup)
+            .replace(QStringLiteral("%3"), QFileInfo(file).absolutePath());
+        QCOMPARE(f.prompt.lines(), QStringList{text});
         // The log's last line: the time, the command, the code, the file, SQLite's text and the statement.
         QFile log(ErrorLog::fileOf(f.root.path()));
         QVERIFY(log.open(QIODevice::ReadOnly));
         const QString line = QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts).last();
         const QString head = QStringLiteral("\ttst_faults\tSQLite %1\t%2\t").arg(code).arg(file);
-        QVERIFY2(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ\\t")).match(line).hasMatch(), qUtf8Printable(line));
+        QVERIFY2(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ\\t")).match(line).hasMatch(),
+                 qUtf8Printable(line));
         QVERIFY2(line.contains(head) && line.section(head, 1).contains(logged), qUtf8Printable(line));
         ErrorLog::setFolder(QString());
     }

@@ -2,6 +2,7 @@
 // renumbering and the delete with everything that hangs on a document, and the two
 // editors of a 前文 with their protections.
 
+#include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "base/Database.h"
@@ -331,7 +332,8 @@ private slots:
         execSql(m_db, QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'no'); END"));
         m_prompt.answer({true});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Failed);
-        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。"));
+        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
+                                              + sqliteMessage(SqliteConstraint, m_db.databaseName()));
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 施行日 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);

@@ -1,6 +1,7 @@
 // Importing a user's entry from another company: the checks and their messages, the
 // copy at each level, and the refusal of every source that can't be trusted.
 
+#include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "UserEntries.h"
@@ -286,7 +287,8 @@ private slots:
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Document)), Outcome::Failed);
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
+                                             + sqliteMessage(SqliteConstraint, pair.targetFile())});
         for (const QString &table : {QStringLiteral("章"), QStringLiteral("条"), QStringLiteral("項")})
             QCOMPARE(count(pair.target, table, QStringLiteral("規程Code = '75'")), 0);
         QCOMPARE(count(pair.target, QStringLiteral("規程"), QStringLiteral("Code = '75'")), 0);
@@ -357,9 +359,11 @@ private slots:
         QTest::newRow("empty") << QStringLiteral("empty") << refused + QStringLiteral("データベースのファイルではありません。");
         QTest::newRow("another schema") << QStringLiteral("schema")
                                         << refused + QStringLiteral("本システムの会社データではありません。表「文章形式」がありません。");
-        QTest::newRow("trigger") << QStringLiteral("trigger") << refused + QStringLiteral("トリガー「watch」を含むファイルは取り込めません。");
+        QTest::newRow("trigger") << QStringLiteral("trigger")
+                                 << refused + QStringLiteral("トリガー「watch」を含むファイルは取り込めません。");
         QTest::newRow("view") << QStringLiteral("view") << refused + QStringLiteral("ビュー「一覧」を含むファイルは取り込めません。");
-        QTest::newRow("virtual table") << QStringLiteral("virtual") << refused + QStringLiteral("仮想表「索引」を含むファイルは取り込めません。");
+        QTest::newRow("virtual table") << QStringLiteral("virtual")
+                                       << refused + QStringLiteral("仮想表「索引」を含むファイルは取り込めません。");
         QTest::newRow("symbolic link out of Data")
             << QStringLiteral("link") << refused + QStringLiteral("データフォルダの外を指すファイルは取り込めません。");
         QTest::newRow("10 MB clause text") << QStringLiteral("huge")
@@ -367,7 +371,8 @@ private slots:
                                                              "結合：2）の「項」の長さが制限(250)を越えています。データ取込を中止します。");
         QTest::newRow("the current company itself")
             << QStringLiteral("self")
-            << QStringLiteral("会社指定の確認: 『取込先』のデータは取り込めません。取込先の会社と同じです。取込元には別の会社を指定してください。");
+            << QStringLiteral(
+                   "会社指定の確認: 『取込先』のデータは取り込めません。取込先の会社と同じです。取込元には別の会社を指定してください。");
     }
     void hostileSources()
     {
