@@ -669,20 +669,22 @@ private slots:
             const QList<Shown> &shown = f.prompt.shown();
             QVERIFY2(!shown.isEmpty(), qUtf8Printable(where));
             const Shown &last = shown.last();
-            // Every report ends in the Japanese text of the I/O error, naming the file.
-            const QString reason = last.text.section(u'\n', -1);
-            const QString told = last.toString().chopped(reason.size());
-            QVERIFY2(isToldAsIoError(reason), qUtf8Printable(where + u' ' + last.toString()));
+            // The Japanese text of the I/O error, naming the file, is shown: on the last
+            // line of the step's report, or in a box of its own before it.
+            QVERIFY2(std::any_of(shown.begin(), shown.end(), [](const Shown &m) { return isToldAsIoError(m.text.section(u'\n', -1)); }),
+                     qUtf8Printable(where + u' ' + f.prompt.lines().join(u'\n')));
             switch (s.report.kind) {
             case FailureReport::Kind::Cancelled:
-                QCOMPARE(told, kCancelled + u'\n');
+                QVERIFY2(last.toString().startsWith(kCancelled + u'\n'), qUtf8Printable(where + u' ' + last.toString()));
                 QCOMPARE(int(last.icon), int(s.report.icon));
                 break;
             case FailureReport::Kind::Description:
                 QCOMPARE(last.title, kProgramTitle);
-                QCOMPARE(last.text, reason);
+                QVERIFY2(isToldAsIoError(last.text), qUtf8Printable(where + u' ' + last.text));
                 break;
-            case FailureReport::Kind::Fixed: QCOMPARE(told, s.report.line + u'\n'); break;
+            case FailureReport::Kind::Fixed:
+                QVERIFY2(last.toString().startsWith(s.report.line + u'\n'), qUtf8Printable(where + u' ' + last.toString()));
+                break;
             }
             const QStringList after = dumpAll(f.root.layout());
             QVERIFY2(after == before, qUtf8Printable(where + u'\n' + firstDifference(before, after)));
