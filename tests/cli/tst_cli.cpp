@@ -268,6 +268,8 @@ private slots:
         const QStringList settings = {QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("--company"), QStringLiteral("甲")};
         QTest::newRow("marker in a setting") << settings + QStringList{QStringLiteral("事業所名=株式会社★0003★")} << 1
                                              << QStringLiteral("入力のエラー: 項目中に ★ を含むことはできません。 ･･･事業所名\n");
+        QTest::newRow("a setting's own marker: not given yet")
+            << settings + QStringList{QStringLiteral("事業所名=☆0001☆")} << 0 << QString();
         QTest::newRow("setting that was not UTF-8")
             << settings + QStringList{QStringLiteral("事業所名=株式会社\uFFFD")} << 1
             << QStringLiteral("入力のエラー: 項目中に文字化けした文字（U+FFFD）を含むことはできません。 ･･･事業所名\n");
@@ -290,7 +292,8 @@ private slots:
         QFile stale(dir.path() + QStringLiteral("/Data/甲/甲.sqlitewk"));
         QVERIFY(stale.open(QIODevice::WriteOnly));
         stale.close();
-        const QStringList companies = QDir(dir.path() + QStringLiteral("/Data")).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+        const QStringList companies =
+            QDir(dir.path() + QStringLiteral("/Data")).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
         const Run r = runCli(dir.path(), args);
         QCOMPARE(r.status, status);
         if (!err.isEmpty())
