@@ -240,10 +240,9 @@ private slots:
         QTest::newRow("segment of a word without its line") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★9999★\n"
                                                             << "読込エラー: bad.txt:5: ★9999★に語句の行がありません\n";
         QTest::newRow("reference without its line") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ◆0151◆\n"
-                                                     << "読込エラー: bad.txt:5: ◆0151◆に参照の行がありません\n";
-        QTest::newRow("word line without its marker")
-            << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n  語句 0777 上限 = 週２日\n"
-            << "読込エラー: bad.txt:7: 語句 0777 の記号★0777★が本文にありません\n";
+                                                    << "読込エラー: bad.txt:5: ◆0151◆に参照の行がありません\n";
+        QTest::newRow("word line without its marker") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n  語句 0777 上限 = 週２日\n"
+                                                      << "読込エラー: bad.txt:7: 語句 0777 の記号★0777★が本文にありません\n";
         QTest::newRow("paragraph twice") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n  項 70\n  = 乙\n"
                                          << "読込エラー: bad.txt:7: 項「規程01 章03 条7001 項70」が重複しています（5行目と同じです）\n";
         QTest::newRow("article twice") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n条 7001 別名\n"
@@ -271,11 +270,15 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("message");
         const QByteArray head = QStringLiteral("文章形式 1\n規程 01 就業規則\n章 03 服務規律\n条 7001 在宅\n  項 70\n").toUtf8();
-        QTest::newRow("not UTF-8") << head + "  = \xff\xfe\x81\n"
-                                   << "読込エラー: bad.txt:6: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
-        QTest::newRow("Shift_JIS") << QByteArray("\x95\xb6\x8f\xcd\x8c\x60\x8e\xae 1\n")
-                                   << "読込エラー: bad.txt:1: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
-        QTest::newRow("binary") << QByteArray("\x7f" "ELF\x02\x01\x01\x00\x00\x00garbage", 17)
+        QTest::newRow("not UTF-8")
+            << head + "  = \xff\xfe\x81\n"
+            << "読込エラー: bad.txt:6: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
+        QTest::newRow("Shift_JIS")
+            << QByteArray("\x95\xb6\x8f\xcd\x8c\x60\x8e\xae 1\n")
+            << "読込エラー: bad.txt:1: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
+        QTest::newRow("binary") << QByteArray("\x7f"
+                                              "ELF\x02\x01\x01\x00\x00\x00garbage",
+                                              17)
                                 << "読込エラー: bad.txt:1: 制御文字があります（U+007F）\n";
         QTest::newRow("NUL in a segment") << head + QByteArray("  = a\0b\n", 8) << "読込エラー: bad.txt:6: 制御文字があります（U+0000）\n";
         QTest::newRow("long unknown line") << head + QString(200, u'謎').toUtf8() + '\n'

@@ -84,10 +84,13 @@ private slots:
         root.makeCompany(QStringLiteral("A"));
         addUserChain(root.layout().companyFile(QStringLiteral("A")));
         const QByteArray before = digestOf(root.layout().companyFile(QStringLiteral("A")));
-        const Run r = runCli(root.path(), importArgs(QStringLiteral("A"), QStringLiteral("A"),
-                                                     {QStringLiteral("--chapter"), QStringLiteral("70"), QStringLiteral("--article"),
-                                                      QStringLiteral("7001")}));
-        QCOMPARE(r.err, QStringLiteral("会社指定の確認: 『A』のデータは取り込めません。取込先の会社と同じです。取込元には別の会社を指定してください。\n"));
+        const Run r =
+            runCli(root.path(),
+                   importArgs(QStringLiteral("A"), QStringLiteral("A"),
+                              {QStringLiteral("--chapter"), QStringLiteral("70"), QStringLiteral("--article"), QStringLiteral("7001")}));
+        QCOMPARE(r.err,
+                 QStringLiteral(
+                     "会社指定の確認: 『A』のデータは取り込めません。取込先の会社と同じです。取込元には別の会社を指定してください。\n"));
         QCOMPARE(r.status, 1);
         QCOMPARE(digestOf(root.layout().companyFile(QStringLiteral("A"))), before);
     }

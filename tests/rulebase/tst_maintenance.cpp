@@ -204,9 +204,10 @@ private slots:
         writeFile(file, QByteArray(8192, 'x')); // no longer a database: the compaction fails
         ScriptedPrompt prompt;
         QVERIFY(CompactDataFile(prompt, file)); // reported, and counted as done
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。\n"
-                                                            "「%1」は本システムの会社データではありません。（データベースとして読めません。）")
-                                                 .arg(file)});
+        QCOMPARE(prompt.lines(),
+                 QStringList{QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。\n"
+                                            "「%1」は本システムの会社データではありません。（データベースとして読めません。）")
+                                 .arg(file)});
         QCOMPARE(readFile(file), QByteArray(8192, 'x'));
         QVERIFY(!QFile::exists(workFileOf(file)));
     }
