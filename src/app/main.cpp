@@ -7,6 +7,7 @@
 
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
+#include "base/ErrorLog.h"
 #include "base/Failure.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SingleInstance.h"
@@ -48,6 +49,8 @@ int main(int argc, char *argv[])
         return 2;
     }
     AppState::instance().AppPath = root;
+    ErrorLog::setFolder(root);
+    ErrorLog::setCommand(QStringLiteral("normaris"));
     QDir::setCurrent(root);
 
     BusyCursor::setHandler([](bool busy) {

@@ -31,6 +31,10 @@ struct DataLayout {
         return dataDir() + u'/' + workFolderPrefix() + QStringLiteral("deleted-") + name;
     }
 
+    // Whether the program keeps the name for itself inside the data folder: a leading "."
+    // (the work folders) or the seed file's name. No company takes such a name.
+    static bool isReservedName(const QString &name) { return name.startsWith(u'.') || name == QStringLiteral("規程原本db.sqlite"); }
+
     // The companies: every folder inside the data folder, sorted by name.
     QStringList companyList() const;
     // Removes the work folders a crash left behind (not one another program is still using).

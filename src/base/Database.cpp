@@ -1,12 +1,48 @@
 #include "base/Database.h"
 
+#include "base/ErrorLog.h"
 #include "base/Prompt.h"
+#include "base/SqliteMessages.h"
 
 #include <QFileInfo>
 #include <QHash>
 #include <QSqlError>
+#include <QUrl>
 
 namespace normaris {
+
+namespace {
+
+// The file behind a connection: its name, or the path of a "file:…?…" URI.
+QString fileOf(QSqlDatabase db)
+{
+    QString name = db.databaseName();
+    if (name.startsWith(QStringLiteral("file:"))) {
+        name = name.mid(5);
+        name = QUrl::fromPercentEncoding(name.left(name.indexOf(u'?')).toUtf8());
+    }
+    return name;
+}
+
+int nativeCode(const QSqlError &error)
+{
+    bool ok = false;
+    const int code = error.nativeErrorCode().toInt(&ok);
+    return ok ? code : 0;
+}
+
+} // namespace
+
+DbError::DbError(int sqliteCode, const QString &path, const QString &detail)
+    : Failure(sqliteMessage(sqliteCode, path)), m_sqliteCode(sqliteCode)
+{
+    ErrorLog::write(QStringLiteral("SQLite %1\t%2\t").arg(sqliteCode).arg(path) + detail);
+}
+
+DbError statementError(QSqlDatabase db, const QSqlError &error, const QString &sql)
+{
+    return DbError(nativeCode(error), fileOf(db), error.text() + u'\t' + sql);
+}
 
 QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode)
 {
@@ -20,19 +56,19 @@ QSqlDatabase openDatabase(const QString &path, const QString &connectionName, Op
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
     db.setConnectOptions(options);
     if (!db.open()) {
-        const QString reason = db.lastError().text();
+        const QSqlError reason = db.lastError();
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(connectionName);
-        throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
+        throw DbError(nativeCode(reason) ? nativeCode(reason) : int(SqliteCantOpen), path, reason.text());
     }
     // Functions named in the file's own schema never run: only our statements do.
     QSqlQuery pragma(db);
     if (!pragma.exec(QStringLiteral("PRAGMA trusted_schema = OFF"))) {
-        const QString reason = pragma.lastError().text();
+        const QSqlError reason = pragma.lastError();
         pragma = QSqlQuery();
         db = QSqlDatabase();
         closeDatabase(connectionName);
-        throw DbError(QStringLiteral("データファイル「%1」を開けません。%2").arg(path, reason));
+        throw DbError(nativeCode(reason) ? nativeCode(reason) : int(SqliteCantOpen), path, reason.text());
     }
     return db;
 }
@@ -66,12 +102,12 @@ FaultState &faults()
 }
 
 // Counts a statement about to run and fails it when it is the armed one.
-void countStatement(const QString &sql)
+void countStatement(QSqlDatabase db, const QString &sql)
 {
     FaultState &f = faults();
     if (++f.statements == f.failStatement) {
         f.fired = true;
-        throw DbError(QStringLiteral("disk I/O error (injected at statement %1)\n").arg(f.statements) + sql);
+        throw DbError(SqliteIoErr, fileOf(db), QStringLiteral("disk I/O error (injected at statement %1)\t").arg(f.statements) + sql);
     }
 }
 
@@ -84,44 +120,46 @@ bool FaultInjection::fired() { return faults().fired; }
 int FaultInjection::statementsSeen() { return faults().statements; }
 int FaultInjection::rowReadsSeen() { return faults().rowReads; }
 
-RowReader::RowReader(QSqlQuery query, QString sql) : m_query(std::move(query)), m_sql(std::move(sql)) {}
+RowReader::RowReader(QSqlQuery query, QString sql, QString file) : m_query(std::move(query)), m_sql(std::move(sql)), m_file(std::move(file))
+{
+}
 
 bool RowReader::next()
 {
     FaultState &f = faults();
     if (++f.rowReads == f.failRowRead) {
         f.fired = true;
-        throw DbError(QStringLiteral("disk I/O error (injected at row read %1)\n").arg(f.rowReads) + m_sql);
+        throw DbError(SqliteIoErr, m_file, QStringLiteral("disk I/O error (injected at row read %1)\t").arg(f.rowReads) + m_sql);
     }
     if (m_query.next())
         return true;
     // The driver answers false both after the last row and when the step fails.
     if (m_query.lastError().type() != QSqlError::NoError)
-        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
+        throw DbError(nativeCode(m_query.lastError()), m_file, m_query.lastError().text() + u'\t' + m_sql);
     return false;
 }
 
 RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
 {
-    countStatement(sql);
+    countStatement(db, sql);
     QSqlQuery q(db);
     q.setForwardOnly(true);
     if (!q.prepare(sql))
-        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
+        throw statementError(db, q.lastError(), sql);
     for (const QVariant &v : binds)
         q.addBindValue(boundValue(v));
     if (!q.exec())
-        throw DbError(q.lastError().text() + QStringLiteral("\n") + sql);
-    return RowReader(std::move(q), sql);
+        throw statementError(db, q.lastError(), sql);
+    return RowReader(std::move(q), sql, fileOf(db));
 }
 
 // Counted as one statement, as the fault tests see a bulk write.
-RowWriter::RowWriter(QSqlDatabase db, QString sql) : m_query(db), m_sql(std::move(sql))
+RowWriter::RowWriter(QSqlDatabase db, QString sql) : m_db(db), m_query(db), m_sql(std::move(sql))
 {
-    countStatement(m_sql);
+    countStatement(db, m_sql);
     m_query.setForwardOnly(true);
     if (!m_query.prepare(m_sql))
-        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
+        throw statementError(db, m_query.lastError(), m_sql);
 }
 
 void RowWriter::write(const QVariantList &binds)
@@ -129,7 +167,7 @@ void RowWriter::write(const QVariantList &binds)
     for (qsizetype i = 0; i < binds.size(); ++i)
         m_query.bindValue(int(i), boundValue(binds[i]));
     if (!m_query.exec())
-        throw DbError(m_query.lastError().text() + QStringLiteral("\n") + m_sql);
+        throw statementError(m_db, m_query.lastError(), m_sql);
 }
 
 QVariant boundValue(const QVariant &value)
@@ -192,9 +230,14 @@ namespace {
 
 void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e)
 {
-    // The user sees the fixed text; the cause goes to the terminal for whoever looks.
-    qWarning("transaction rolled back: %s", e.what());
-    prompt.message(icon, QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
+    // The user sees the fixed text and what happened, in Japanese; an error of SQLite has
+    // left its detail in the error log, any other cause is written there now.
+    QString text = QStringLiteral("処理中にエラーが発生しました。処理を取り消します。");
+    if (const auto *failure = dynamic_cast<const Failure *>(&e))
+        text += u'\n' + failure->text();
+    else
+        ErrorLog::write(QStringLiteral("取消\t") + QString::fromUtf8(e.what()));
+    prompt.message(icon, QStringLiteral("取消"), text);
 }
 
 } // namespace

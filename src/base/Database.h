@@ -23,6 +23,7 @@
 #include "base/Prompt.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QString>
@@ -31,10 +32,23 @@
 
 namespace normaris {
 
+// A failure of the data file. Made from SQLite's error, its text is the Japanese message
+// of base/SqliteMessages.h for the result code and the file's path; SQLite's own text
+// and the statement go to the error log as the error is made.
 class DbError : public Failure {
 public:
     using Failure::Failure;
+    DbError(int sqliteCode, const QString &path, const QString &detail);
+    // SQLite's result code (extended where SQLite gives one); 0 for an error of our own.
+    int sqliteCode() const { return m_sqliteCode; }
+
+private:
+    int m_sqliteCode = 0;
 };
+
+// The DbError of a failed statement on db: its code, the file's path and, for the log,
+// SQLite's text and the statement.
+DbError statementError(QSqlDatabase db, const QSqlError &error, const QString &sql);
 
 enum class OpenMode { ReadWrite, ReadOnly };
 
@@ -47,7 +61,8 @@ void closeDatabase(const QString &connectionName);
 // after the last one; a step that fails throws DbError instead.
 class RowReader {
 public:
-    RowReader(QSqlQuery query, QString sql);
+    // file: the data file's path, for the message of a failed read.
+    RowReader(QSqlQuery query, QString sql, QString file = {});
     bool next();
     QVariant value(int index) const { return m_query.value(index); }
     QVariant value(const QString &name) const { return m_query.value(name); }
@@ -57,6 +72,7 @@ public:
 private:
     QSqlQuery m_query;
     QString m_sql;
+    QString m_file;
 };
 
 // Prepares sql, binds the values in order and runs it. Throws DbError on failure.
@@ -75,6 +91,7 @@ public:
     void write(const QVariantList &binds);
 
 private:
+    QSqlDatabase m_db;
     QSqlQuery m_query;
     QString m_sql;
 };
@@ -105,8 +122,9 @@ private:
 };
 
 // Runs work in one transaction. On any failure rolls back, shows "取消" with
-// "処理中にエラーが発生しました。処理を取り消します。" (with the icon given: the
-// information icon unless the step's own messages say otherwise), and returns false.
+// "処理中にエラーが発生しました。処理を取り消します。" and, on a line below, the
+// failure's own text (with the icon given: the information icon unless the step's own
+// messages say otherwise), and returns false.
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon = Prompt::Icon::Information);
 
 // A step whose checks belong inside its write: runs step in one transaction and
@@ -115,7 +133,8 @@ bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void(
 Outcome runStep(Prompt &prompt, QSqlDatabase db, const std::function<Outcome()> &step, Prompt::Icon icon = Prompt::Icon::Information);
 
 // A test hook: the Nth statement (execSql, a RowWriter, BEGIN, COMMIT) or the Nth row
-// read after arm() fails as SQLite's would. 0 leaves that kind alone.
+// read after arm() fails as SQLite's would, with SQLITE_IOERR (disk I/O error).
+// 0 leaves that kind alone.
 struct FaultInjection {
     static void arm(int failStatement, int failRowRead);
     static void disarm();

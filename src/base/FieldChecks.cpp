@@ -1,5 +1,6 @@
 #include "base/FieldChecks.h"
 
+#include "base/DataLayout.h"
 #include "base/Prompt.h"
 
 #include <QStringEncoder>
@@ -41,6 +42,8 @@ QString hashFormat(int n) { return n == 0 ? QString() : QString::number(n); }
 
 const QString kInputError = QStringLiteral("入力のエラー");
 const QString kRenameTitle = QStringLiteral("名前の変更");
+// A value read from bytes that were not UTF-8 holds U+FFFD where they stood.
+const QString kGarbledText = QStringLiteral("項目中に文字化けした文字（U+FFFD）を含むことはできません。");
 
 // The checks after the empty test, shared by both field checks.
 bool checkFilledField(Prompt &prompt, const QString &text, qint16 limit, const QString &label)
@@ -51,6 +54,10 @@ bool checkFilledField(Prompt &prompt, const QString &text, qint16 limit, const Q
     }
     if (text.contains(u'\'')) {
         prompt.error(kInputError, QStringLiteral("項目中に ' を含むことはできません。 ") + label);
+        return false;
+    }
+    if (text.contains(QChar::ReplacementCharacter)) {
+        prompt.error(kInputError, kGarbledText + QStringLiteral(" ") + label);
         return false;
     }
     const int length = CP932Length(text);
@@ -104,6 +111,17 @@ bool CheckNoControlCharacters(Prompt &prompt, const QString &text, const QString
     return true;
 }
 
+bool CheckNoMarkers(Prompt &prompt, const QString &text, const QString &itemLabel)
+{
+    for (const QChar sign : {u'★', u'☆', u'◆'}) {
+        if (text.contains(sign)) {
+            prompt.error(kInputError, QStringLiteral("項目中に %1 を含むことはできません。 ").arg(sign) + itemLabel);
+            return false;
+        }
+    }
+    return true;
+}
+
 bool CheckFileName(Prompt &prompt, const QString &name)
 {
     static const QString forbidden = QStringLiteral("\\/:,;*?\"<>|");
@@ -130,6 +148,18 @@ bool CheckCompanyName(Prompt &prompt, const QString &name)
             prompt.error(kRenameTitle, QStringLiteral("会社名に制御文字は使えません。"));
             return true;
         }
+    }
+    if (name.startsWith(u'.')) {
+        prompt.error(kRenameTitle, QStringLiteral("会社名の先頭に「.」は使えません。"));
+        return true;
+    }
+    if (DataLayout::isReservedName(name)) {
+        prompt.error(kRenameTitle, QStringLiteral("「%1」はプログラムが使う名前なので会社名に使えません。").arg(name));
+        return true;
+    }
+    if (name.contains(QChar::ReplacementCharacter)) {
+        prompt.error(kRenameTitle, QStringLiteral("会社名に文字化けした文字（U+FFFD）は使えません。"));
+        return true;
     }
     if (name.trimmed() != name) {
         prompt.error(kRenameTitle, QStringLiteral("会社名の先頭と末尾には空白を置けません。"));

@@ -22,13 +22,20 @@ bool CheckOptionalField(Prompt &prompt, const QString &text, qint16 limit, bool 
 bool CheckFileName(Prompt &prompt, const QString &name);
 
 // True when the name can't be a company name because it would not stay one folder
-// inside the data folder: ".", "..", control characters, leading or trailing blanks.
+// inside the data folder: ".", "..", control characters, leading or trailing blanks,
+// or because the program keeps it for itself: a leading "." (its work folders) and the
+// name of the seed file. U+FFFD (what stands for bytes that were not UTF-8) is refused.
 // Includes CheckFileName. The message has the title "名前の変更".
 bool CheckCompanyName(Prompt &prompt, const QString &name);
 
 // True when text holds no control or format character (TAB and line breaks included);
 // otherwise shows "入力のエラー" naming the item by itemLabel and answers false.
 bool CheckNoControlCharacters(Prompt &prompt, const QString &text, const QString &itemLabel);
+
+// True when text holds no marker sign (★ ☆ ◆): a value is printed as typed, and a
+// marker in it would be printed as it stands. Otherwise shows "入力のエラー" as the
+// refusal of quotes does and answers false.
+bool CheckNoMarkers(Prompt &prompt, const QString &text, const QString &itemLabel);
 
 // The company name limit in CP932 bytes.
 constexpr int kCompanyNameLimit = 30;

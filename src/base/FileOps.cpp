@@ -9,6 +9,8 @@
 #include <QSaveFile>
 #include <QTemporaryFile>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace normaris {
 
@@ -92,6 +94,35 @@ void StagedFiles::commit()
         replaceFile(temporary, place);
         m_files.removeFirst();
     }
+}
+
+namespace {
+
+bool &syncsFail()
+{
+    static bool fail = false;
+    return fail;
+}
+
+} // namespace
+
+void failSyncsForTests(bool fail) { syncsFail() = fail; }
+
+void syncFile(const QString &path)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    const bool synced = fd >= 0 && ::fsync(fd) == 0 && !syncsFail();
+    if (fd >= 0)
+        ::close(fd);
+    if (!synced)
+        throw Failure(
+            QStringLiteral("「%1」をディスクに書き込めません。ディスクの状態と空きを確かめてから、やり直してください。").arg(path));
+}
+
+void removeWithSideFiles(const QString &path)
+{
+    for (const QString &suffix : {QString(), QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")})
+        QFile::remove(path + suffix);
 }
 
 bool isInsideFolder(const QString &path, const QString &folder)

@@ -43,6 +43,16 @@ private:
     QList<std::pair<QString, QString>> m_files; // temporary name, place
 };
 
+// Forces the file's content to the disk (fsync); a failure of it is a failure of the
+// step that wrote the file. Throws Failure.
+void syncFile(const QString &path);
+// A test hook: while set, every syncFile fails as a failed fsync would.
+void failSyncsForTests(bool fail);
+
+// Removes path and the files SQLite keeps beside it while it writes it (-journal, -wal,
+// -shm): what a failed step that wrote a database file leaves nowhere.
+void removeWithSideFiles(const QString &path);
+
 // True when path is folder itself or lies inside it (after resolving links).
 bool isInsideFolder(const QString &path, const QString &folder);
 

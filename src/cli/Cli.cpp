@@ -3,6 +3,7 @@
 #include "cli/TerminalPrompt.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"
+#include "base/ErrorLog.h"
 #include "base/AppState.h"
 #include "base/Failure.h"
 #include "shell/ProgramFolder.h"
@@ -113,6 +114,7 @@ int runCommand(const Command &command, const Arguments &parsed, const QString &p
         return ExitFailure;
     }
     AppState::instance().AppPath = root;
+    ErrorLog::setFolder(root);
 
     QTextStream stream(out);
     Context context{parsed, DataLayout{root}, prompt, stream};
@@ -255,6 +257,7 @@ int run(const QStringList &args, const QString &programDir, std::FILE *out, std:
     }
     if (!error.isEmpty())
         return badUsage(err, error, commandUsage(*command));
+    ErrorLog::setCommand(QStringLiteral("normaris-cli ") + args.join(u' '));
     return runCommand(*command, parsed, programDir, out, err);
 }
 

@@ -9,6 +9,7 @@
 #include "dictionary/EntryEditor.h"
 #include "dictionary/EntryText.h"
 #include "seed/SeedParser.h"
+#include "seed/SeedValidator.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -132,7 +133,10 @@ std::optional<EntriesSource> readEntriesSource(Context &c, const QString &path)
     }
     const QString name = QFileInfo(path).fileName();
     QList<seed::SourceError> errors;
-    const seed::Document doc = seed::parseDocument(name, QString::fromUtf8(file.readAll()), errors);
+    const QString text = seed::decodeSource(name, file.readAll(), errors);
+    const seed::Document doc = errors.isEmpty() ? seed::parseDocument(name, text, errors) : seed::Document();
+    if (errors.isEmpty())
+        errors += seed::checkEntries(doc);
     const auto refuse = [&](int line, const QString &message) { errors << seed::SourceError{name, line, message}; };
     if (errors.isEmpty() && doc.style != styleOf(c))
         refuse(1, QStringLiteral("文章形式が --style と違います"));

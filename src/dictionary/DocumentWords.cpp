@@ -21,7 +21,7 @@ bool checkField(Prompt &prompt, const QString &text, const QString &label)
             return false;
         }
     }
-    return CheckRequiredField(prompt, text, kWordLimit, false, label);
+    return CheckRequiredField(prompt, text, kWordLimit, false, label) && CheckNoMarkers(prompt, text, label);
 }
 
 QString nextFree(const QStringList &codes)

@@ -207,6 +207,23 @@ Outcome EntryEditor::changeCode(Prompt &prompt, const QString &oldCode, QString 
     });
 }
 
+Outcome EntryEditor::updateClause(Prompt &prompt, SegmentEditor &editor, QString newCode)
+{
+    const QString oldCode = editor.place().codes.value(editor.place().codes.size() - 1);
+    Outcome edited = Outcome::Stopped;
+    const Outcome outer = runRefusableTransaction(prompt, m_db, [&] {
+        if (newCode != oldCode && !checkCode(prompt, newCode, Mode::Edit, oldCode))
+            return false;
+        edited = editor.update(prompt);
+        if (edited != Outcome::Done)
+            return false;
+        if (newCode != oldCode)
+            EntryCascade(m_db, placeOf(oldCode)).changeCode(newCode);
+        return true;
+    });
+    return outer == Outcome::Stopped ? edited : outer;
+}
+
 Outcome EntryEditor::remove(Prompt &prompt, const QString &code)
 {
     if (!isUserCode(m_level, code)) {

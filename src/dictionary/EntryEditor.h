@@ -74,6 +74,11 @@ public:
     // references that stand in it or point at it, and the composition rows follow.
     Outcome changeCode(Prompt &prompt, const QString &oldCode, QString newCode);
 
+    // 更新 of an edited clause: its segments written by editor (opened on the clause's
+    // place) and, when newCode differs from that place's code, the code change, in one
+    // transaction: a refusal or failure of either keeps neither.
+    Outcome updateClause(Prompt &prompt, SegmentEditor &editor, QString newCode);
+
     // 削除: refused for a standard entry ("ユーザー追加データ以外は削除できません。"),
     // while it or anything below it is composed, or while a clause outside it cites
     // something inside it; then the question, then the entry with everything below it,

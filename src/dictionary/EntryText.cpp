@@ -230,6 +230,7 @@ private:
         for (const SourceWord &w : e.words) {
             const QString caption = w.caption == kNoCaption ? QString() : w.caption;
             if (!CheckOptionalField(m_prompt, w.word, kWordLimit, true, QStringLiteral("･･･語句"))
+                || !CheckNoMarkers(m_prompt, w.word, QStringLiteral("･･･語句"))
                 || !CheckOptionalField(m_prompt, caption, kWordLimit, true, QStringLiteral("･･･表示名称")))
                 return refuse(w.line, QStringLiteral("この語句は書き込めません"));
         }

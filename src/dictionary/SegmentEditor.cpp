@@ -285,8 +285,13 @@ Outcome SegmentEditor::update(Prompt &prompt)
         for (int j = 0; j < kSegments; ++j)
             changed = changed || m_segments[j].text != m_loadedValue[j] || m_segments[j].code != m_loadedValue[j];
         int joinCounter = 0;
-        for (int k = 0; k < kSegments; ++k)
-            writeRow(prompt, k, joinCounter, changed);
+        for (int k = 0; k < kSegments; ++k) {
+            // A segment whose word or reference can't be written refuses the whole update.
+            if (!writeRow(prompt, k, joinCounter, changed)) {
+                restoreLastGood();
+                return false;
+            }
+        }
         // The words that have left the clause.
         RowReader before = execSql(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句更新前"));
         while (before.next()) {
@@ -313,7 +318,7 @@ Outcome SegmentEditor::update(Prompt &prompt)
     return outcome;
 }
 
-void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool changed)
+bool SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool changed)
 {
     const SegmentRecord &s = m_segments[k];
     QString stored;
@@ -324,7 +329,7 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
                  : s.kind == SegmentKind::Reference ? referenceMarker(s.code)
                                                     : basicWordMarker(s.code);
     if (stored.isEmpty())
-        return;
+        return true;
     ++joinCounter;
     bool othersFilled = false;
     bool earlierFilled = false;
@@ -351,12 +356,13 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
     }
     insertInto(m_db, m_place.table(), columns, values);
     if (s.kind == SegmentKind::Reference) {
-        if (!writeReferenceRow(s.code, join))
-            prompt.error(QStringLiteral("更新エラー"), QStringLiteral("参照の更新でエラーが発生しました。"));
-        return;
+        if (writeReferenceRow(s.code, join))
+            return true;
+        prompt.error(QStringLiteral("更新エラー"), QStringLiteral("参照の更新でエラーが発生しました。"));
+        return false;
     }
     if (s.kind != SegmentKind::Word)
-        return;
+        return true;
     RowReader after =
         execSql(m_db, QStringLiteral("SELECT Code, 語句, 結合, 表示名称 FROM 変数テーブル語句更新後 WHERE Code = ? AND 規程Code = ?"),
                 {s.code, m_place.document});
@@ -365,9 +371,10 @@ void SegmentEditor::writeRow(Prompt &prompt, int k, int &joinCounter, bool chang
         found << QVariantList{after.value(0), after.value(1), after.value(2), after.value(3)};
     if (found.size() != 1) {
         prompt.error(QStringLiteral("更新エラー"), QStringLiteral("語句の更新でエラーが発生しました。"));
-        return;
+        return false;
     }
     writeWordRow(found[0][0].toString(), found[0][1].toString(), found[0][2].toString(), found[0][3].toString());
+    return true;
 }
 
 void SegmentEditor::writeWordRow(const QString &code, const QString &word, const QString &join, const QString &caption)

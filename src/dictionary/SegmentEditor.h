@@ -63,7 +63,9 @@ public:
     // composed, no change of a segment's kind or of the count, and in a standard clause
     // (below the level's first user code) no marker appearing, vanishing or moving
     // ("使用中のデータがあるため、埋込記号の移動・削除はできません。"). A user's clause may hold
-    // no marker without its word or reference row (the text check names the marker).
+    // no marker without its word or reference row (the text check names the marker). A 語句
+    // or 番号 segment whose word or reference was not given is refused ("更新エラー"), and
+    // the whole update with it.
     Outcome update(Prompt &prompt);
     // Back to the kinds of the opening with the values of the last save.
     void restoreLastGood();
@@ -72,7 +74,8 @@ public:
 
 private:
     void load(bool fillWorkTables);
-    void writeRow(Prompt &prompt, int k, int &joinCounter, bool changed);
+    // False after "更新エラー" when the segment's word or reference is not there to write.
+    bool writeRow(Prompt &prompt, int k, int &joinCounter, bool changed);
     void writeWordRow(const QString &code, const QString &word, const QString &join, const QString &caption);
     bool writeReferenceRow(const QString &code, const QString &join);
     void writeInlineMarkerRows();

@@ -50,6 +50,29 @@ QString readOnlyUri(const QString &path)
     return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/")) + QStringLiteral("?mode=ro&immutable=1");
 }
 
+// A printable excerpt of a name the file gives, for a message.
+QString shownName(const QString &name)
+{
+    QString shown = name.left(30);
+    for (QChar &c : shown) {
+        if (!c.isPrint())
+            c = u'?';
+    }
+    return name.size() > 30 ? shown + QStringLiteral("…") : shown;
+}
+
+// SQLite leaves a journal (or a write-ahead log) beside a file whose writing stopped
+// half-way; the next opening for writing rolls it back. Opened immutable, the source would
+// be read without it, torn pages included: such a source is refused before any reading.
+bool stoppedInAWrite(const QString &path)
+{
+    static const QByteArray journalMagic = QByteArray::fromHex("d9d505f920a163d7");
+    QFile journal(path + QStringLiteral("-journal"));
+    if (journal.open(QIODevice::ReadOnly) && journal.read(journalMagic.size()) == journalMagic)
+        return true;
+    return QFileInfo(path + QStringLiteral("-wal")).size() > 0;
+}
+
 QString openChecked(const QString &path)
 {
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), kSourceConnection);
@@ -59,11 +82,15 @@ QString openChecked(const QString &path)
         return QStringLiteral("データファイルを開けません。%1").arg(db.lastError().text());
     try {
         execSql(db, QStringLiteral("PRAGMA trusted_schema=OFF"));
-        const int unsafe = scalar(db, QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type IN ('trigger', 'view')"
-                                                     " OR (type = 'table' AND sql LIKE 'CREATE VIRTUAL%')"))
-                               .toInt();
-        if (unsafe > 0)
-            return QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。");
+        auto unsafe = execSql(db, QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view')"
+                                                 " OR (type = 'table' AND sql LIKE 'CREATE VIRTUAL%') ORDER BY rowid LIMIT 1"));
+        if (unsafe.next()) {
+            const QString type = unsafe.value(0).toString();
+            const QString kind = type == u"trigger" ? QStringLiteral("トリガー")
+                                 : type == u"view"  ? QStringLiteral("ビュー")
+                                                    : QStringLiteral("仮想表");
+            return QStringLiteral("%1「%2」を含むファイルは取り込めません。").arg(kind, shownName(unsafe.value(1).toString()));
+        }
         const QString mismatch = schemaMismatch(db, SchemaForms::OlderAccepted);
         if (!mismatch.isEmpty())
             return QStringLiteral("本システムの会社データではありません。") + mismatch;
@@ -101,10 +128,17 @@ Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QStr
     QString why;
     try {
         BusyCursor busy;
-        why = refusal(layout, name);
-        // The company open in this program is already held by it.
-        if (why.isEmpty() && !AppState::instance().isOpenCompany(name))
+        // A company is never its own source: its codes would all conflict with themselves.
+        if (AppState::instance().isOpenCompany(name))
+            why = QStringLiteral("取込先の会社と同じです。取込元には別の会社を指定してください。");
+        if (why.isEmpty())
+            why = refusal(layout, name);
+        if (why.isEmpty())
             sourceLock() = std::make_unique<CompanyLock>(layout.companyDir(name), name);
+        // Under the lock: a journal now is one that no program is writing.
+        if (why.isEmpty() && stoppedInAWrite(layout.companyFile(name)))
+            why = QStringLiteral(
+                "取込元の会社データは書き込みの途中で終わっています。取込元の会社を一度このプログラムで開いてから、やり直してください。");
         if (why.isEmpty())
             why = openChecked(layout.companyFile(name));
     } catch (const CompanyInUse &e) {

@@ -7,7 +7,10 @@
 //     the file's real place inside the data folder;
 //   - an SQLite file (its header), opened with the read-only flag and immutable, so
 //     that nothing, not even a journal, is ever written beside it;
-//   - PRAGMA trusted_schema=OFF, no trigger, no view, no virtual table;
+//   - not the company open in this program (the import's target);
+//   - no journal or write-ahead log beside it (a write that stopped half-way, which
+//     opening the company normally rolls back), checked under the company's lock;
+//   - PRAGMA trusted_schema=OFF, no trigger, no view, no virtual table (named);
 //   - every table and column of a company file, in the current or the older form.
 
 #include "base/DataLayout.h"

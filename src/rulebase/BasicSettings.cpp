@@ -76,7 +76,9 @@ bool BasicSettings::checkField(Prompt &prompt, int index, const QString &value)
         return true;
     }
     return CheckRequiredField(prompt, value, qint16(field.limit), true, QStringLiteral("･･･") + field.column)
-           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column);
+           && CheckNoControlCharacters(prompt, value, QStringLiteral("･･･") + field.column)
+           // The field's own marker stands for a value not yet given; any other marker is refused.
+           && (value == field.marker || CheckNoMarkers(prompt, value, QStringLiteral("･･･") + field.column));
 }
 
 bool BasicSettings::acceptsKey(int index, QChar key)

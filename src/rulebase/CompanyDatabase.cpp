@@ -1,5 +1,7 @@
 #include "rulebase/CompanyDatabase.h"
 
+#include "base/SqliteMessages.h"
+
 #include "rulebase/Schema.h"
 
 namespace normaris {
@@ -29,14 +31,13 @@ QSqlDatabase openCompanyDatabase(const QString &path, const QString &connectionN
         if (mismatch.isEmpty())
             mismatch = schemaMismatch(db);
     } catch (const DbError &e) {
-        const QString reason = QString::fromUtf8(e.what());
         db = QSqlDatabase();
         closeDatabase(connectionName);
         // A file SQLite does not recognise is foreign; any other failure (an I/O error, a
-        // lock) says nothing about whose file it is.
-        if (reason.contains(QStringLiteral("not a database")))
+        // lock) says nothing about whose file it is, and its own message tells what happened.
+        if ((e.sqliteCode() & 0xff) == SqliteNotADb)
             throw DbError(QStringLiteral("「%1」は本システムの会社データではありません。（データベースとして読めません。）").arg(path));
-        throw DbError(QStringLiteral("データファイル「%1」を読めません。%2").arg(path, reason.section(u'\n', 0, 0)));
+        throw;
     }
     if (!mismatch.isEmpty()) {
         db = QSqlDatabase();

@@ -45,7 +45,15 @@ void compact(const QString &path, const QString &workPath)
         execSql(db, QStringLiteral("VACUUM"));
     }
     closeDatabase(kCompactConnection);
-    QFile::remove(workPath);
+    removeWithSideFiles(workPath);
+}
+
+// The failure's own text below the step's message: what happened and what to do.
+QString reasonOf(const std::exception &e)
+{
+    if (const auto *failure = dynamic_cast<const Failure *>(&e))
+        return u'\n' + failure->text();
+    return {};
 }
 
 // The files SQLite keeps beside a data file while it writes: never copied into a
@@ -62,7 +70,12 @@ void snapshotCompany(const DataLayout &layout, const QString &name, const QStrin
     if (!QDir().mkpath(target))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target));
     const QString snapshot = target + u'/' + dataName;
-    for (const QString &suffix : kSideFileSuffixes + QStringList{QStringLiteral(".part")}) {
+    // What an earlier backup left: the side files of the data file, and a snapshot that
+    // did not finish with its own.
+    QStringList leftovers = kSideFileSuffixes + QStringList{QStringLiteral(".part")};
+    for (const QString &suffix : kSideFileSuffixes)
+        leftovers << QStringLiteral(".part") + suffix;
+    for (const QString &suffix : leftovers) {
         if (QFileInfo::exists(snapshot + suffix) && !QFile::remove(snapshot + suffix))
             throw Failure(QStringLiteral("「%1」を削除できません。").arg(snapshot + suffix));
     }
@@ -86,10 +99,11 @@ void snapshotCompany(const DataLayout &layout, const QString &name, const QStrin
         }
         closeDatabase(kBackupConnection);
         QFile(partial).setPermissions(QFile(dataFile).permissions() | QFileDevice::WriteOwner);
+        syncFile(partial);
         replaceFile(partial, snapshot);
     } catch (...) {
         closeDatabase(kBackupConnection);
-        QFile::remove(partial);
+        removeWithSideFiles(partial);
         throw;
     }
 }
@@ -106,13 +120,13 @@ Outcome compactDataFile(Prompt &prompt, const QString &path)
     try {
         compact(path, workPath);
     } catch (const std::exception &e) {
-        qWarning("compaction failed: %s", e.what());
         closeDatabase(kCompactConnection);
         closeDatabase(kCompactWorkConnection);
         // VACUUM rewrites the data file in one transaction of its own, so the data
-        // file is whole whatever happened, and the work file can go.
-        QFile::remove(workPath);
-        prompt.plain(QStringLiteral("データ最適化失敗"), QStringLiteral("最適化に失敗しました。もう一度やり直してください。"));
+        // file is whole whatever happened, and the work file can go with its journal.
+        removeWithSideFiles(workPath);
+        prompt.plain(QStringLiteral("データ最適化失敗"),
+                     QStringLiteral("最適化に失敗しました。もう一度やり直してください。") + reasonOf(e));
         return Outcome::Failed;
     }
     prompt.plain(kOptimiseTitle, path + QStringLiteral("の最適化に成功しました。"));
@@ -146,13 +160,20 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         if (isInsideFolder(target, source) || isInsideFolder(target, m_layout.dataDir()))
             throw Failure(QStringLiteral("バックアップ先にデータフォルダの中は選べません。"));
         const CompanyLock lock(source, name);
-        snapshotCompany(m_layout, name, target);
+        // A folder this backup makes goes again when the backup fails.
+        const bool made = !QFileInfo::exists(target);
+        try {
+            snapshotCompany(m_layout, name, target);
+        } catch (...) {
+            if (made)
+                QDir(target).removeRecursively();
+            throw;
+        }
     } catch (const CompanyInUse &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Stopped;
     } catch (const std::exception &e) {
-        qWarning("backup failed: %s", e.what());
-        m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。"));
+        m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。") + reasonOf(e));
         return Outcome::Failed;
     }
     return Outcome::Done;

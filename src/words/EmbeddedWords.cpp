@@ -101,7 +101,8 @@ int EmbeddedWords::countCaptioned(const QString &caption)
 bool EmbeddedWords::checkWord(Prompt &prompt, const QString &text)
 {
     return CheckOptionalField(prompt, text, kWordLimit, false, QStringLiteral("･･･設定内容"))
-           && CheckNoControlCharacters(prompt, text, QStringLiteral("･･･設定内容"));
+           && CheckNoControlCharacters(prompt, text, QStringLiteral("･･･設定内容"))
+           && CheckNoMarkers(prompt, text, QStringLiteral("･･･設定内容"));
 }
 
 } // namespace normaris

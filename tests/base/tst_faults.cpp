@@ -9,6 +9,9 @@
 #include "base/AppState.h"
 #include "UserEntries.h"
 #include "base/Database.h"
+#include "base/FileOps.h"
+#include "base/ErrorLog.h"
+#include "base/SqliteMessages.h"
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
 #include "composition/CompositionRow.h"
@@ -37,6 +40,7 @@
 #include "words/EmbeddedWords.h"
 
 #include <QDirIterator>
+#include <QRegularExpression>
 #include <QTest>
 #include <functional>
 #include <memory>
@@ -77,6 +81,13 @@ const FailureReport kCancelledCritical{FailureReport::Kind::Cancelled, Prompt::I
 const FailureReport kDescription{FailureReport::Kind::Description, Prompt::Icon::None, {}};
 
 using Run = std::function<Outcome()>;
+
+// The text of an injected failure: SQLite's I/O error told in Japanese, with the file.
+bool isToldAsIoError(const QString &text)
+{
+    const QString path = text.section(u'「', 1).section(u'」', 0, 0);
+    return path.contains(QStringLiteral(".sqlite")) && text == sqliteMessage(SqliteIoErr, path);
+}
 
 struct FaultStep {
     QString name;
@@ -533,6 +544,18 @@ QList<FaultStep> steps()
                           };
                       },
                       kCancelledInformation};
+    list << FaultStep{QStringLiteral("clause update with a new code"),
+                      [](Fixture &f) -> Run {
+                          addEntryChain(f, 3);
+                          auto editor = openParagraph(f);
+                          auto paragraphs =
+                              std::make_shared<dictionary::EntryEditor>(f.db, kStyle, kDoc, Level::Paragraph, kEntryChain.mid(0, 2));
+                          return [&f, editor, paragraphs] {
+                              editor->segments()[0].text = QStringLiteral("改めた本文");
+                              return paragraphs->updateClause(f.prompt, *editor, QStringLiteral("72"));
+                          };
+                      },
+                      kCancelledInformation};
     list << FaultStep{
         QStringLiteral("word creation"),
         [](Fixture &f) -> Run {
@@ -705,16 +728,22 @@ private slots:
             const QList<Shown> &shown = f.prompt.shown();
             QVERIFY2(!shown.isEmpty(), qUtf8Printable(where));
             const Shown &last = shown.last();
+            // The Japanese text of the I/O error, naming the file, is shown: on the last
+            // line of the step's report, or in a box of its own before it.
+            QVERIFY2(std::any_of(shown.begin(), shown.end(), [](const Shown &m) { return isToldAsIoError(m.text.section(u'\n', -1)); }),
+                     qUtf8Printable(where + u' ' + f.prompt.lines().join(u'\n')));
             switch (s.report.kind) {
             case FailureReport::Kind::Cancelled:
-                QCOMPARE(last.toString(), kCancelled);
+                QVERIFY2(last.toString().startsWith(kCancelled + u'\n'), qUtf8Printable(where + u' ' + last.toString()));
                 QCOMPARE(int(last.icon), int(s.report.icon));
                 break;
             case FailureReport::Kind::Description:
                 QCOMPARE(last.title, kProgramTitle);
-                QVERIFY2(last.text.contains(QStringLiteral("injected")), qUtf8Printable(where + u' ' + last.text));
+                QVERIFY2(isToldAsIoError(last.text), qUtf8Printable(where + u' ' + last.text));
                 break;
-            case FailureReport::Kind::Fixed: QCOMPARE(last.toString(), s.report.line); break;
+            case FailureReport::Kind::Fixed:
+                QVERIFY2(last.toString().startsWith(s.report.line + u'\n'), qUtf8Printable(where + u' ' + last.toString()));
+                break;
             }
             const QStringList after = dumpAll(f.root.layout());
             QVERIFY2(after == before, qUtf8Printable(where + u'\n' + firstDifference(before, after)));
@@ -755,6 +784,217 @@ private slots:
             QVERIFY2(outcome == Outcome::Failed, qUtf8Printable(where));
             QVERIFY2(!QFile::exists(docx), qUtf8Printable(where));
             QCOMPARE(f.prompt.shown().last().title, kProgramTitle);
+        }
+    }
+
+    // SQLite's failures as the user is told them: the Japanese text of the result code,
+    // naming the file (and the backup of a damaged company), and the detail in the log.
+    void sqliteFailuresAreToldInJapanese_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("text");   // %1 the file, %2 the backup, %3 the company's folder
+        QTest::addColumn<QString>("logged"); // what the log line holds after the code and the file
+        const QString cancelled = QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n");
+        QTest::newRow("disk full") << QStringLiteral("full") << 13
+                                   << cancelled
+                                          + QStringLiteral("ディスクがいっぱいのため、「%1」に書き込めません。"
+                                                           "ディスクに空きを作ってから、やり直してください。")
+                                   << QStringLiteral("database or disk is full");
+        QTest::newRow("I/O error") << QStringLiteral("io") << 10
+                                   << cancelled
+                                          + QStringLiteral("「%1」の読み書きでディスクのエラーが起きました。"
+                                                           "ディスクの状態と空きを確かめてから、やり直してください。")
+                                   << QStringLiteral("disk I/O error (injected at statement 1)\tBEGIN IMMEDIATE");
+        QTest::newRow("held by another program")
+            << QStringLiteral("busy") << 5
+            << cancelled + QStringLiteral("「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
+            << QStringLiteral("BEGIN IMMEDIATE");
+        QTest::newRow("read-only") << QStringLiteral("readonly") << 8
+                                   << cancelled
+                                          + QStringLiteral("「%1」に書き込めません（読み取り専用です）。"
+                                                           "ファイルとフォルダに書き込みの許可があるか確かめてください。")
+                                   << QStringLiteral("INSERT INTO 施行日");
+        QTest::newRow("damaged") << QStringLiteral("corrupt") << 11
+                                 << kProgramTitle
+                                        + QStringLiteral(
+                                            ": 「%1」は壊れています。バックアップ「%2」の中のファイルを「%3」へ写して戻してください。")
+                                 << QStringLiteral("SELECT count(*) FROM 項");
+        QTest::newRow("no database") << QStringLiteral("notadb") << 26
+                                     << kProgramTitle
+                                            + QStringLiteral(": 「%1」は壊れているか、会社データのファイルではありません。"
+                                                             "バックアップ「%2」の中のファイルを「%3」へ写して戻してください。")
+                                     << QStringLiteral("SELECT count(*) FROM 項");
+        // SQLite's extended codes are told by their primary code; one we can't make for
+        // real (we run as any user, root included) is told from the table.
+        QTest::newRow("cannot open")
+            << QStringLiteral("table") << 14
+            << kProgramTitle + QStringLiteral(": 「%1」を開けません。ファイルとフォルダがあるか、読み書きの許可があるか確かめてください。")
+            << QStringLiteral("unable to open database file");
+        QTest::newRow("short read") << QStringLiteral("table") << 522
+                                    << kProgramTitle
+                                           + QStringLiteral(": 「%1」の読み書きでディスクのエラーが起きました。"
+                                                            "ディスクの状態と空きを確かめてから、やり直してください。")
+                                    << QStringLiteral("unable to open database file");
+        QTest::newRow("busy snapshot")
+            << QStringLiteral("table") << 517
+            << kProgramTitle
+                   + QStringLiteral(": 「%1」は他のプログラムが使用中です。他のプログラムの処理が終わってから、やり直してください。")
+            << QStringLiteral("unable to open database file");
+    }
+    void sqliteFailuresAreToldInJapanese()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, code);
+        QFETCH(QString, text);
+        QFETCH(QString, logged);
+        Fixture f;
+        ErrorLog::setFolder(f.root.path());
+        ErrorLog::setCommand(QStringLiteral("tst_faults"));
+        const DataLayout layout = f.root.layout();
+        QString file = layout.companyFile(kCompany);
+        const QString company = QStringLiteral("丙");
+        const auto failure = [&](const std::function<void()> &work) {
+            try {
+                work();
+            } catch (const Failure &e) {
+                f.prompt.failure(e.text());
+            }
+        };
+        const auto insertDate = [&](QSqlDatabase db) {
+            return runInTransaction(f.prompt, db, [&] {
+                execSql(db, QStringLiteral("INSERT INTO 施行日 (規程Code, 文章形式Code, 年月日) VALUES ('01', '1', ?)"),
+                        {QString(400000, u'x')});
+            });
+        };
+        if (kind == u"full") {
+            execSql(f.db, QStringLiteral("PRAGMA max_page_count = %1").arg(scalar(f.db, QStringLiteral("PRAGMA page_count")).toInt()));
+            QVERIFY(!insertDate(f.db));
+        } else if (kind == u"io") {
+            FaultInjection::arm(1, 0);
+            QVERIFY(!insertDate(f.db));
+        } else if (kind == u"busy") {
+            {
+                QSqlDatabase holder = openDatabase(file, QStringLiteral("holder"));
+                execSql(holder, QStringLiteral("BEGIN IMMEDIATE"));
+                QVERIFY(!insertDate(f.db));
+                execSql(holder, QStringLiteral("ROLLBACK"));
+            }
+            closeDatabase(QStringLiteral("holder"));
+        } else if (kind == u"readonly") {
+            {
+                QSqlDatabase readOnly = openDatabase(file, QStringLiteral("readonly"), OpenMode::ReadOnly);
+                QVERIFY(!insertDate(readOnly));
+            }
+            closeDatabase(QStringLiteral("readonly"));
+        } else if (kind == u"corrupt" || kind == u"notadb") {
+            f.root.makeCompany(company);
+            file = layout.companyFile(company);
+            const int pageSize = valueIn(file, QStringLiteral("PRAGMA page_size")).toInt();
+            QFile damaged(file);
+            QVERIFY(damaged.open(QIODevice::ReadWrite));
+            const qint64 size = damaged.size();
+            // Every page but the first (the schema), or the whole file with its header.
+            const qint64 from = kind == u"corrupt" ? pageSize : 0;
+            QVERIFY(damaged.seek(from));
+            damaged.write(QByteArray(size - from, '\xff'));
+            damaged.close();
+            {
+                QSqlDatabase db = openDatabase(file, QStringLiteral("damaged"));
+                failure([&] { scalar(db, QStringLiteral("SELECT count(*) FROM 項")); });
+            }
+            closeDatabase(QStringLiteral("damaged"));
+        } else {
+            failure([&] { throw DbError(code, file, logged); });
+        }
+        const QString backup = f.root.path() + QStringLiteral("/BackupDB/") + QFileInfo(file).completeBaseName();
+        text.replace(QStringLiteral("%1"), file)
+            .replace(QStringLiteral("%2"), backup)
+            .replace(QStringLiteral("%3"), QFileInfo(file).absolutePath());
+        QCOMPARE(f.prompt.lines(), QStringList{text});
+        // The log's last line: the time, the command, the code, the file, SQLite's text and the statement.
+        QFile log(ErrorLog::fileOf(f.root.path()));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QString line = QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts).last();
+        const QString head = QStringLiteral("\ttst_faults\tSQLite %1\t%2\t").arg(code).arg(file);
+        QVERIFY2(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ\\t")).match(line).hasMatch(),
+                 qUtf8Printable(line));
+        QVERIFY2(line.contains(head) && line.section(head, 1).contains(logged), qUtf8Printable(line));
+        ErrorLog::setFolder(QString());
+    }
+
+    // A backup or a compaction that fails, at any statement or at the sync of the copy,
+    // leaves no file of its own: no backup folder it made, no part, no journal, no work file.
+    void backupAndCompactionLeaveNoFileOfTheirs_data()
+    {
+        QTest::addColumn<bool>("backup");
+        QTest::addColumn<bool>("sync");
+        QTest::addColumn<bool>("earlierBackup");
+        QTest::newRow("backup / statements") << true << false << false;
+        QTest::newRow("backup / sync") << true << true << false;
+        QTest::newRow("backup over an earlier one / sync") << true << true << true;
+        QTest::newRow("compaction / statements") << false << false << false;
+    }
+    void backupAndCompactionLeaveNoFileOfTheirs()
+    {
+        QFETCH(bool, backup);
+        QFETCH(bool, sync);
+        QFETCH(bool, earlierBackup);
+        Fixture f;
+        const QString company = QStringLiteral("丙");
+        f.root.makeCompany(company);
+        const DataLayout layout = f.root.layout();
+        const auto run = [&] {
+            f.prompt.answer({true});
+            return backup ? Maintenance(layout, f.prompt).backup(company) : Maintenance(layout, f.prompt).optimise(company);
+        };
+        if (earlierBackup)
+            QCOMPARE(run(), Outcome::Done);
+        const auto files = [&] {
+            QStringList found;
+            for (const QString &dir : {layout.companyDir(company), layout.backupRoot()}) {
+                QDirIterator it(dir, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+                while (it.hasNext()) {
+                    const QString path = it.next();
+                    if (!path.endsWith(QStringLiteral(".lock")))
+                        found << path + QStringLiteral(" ") + QString::number(QFileInfo(path).size());
+                }
+            }
+            found.sort();
+            return found;
+        };
+        const QStringList before = files();
+        QList<int> points = {0};
+        if (!sync) {
+            FaultInjection::arm(0, 0);
+            QCOMPARE(run(), Outcome::Done);
+            const int count = FaultInjection::statementsSeen();
+            FaultInjection::disarm();
+            // Back to the start: the first backup goes again.
+            if (backup)
+                QVERIFY(QDir(layout.backupRoot()).removeRecursively());
+            points.clear();
+            for (int n = 1; n <= count; ++n)
+                points << n;
+        }
+        for (int n : points) {
+            f.prompt.clear();
+            if (sync)
+                failSyncsForTests(true);
+            else
+                FaultInjection::arm(n, 0);
+            const Outcome outcome = run();
+            failSyncsForTests(false);
+            FaultInjection::disarm();
+            QCOMPARE(outcome, Outcome::Failed);
+            QCOMPARE(files(), before);
+        }
+        if (sync) {
+            const QString part = layout.backupDir(company) + u'/' + company + QStringLiteral(".sqlite.part");
+            QCOMPARE(f.prompt.lines().last(),
+                     QStringLiteral("バックアップの確認: バックアップに失敗しました。\n「%1」をディスクに書き込めません。"
+                                    "ディスクの状態と空きを確かめてから、やり直してください。")
+                         .arg(part));
         }
     }
 };

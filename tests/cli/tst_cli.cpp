@@ -260,6 +260,19 @@ private slots:
                                        << QStringLiteral("名前の変更: 「.」と「..」は会社名に使えません。\n");
         QTest::newRow("slash") << QStringList{yes, company, QStringLiteral("new"), QStringLiteral("a/b")} << 1
                                << QStringLiteral("名前の変更: ファイル名には次の文字は使えません。 \\ / : , ; * ? \" < > |\n");
+        // A name of the program's own work folders would be taken for a crash's leftover.
+        QTest::newRow("work folder name") << QStringList{yes, company, QStringLiteral("new"), QStringLiteral(".normaris-work-new-丙社")}
+                                          << 1 << QStringLiteral("名前の変更: 会社名の先頭に「.」は使えません。\n");
+        QTest::newRow("name that was not UTF-8") << QStringList{yes, company, QStringLiteral("new"), QStringLiteral("\uFFFD\uFFFD")} << 1
+                                                 << QStringLiteral("名前の変更: 会社名に文字化けした文字（U+FFFD）は使えません。\n");
+        const QStringList settings = {QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("--company"), QStringLiteral("甲")};
+        QTest::newRow("marker in a setting") << settings + QStringList{QStringLiteral("事業所名=株式会社★0003★")} << 1
+                                             << QStringLiteral("入力のエラー: 項目中に ★ を含むことはできません。 ･･･事業所名\n");
+        QTest::newRow("a setting's own marker: not given yet")
+            << settings + QStringList{QStringLiteral("事業所名=☆0001☆")} << 0 << QString();
+        QTest::newRow("setting that was not UTF-8")
+            << settings + QStringList{QStringLiteral("事業所名=株式会社\uFFFD")} << 1
+            << QStringLiteral("入力のエラー: 項目中に文字化けした文字（U+FFFD）を含むことはできません。 ･･･事業所名\n");
         QTest::newRow("stale work file") << QStringList{yes, company, QStringLiteral("compact"), QStringLiteral("甲")} << 1 << QString();
         QTest::newRow("unknown command") << QStringList{QStringLiteral("nothing")} << 2 << QString();
         QTest::newRow("missing name") << QStringList{company, QStringLiteral("new")} << 2 << QString();
@@ -279,10 +292,17 @@ private slots:
         QFile stale(dir.path() + QStringLiteral("/Data/甲/甲.sqlitewk"));
         QVERIFY(stale.open(QIODevice::WriteOnly));
         stale.close();
+        const QStringList companies =
+            QDir(dir.path() + QStringLiteral("/Data")).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
         const Run r = runCli(dir.path(), args);
         QCOMPARE(r.status, status);
         if (!err.isEmpty())
             QCOMPARE(r.err, err);
+        // A refused name makes no folder, and the next command removes none.
+        if (status == 1) {
+            QCOMPARE(runCli(dir.path(), {QStringLiteral("company"), QStringLiteral("list")}).status, 0);
+            QCOMPARE(QDir(dir.path() + QStringLiteral("/Data")).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden), companies);
+        }
     }
 
     // A line the command does not declare runs nothing: the reason and the command's

@@ -2,6 +2,7 @@
 // the working tables consistent, and releasing a clause then adding it back at the
 // same place gives back exactly the rows there were.
 
+#include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
 #include "SeedChecks.h"
 #include "TestRoot.h"
@@ -340,7 +341,8 @@ private slots:
         m_prompt.clear();
         QCOMPARE(Tuika0203(adder, {kStyle, kDoc, Level::Chapter, Level::Article, false, i - 1, rows[i - 1].codes, rows[i].codes[1]}),
                  Outcome::Failed);
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。")});
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
+                                               + sqliteMessage(SqliteConstraint, m_db.databaseName())});
         QCOMPARE(allRows(m_db), released);
         QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"),
                         {rows[i].codes[1]}),

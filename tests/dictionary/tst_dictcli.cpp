@@ -92,6 +92,29 @@ class DictCliTest : public QObject {
         return {};
     }
 
+    // dict put of bytes is refused with status 1 and message first, and the company's
+    // file stays byte for byte as it was.
+    void putIsRefused(const QByteArray &bytes, const QString &message)
+    {
+        const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
+        const QString file = m_root + QStringLiteral("/Data/甲/甲.sqlite");
+        const QByteArray before = fileBytes(file);
+        const QString path = m_dir.path() + QStringLiteral("/bad.txt");
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        f.close();
+        const CliRun r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", path});
+        QCOMPARE(r.status, 1);
+        QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
+        QVERIFY(fileBytes(file) == before);
+    }
+    static QByteArray fileBytes(const QString &path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
 private slots:
     void initTestCase()
     {
@@ -213,9 +236,24 @@ private slots:
         QTest::newRow("word code taken") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★0001★\n  語句 0001 別の名前 = 甲\n"
                                          << "読込エラー: bad.txt:7: 語句0001は";
         QTest::newRow("marker without row") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 上限は★0777★とする\n"
-                                            << "入力エラー: 文章中の★0777★に対応する語句・参照・基本語句がありません。\n";
+                                            << "読込エラー: bad.txt:5: ★0777★に語句の行がありません\n";
+        QTest::newRow("segment of a word without its line") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★9999★\n"
+                                                            << "読込エラー: bad.txt:5: ★9999★に語句の行がありません\n";
+        QTest::newRow("reference without its line") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ◆0151◆\n"
+                                                    << "読込エラー: bad.txt:5: ◆0151◆に参照の行がありません\n";
+        QTest::newRow("word line without its marker") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n  語句 0777 上限 = 週２日\n"
+                                                      << "読込エラー: bad.txt:7: 語句 0777 の記号★0777★が本文にありません\n";
+        QTest::newRow("paragraph twice") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n  項 70\n  = 乙\n"
+                                         << "読込エラー: bad.txt:7: 項「規程01 章03 条7001 項70」が重複しています（5行目と同じです）\n";
+        QTest::newRow("article twice") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = 甲\n条 7001 別名\n"
+                                       << "読込エラー: bad.txt:7: 条「規程01 章03 条7001」が重複しています（4行目と同じです）\n";
+        QTest::newRow("word code twice in a clause")
+            << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★0777★\n  語句 0777 上限 = 甲\n  語句 0777 上限 = 乙\n"
+            << "読込エラー: bad.txt:8: 語句 0777 が重複しています\n";
+        QTest::newRow("marker in a word") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ★0777★\n  語句 0777 上限 = ☆0005☆\n"
+                                          << "入力のエラー: 項目中に ☆ を含むことはできません。 ･･･語句\n";
         QTest::newRow("unknown setting") << head + "章 03 服務規律\n条 7001 在宅\n  項 70\n  = ☆0020☆\n"
-                                         << "読込エラー: bad.txt:5: 基本語句☆0020☆はありません\n";
+                                         << "読込エラー: bad.txt:5: ☆0020☆は基本設定にありません（0001～0016、0030）\n";
         QTest::newRow("eight segments") << "文章形式 1\n規程 01 就業規則\n前文\n= 1\n= 2\n= 3\n= 4\n= 5\n= 6\n= 7\n= 8\n"
                                         << "読込エラー: bad.txt:3: この文章の分割は7までです\n";
     }
@@ -223,13 +261,34 @@ private slots:
     {
         QFETCH(QString, text);
         QFETCH(QString, message);
-        const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
-        const QString before = dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out;
-        const CliRun r =
-            dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", writeFile(QStringLiteral("bad.txt"), text)});
-        QCOMPARE(r.status, 1);
-        QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
-        QCOMPARE(dict(QStringList{"dict", "get"} + company + QStringList{"--doc", "01"}).out, before);
+        putIsRefused(text.toUtf8(), message);
+    }
+
+    // What no text editor should have written: the line is named, its bytes never shown.
+    void putRefusesBytesThatAreNoText_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("message");
+        const QByteArray head = QStringLiteral("文章形式 1\n規程 01 就業規則\n章 03 服務規律\n条 7001 在宅\n  項 70\n").toUtf8();
+        QTest::newRow("not UTF-8")
+            << head + "  = \xff\xfe\x81\n"
+            << "読込エラー: bad.txt:6: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
+        QTest::newRow("Shift_JIS")
+            << QByteArray("\x95\xb6\x8f\xcd\x8c\x60\x8e\xae 1\n")
+            << "読込エラー: bad.txt:1: UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）\n";
+        QTest::newRow("binary") << QByteArray("\x7f"
+                                              "ELF\x02\x01\x01\x00\x00\x00garbage",
+                                              17)
+                                << "読込エラー: bad.txt:1: 制御文字があります（U+007F）\n";
+        QTest::newRow("NUL in a segment") << head + QByteArray("  = a\0b\n", 8) << "読込エラー: bad.txt:6: 制御文字があります（U+0000）\n";
+        QTest::newRow("long unknown line") << head + QString(200, u'謎').toUtf8() + '\n'
+                                           << "読込エラー: bad.txt:6: 「" + QString(20, u'謎') + "…」は分からない行です\n";
+    }
+    void putRefusesBytesThatAreNoText()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, message);
+        putIsRefused(bytes, message);
     }
 
     // dict get of the whole work rules piped into dict put changes no row.

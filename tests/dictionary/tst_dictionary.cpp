@@ -2,6 +2,7 @@
 // renumbering and the delete with everything that hangs on a document, and the two
 // editors of a 前文 with their protections.
 
+#include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "base/Database.h"
@@ -331,7 +332,8 @@ private slots:
         execSql(m_db, QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'no'); END"));
         m_prompt.answer({true});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Failed);
-        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。"));
+        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
+                                              + sqliteMessage(SqliteConstraint, m_db.databaseName()));
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 施行日 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);
@@ -380,6 +382,9 @@ private slots:
         QTest::newRow("segment moved in use") << true << 3 << QString();
         QTest::newRow("kind changed, not in use") << false << 1 << QString();
         QTest::newRow("segment added, not in use") << false << 2 << QString();
+        // A 語句 or 番号 segment whose word or reference was never given: the whole update is refused.
+        QTest::newRow("word never given") << false << 4 << QStringLiteral("更新エラー: 語句の更新でエラーが発生しました。");
+        QTest::newRow("reference never given") << false << 5 << QStringLiteral("更新エラー: 参照の更新でエラーが発生しました。");
     }
     void segmentProtections()
     {
@@ -401,6 +406,10 @@ private slots:
             editor.segments()[2].text = QStringLiteral("増えた");
         if (change == 3)
             std::swap(editor.segments()[1], editor.segments()[4]);
+        if (change == 4 || change == 5) {
+            editor.setKind(2, change == 4 ? SegmentKind::Word : SegmentKind::Reference);
+            editor.setChosenValue(2, QStringLiteral("9999"), QString());
+        }
         m_prompt.clear();
         QCOMPARE(editor.update(m_prompt), message.isEmpty() ? Outcome::Done : Outcome::Stopped);
         QCOMPARE(m_prompt.lines(), message.isEmpty() ? QStringList() : QStringList{message});

@@ -334,7 +334,7 @@ private slots:
         QCOMPARE(form.result(), int(QDialog::Rejected));
         QVERIFY(!form.isVisible());
         QCoreApplication::processEvents();
-        QVERIFY(m_session->prompt.lines().isEmpty());
+        QVERIFY2(m_session->prompt.lines().isEmpty(), qUtf8Printable(m_session->prompt.lines().join(u'\n')));
     }
 
     // The company pickers start on the list: Down picks the first company, Enter acts.

@@ -163,7 +163,7 @@ private slots:
         list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
         click(&first, QStringLiteral("Command2"));
         QCOMPARE(prompt.lines().last(),
-                 QStringLiteral("会社指定の確認: 『乙』のデータは取り込めません。トリガーまたはビューを含むファイルは取り込めません。"));
+                 QStringLiteral("会社指定の確認: 『乙』のデータは取り込めません。ビュー「一覧」を含むファイルは取り込めません。"));
         QVERIFY(first.isVisible());
         QVERIFY(!SourceCompany::isOpen());
     }

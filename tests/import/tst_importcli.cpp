@@ -77,6 +77,24 @@ private slots:
         QCOMPARE(r.err, QStringLiteral("処理不可: 自社データに規則・規程・労使協定Code：75が存在しないためデータ取込を中止します。\n"));
     }
 
+    // A company is never its own source: that is said before anything else is looked at.
+    void refusesTheCompanyItself()
+    {
+        TestRoot root;
+        root.makeCompany(QStringLiteral("A"));
+        addUserChain(root.layout().companyFile(QStringLiteral("A")));
+        const QByteArray before = digestOf(root.layout().companyFile(QStringLiteral("A")));
+        const Run r =
+            runCli(root.path(),
+                   importArgs(QStringLiteral("A"), QStringLiteral("A"),
+                              {QStringLiteral("--chapter"), QStringLiteral("70"), QStringLiteral("--article"), QStringLiteral("7001")}));
+        QCOMPARE(r.err,
+                 QStringLiteral(
+                     "会社指定の確認: 『A』のデータは取り込めません。取込先の会社と同じです。取込元には別の会社を指定してください。\n"));
+        QCOMPARE(r.status, 1);
+        QCOMPARE(digestOf(root.layout().companyFile(QStringLiteral("A"))), before);
+    }
+
     void refusesWhatTheListsWouldNotOffer_data()
     {
         QTest::addColumn<QStringList>("more");
@@ -108,7 +126,7 @@ private slots:
         QTest::addColumn<QString>("message");
         const QString refused = QStringLiteral("会社指定の確認: 『B』のデータは取り込めません。");
         QTest::newRow("trigger") << QStringLiteral("trigger")
-                                 << refused + QStringLiteral("トリガーまたはビューを含むファイルは取り込めません。\n");
+                                 << refused + QStringLiteral("トリガー「watch」を含むファイルは取り込めません。\n");
         QTest::newRow("not SQLite") << QStringLiteral("text") << refused + QStringLiteral("データベースのファイルではありません。\n");
         QTest::newRow("another schema") << QStringLiteral("schema")
                                         << refused + QStringLiteral("本システムの会社データではありません。表「規程」の列が違います。\n");

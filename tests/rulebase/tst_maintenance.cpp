@@ -89,7 +89,8 @@ private slots:
         prompt.answer({true});
         const QString inside = root.layout().companyDir(QStringLiteral("甲")) + QStringLiteral("/sub");
         QCOMPARE(Maintenance(root.layout(), prompt).backup(QStringLiteral("甲"), inside), Outcome::Failed);
-        QCOMPARE(prompt.lines().last(), QStringLiteral("バックアップの確認: バックアップに失敗しました。"));
+        QCOMPARE(prompt.lines().last(),
+                 QStringLiteral("バックアップの確認: バックアップに失敗しました。\nバックアップ先にデータフォルダの中は選べません。"));
         QVERIFY(!QDir(inside).exists());
     }
 
@@ -203,7 +204,10 @@ private slots:
         writeFile(file, QByteArray(8192, 'x')); // no longer a database: the compaction fails
         ScriptedPrompt prompt;
         QVERIFY(CompactDataFile(prompt, file)); // reported, and counted as done
-        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。")});
+        QCOMPARE(prompt.lines(),
+                 QStringList{QStringLiteral("データ最適化失敗: 最適化に失敗しました。もう一度やり直してください。\n"
+                                            "「%1」は本システムの会社データではありません。（データベースとして読めません。）")
+                                 .arg(file)});
         QCOMPARE(readFile(file), QByteArray(8192, 'x'));
         QVERIFY(!QFile::exists(workFileOf(file)));
     }

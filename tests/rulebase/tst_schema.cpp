@@ -1,5 +1,6 @@
 // The tables of a company file and their column order, in the seed and in a new company.
 
+#include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "base/Database.h"
@@ -216,7 +217,7 @@ private slots:
             openCompanyDatabase(path, QStringLiteral("w"));
             QFAIL("a failed read was taken for a good file");
         } catch (const DbError &e) {
-            QVERIFY2(e.text().startsWith(QStringLiteral("データファイル「%1」を読めません。").arg(path)), qUtf8Printable(e.text()));
+            QCOMPARE(e.text(), sqliteMessage(SqliteIoErr, path));
         }
         FaultInjection::disarm();
         QVERIFY(!QSqlDatabase::contains(QStringLiteral("w")));

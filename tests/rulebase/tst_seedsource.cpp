@@ -106,7 +106,7 @@ private slots:
         QTest::newRow("paragraph code of one digit") << QStringLiteral("項 01\n= 目的") << QStringLiteral("項 1\n= 目的")
                                                      << QStringLiteral("01-1.txt:7: 項のCode「1」は01～69の2桁にしてください");
         QTest::newRow("duplicate article") << QStringLiteral("条 0002") << QStringLiteral("条 0001")
-                                           << QStringLiteral("01-1.txt:9: 条「規程01 章01 条0001」が重複しています");
+                                           << QStringLiteral("01-1.txt:9: 条「規程01 章01 条0001」が重複しています（6行目と同じです）");
         QTest::newRow("segment over 250 bytes")
             << QStringLiteral("= 期間は") << QStringLiteral("= ") + QString(126, QChar(u'長'))
             << QStringLiteral("01-1.txt:10: 文章が252バイトあり、制限(250)を越えています: ") + QString(20, QChar(u'長'));

@@ -59,6 +59,9 @@ private slots:
                 << QStringLiteral("入力のエラー: 項目中に \" を含むことはできません。 ･･･文章");
             QTest::newRow(kind + "single quote") << required << QStringLiteral("a'b") << 80 << false << false
                                                  << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
+            QTest::newRow(kind + "bytes that were not UTF-8")
+                << required << QStringLiteral("a\uFFFDb") << 80 << false << false
+                << QStringLiteral("入力のエラー: 項目中に文字化けした文字（U+FFFD）を含むことはできません。 ･･･文章");
             QTest::newRow(kind + "quote beats length")
                 << required << QStringLiteral("'") + QString(50, QChar(u'漢')) << 80 << false << false
                 << QStringLiteral("入力のエラー: 項目中に ' を含むことはできません。 ･･･文章");
@@ -105,6 +108,16 @@ private slots:
         QTest::newRow("leading blank") << QStringLiteral(" a") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
         QTest::newRow("trailing full-width blank")
             << QStringLiteral("a　") << QStringLiteral("名前の変更: 会社名の先頭と末尾には空白を置けません。");
+        // The names the program keeps for itself in the data folder.
+        const QString leadingDot = QStringLiteral("名前の変更: 会社名の先頭に「.」は使えません。");
+        QTest::newRow("work folder of a new company") << QStringLiteral(".normaris-work-new-丙社") << leadingDot;
+        QTest::newRow("work folder of a deleted company") << QStringLiteral(".normaris-work-deleted-丙社") << leadingDot;
+        QTest::newRow("leading dot") << QStringLiteral(".丙社") << leadingDot;
+        QTest::newRow("inner dot") << QStringLiteral("丙.社") << QString();
+        QTest::newRow("seed file") << QStringLiteral("規程原本db.sqlite")
+                                   << QStringLiteral("名前の変更: 「規程原本db.sqlite」はプログラムが使う名前なので会社名に使えません。");
+        QTest::newRow("bytes that were not UTF-8")
+            << QStringLiteral("\uFFFD\uFFFD") << QStringLiteral("名前の変更: 会社名に文字化けした文字（U+FFFD）は使えません。");
     }
     void companyNames()
     {

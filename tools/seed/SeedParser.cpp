@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QStringDecoder>
 
 namespace normaris::seed {
 
@@ -32,6 +33,18 @@ const ClauseKeyword kClauseKeywords[] = {
     {"丸", Level::Maru, &Place::maru},
     {"イロハ", Level::Iroha, &Place::iroha},
 };
+
+// At most the first 20 characters of what a line gives, every unprintable one shown
+// as "?": a file that is no text at all never echoes its bytes.
+QString excerpt(const QString &text)
+{
+    QString shown = text.left(20);
+    for (QChar &c : shown) {
+        if (!c.isPrint() || c == QChar::ReplacementCharacter)
+            c = u'?';
+    }
+    return text.size() > 20 ? shown + QStringLiteral("…") : shown;
+}
 
 class DocumentParser {
 public:
@@ -116,13 +129,13 @@ private:
         }
         if (keyword == u"標準外")
             return markStock();
-        fail(QStringLiteral("「%1」は分からない行です").arg(keyword));
+        fail(QStringLiteral("「%1」は分からない行です").arg(excerpt(keyword)));
     }
 
     void setHeader(QString &field, const QString &value, const QString &pattern)
     {
         if (!QRegularExpression(pattern).match(value).hasMatch())
-            fail(QStringLiteral("値「%1」が正しくありません").arg(value));
+            fail(QStringLiteral("値「%1」が正しくありません").arg(excerpt(value)));
         else
             field = value;
     }
@@ -134,7 +147,7 @@ private:
         code = space < 0 ? rest : rest.left(space);
         text = space < 0 ? QString() : rest.mid(space + 1).trimmed();
         if (code.isEmpty() || !QRegularExpression(QStringLiteral("^[0-9]+$")).match(code).hasMatch()) {
-            fail(QStringLiteral("Codeは数字で書いてください: 「%1」").arg(code));
+            fail(QStringLiteral("Codeは数字で書いてください: 「%1」").arg(excerpt(code)));
             return false;
         }
         return true;
@@ -290,7 +303,7 @@ private:
         for (qsizetype i = 1; i < tokens.size(); ++i) {
             const auto m = token.match(tokens[i]);
             if (!m.hasMatch())
-                return fail(QStringLiteral("参照先「%1」が分かりません").arg(tokens[i]));
+                return fail(QStringLiteral("参照先「%1」が分かりません").arg(excerpt(tokens[i])));
             const QString label = m.captured(1), code = m.captured(2);
             if (label == u"規程") {
                 r.target.kitei = code;
@@ -349,6 +362,35 @@ private:
 
 } // namespace
 
+QString decodeSource(const QString &file, const QByteArray &bytes, QList<SourceError> &errors)
+{
+    const QList<QByteArray> lines = bytes.split('\n');
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        QByteArray line = lines[i];
+        if (line.endsWith('\r'))
+            line.chop(1);
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
+        const QString text = decoder.decode(line);
+        QString why;
+        if (decoder.hasError())
+            why = QStringLiteral("UTF-8の文字として読めないバイトがあります（ファイルはUTF-8で保存してください）");
+        for (qsizetype k = 0; why.isEmpty() && k < text.size(); ++k) {
+            const QChar c = text[k];
+            const bool bom = i == 0 && k == 0 && c == QChar::ByteOrderMark;
+            if (!bom && c != u'\t' && (c.category() == QChar::Other_Control || c.category() == QChar::Other_Format))
+                why = QStringLiteral("制御文字があります（U+%1）").arg(QString::number(c.unicode(), 16).rightJustified(4, u'0').toUpper());
+        }
+        if (!why.isEmpty()) {
+            errors << SourceError{file, int(i + 1), why};
+            return {};
+        }
+    }
+    QString text = QString::fromUtf8(bytes);
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.remove(0, 1);
+    return text;
+}
+
 Document parseDocument(const QString &file, const QString &text, QList<SourceError> &errors)
 {
     return DocumentParser(file, errors).parse(text);
@@ -396,7 +438,10 @@ Dictionary readDictionary(const QString &folder, QList<SourceError> &errors)
                 errors << SourceError{shown, 0, QStringLiteral("読めません")};
                 continue;
             }
-            parse(shown, QString::fromUtf8(f.readAll()));
+            const qsizetype before = errors.size();
+            const QString text = decodeSource(shown, f.readAll(), errors);
+            if (errors.size() == before)
+                parse(shown, text);
         }
     };
     readAll(QStringLiteral("documents"), QStringLiteral("*.txt"),

@@ -31,6 +31,11 @@
 
 namespace normaris::seed {
 
+// The text of a source file's bytes: UTF-8, a byte order mark at the start left out. A
+// line that is not UTF-8, or that holds a control character other than the tab, is an
+// error with its line (and no excerpt of its bytes); the text is then empty.
+QString decodeSource(const QString &file, const QByteArray &bytes, QList<SourceError> &errors);
+
 // Parses one document file; problems go to errors.
 Document parseDocument(const QString &file, const QString &text, QList<SourceError> &errors);
 // Parses one table file.

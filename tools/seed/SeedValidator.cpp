@@ -96,6 +96,17 @@ public:
         return m_errors;
     }
 
+    QList<SourceError> runEntries(const Document &doc)
+    {
+        QHash<QString, int> seen;
+        for (const Clause &c : doc.clauses) {
+            checkUnique(doc, c, seen);
+            if (isTextLevel(c.level) && !c.segments.isEmpty())
+                checkMarkers(doc, c);
+        }
+        return m_errors;
+    }
+
 private:
     void fail(const Document &doc, int line, const QString &message) { m_errors << SourceError{doc.file, line, message}; }
 
@@ -126,16 +137,24 @@ private:
         lastCode.insert(key, code);
     }
 
+    // A place given twice: the second one is refused, naming the line of the first.
+    void checkUnique(const Document &doc, const Clause &c, QHash<QString, int> &seen)
+    {
+        const QString key = clauseKey(doc.style, c.level, c.place);
+        if (seen.contains(key))
+            fail(doc, c.line,
+                 QStringLiteral("%1「%2」が重複しています（%3行目と同じです）").arg(levelName(c.level), c.place.describe()).arg(seen[key]));
+        else
+            seen.insert(key, c.line);
+    }
+
     void checkDocument(const Document &doc)
     {
         QHash<QString, QString> lastCode;
-        QSet<QString> seen;
+        QHash<QString, int> seen;
         int preambles = 0;
         for (const Clause &c : doc.clauses) {
-            const QString key = clauseKey(doc.style, c.level, c.place);
-            if (seen.contains(key))
-                fail(doc, c.line, QStringLiteral("%1「%2」が重複しています").arg(levelName(c.level), c.place.describe()));
-            seen.insert(key);
+            checkUnique(doc, c, seen);
             if (c.level == Level::Preamble && ++preambles > 1)
                 fail(doc, c.line, QStringLiteral("前文は一つの規程に一つだけです"));
             checkCode(doc, c);
@@ -206,7 +225,6 @@ private:
     {
         if (c.segments.isEmpty())
             fail(doc, c.line, QStringLiteral("%1「%2」に本文（「=」の行）がありません").arg(levelName(c.level), c.place.describe()));
-        QHash<QString, int> wordMarkers, referenceMarkers;
         for (const Segment &s : c.segments) {
             const int bytes = CP932Length(s.text);
             if (bytes > kSegmentLimit)
@@ -214,6 +232,17 @@ private:
                      QStringLiteral("文章が%1バイトあり、制限(%2)を越えています: %3").arg(bytes).arg(kSegmentLimit).arg(s.text.left(20)));
             if (s.text.contains(u'\'') || s.text.contains(u'"'))
                 fail(doc, c.line, QStringLiteral("文章に引用符（' \"）は使えません: %1").arg(s.text.left(20)));
+        }
+        checkMarkers(doc, c);
+        for (const Reference &r : c.references)
+            checkTarget(doc, r);
+    }
+
+    // Every marker of the text has its 語句 or 参照 line and every such line its marker.
+    void checkMarkers(const Document &doc, const Clause &c)
+    {
+        QHash<QString, int> wordMarkers, referenceMarkers;
+        for (const Segment &s : c.segments) {
             const QList<Marker> markers = markersIn(s.text);
             int markerChars = 0;
             for (const Marker &m : markers) {
@@ -232,8 +261,6 @@ private:
         }
         checkMarkerRows(doc, c, wordMarkers, c.words, u'★', QStringLiteral("語句"));
         checkMarkerRows(doc, c, referenceMarkers, c.references, u'◆', QStringLiteral("参照"));
-        for (const Reference &r : c.references)
-            checkTarget(doc, r);
     }
 
     static bool isBasicWord(const QString &code)
@@ -378,5 +405,7 @@ void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors)
 }
 
 QList<SourceError> validate(const Dictionary &dictionary) { return Validator(dictionary).run(); }
+
+QList<SourceError> checkEntries(const Document &document) { return Validator(Dictionary()).runEntries(document); }
 
 } // namespace normaris::seed

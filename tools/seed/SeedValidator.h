@@ -13,6 +13,11 @@ void resolveReferences(Dictionary &dictionary, QList<SourceError> &errors);
 
 QList<SourceError> validate(const Dictionary &dictionary);
 
+// The checks that hold for one document's text on its own (a text given to the
+// dictionary, user codes included): no place given twice, and every marker with its
+// 語句 or 参照 line in its clause and every such line with its marker.
+QList<SourceError> checkEntries(const Document &document);
+
 // The limit of one segment, in CP932 bytes.
 constexpr int kSegmentLimit = 250;
 

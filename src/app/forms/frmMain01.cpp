@@ -1,5 +1,7 @@
 #include "app/forms/frmMain01.h"
 
+#include "base/ErrorLog.h"
+
 #include "composition/forms/frmMakesentaku.h"
 #include "dictionary/forms/frmDicsentaku.h"
 #include "export/forms/frmExport.h"
@@ -187,7 +189,10 @@ void frmMain01::showModal(QDialog *dialog)
     if (!dialog)
         return;
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // The error log names the dialog a failure happened in.
+    ErrorLog::setCommand(QStringLiteral("normaris ") + QString::fromLatin1(dialog->metaObject()->className()));
     dialog->exec();
+    ErrorLog::setCommand(QStringLiteral("normaris"));
 }
 
 void frmMain01::runCommand(int index)

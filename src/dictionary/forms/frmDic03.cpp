@@ -386,7 +386,7 @@ void frmDic03::save()
 }
 
 // 更新 of a clause: a new one is written with its segments; an edited one has its
-// segments written anew and then, when its code changed, the code carried.
+// segments written anew and, when its code changed, the code carried, in one step.
 Outcome frmDic03::saveClause()
 {
     if (m_addNewFlag && !acceptNewClauseCode())
@@ -402,10 +402,7 @@ Outcome frmDic03::saveClause()
         m_fields[0]->setText(code);
         return Outcome::Stopped;
     }
-    const Outcome outcome = m_segments->update(uiPrompt());
-    if (outcome != Outcome::Done || code == m_saved.code)
-        return outcome;
-    return m_entries.changeCode(uiPrompt(), m_saved.code, code);
+    return m_entries.updateClause(uiPrompt(), *m_segments, code);
 }
 
 void frmDic03::cancel()
