@@ -2,6 +2,7 @@
 
 #include "fileformats/DocxTypist.h"
 #include "export/TextTypist.h"
+#include "export/WorkDataAge.h"
 #include "export/TypistPair.h"
 #include "base/BusyCursor.h"
 #include "base/Database.h"
@@ -49,6 +50,12 @@ void keepVersion(QSqlDatabase db, const QString &style, const QString &document,
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
                               const QString &textPath, ExtraOutput *extra)
 {
+    // Work data older than their words are built and substituted again first, if the user wishes.
+    if (!document.isEmpty()) {
+        const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, true);
+        if (fresh != Outcome::Done)
+            return fresh;
+    }
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;

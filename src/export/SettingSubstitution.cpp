@@ -3,6 +3,7 @@
 #include "export/CrossReferences.h"
 #include "export/NumberIndex.h"
 #include "export/ReferenceRows.h"
+#include "export/WorkDataAge.h"
 #include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
@@ -70,7 +71,10 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
 {
     // Everything the substitution decides on is read inside its write, and the rewrite
     // of an agreement's 前文 goes with the rest: a failure anywhere leaves the rows as
-    // they were.
+    // they were. Work data older than their words are built again first, if the user wishes.
+    const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, false);
+    if (fresh != Outcome::Done)
+        return fresh;
     const Outcome outcome = runStep(m_prompt, m_db, [&] {
         if (EffectiveDates(m_db, document).list().isEmpty()) {
             m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("日付のデータがありません。"));
@@ -97,6 +101,7 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
             if (rows[i].text != before[i].text)
                 writeText(m_db, style, document, rows[i].order, rows[i].text);
         }
+        WorkDataAge(m_db, m_prompt).record(WorkDataStep::Substitution, style, document);
         return Outcome::Done;
     });
     if (outcome != Outcome::Done)

@@ -3,6 +3,7 @@
 // a new article to its exported text.
 
 #include "../forms/FormSession.h"
+#include "DialogDriver.h"
 #include "base/Database.h"
 #include "composition/Panels.h"
 #include "composition/PanelStep.h"
@@ -33,56 +34,6 @@ using namespace normaris;
 using namespace normaris::test;
 
 namespace {
-
-template<class T>
-T *find(QWidget *form, const QString &name)
-{
-    auto *w = form->findChild<T *>(name);
-    if (!w)
-        qFatal("%s has no %s", qPrintable(form->objectName()), qPrintable(name));
-    return w;
-}
-
-void click(QWidget *form, const QString &button) { find<QPushButton>(form, button)->click(); }
-void type(QWidget *form, const QString &box, const QString &text) { find<QLineEdit>(form, box)->setText(text); }
-
-struct Step {
-    QString form;
-    std::function<void(QWidget *)> act;
-};
-
-// Runs start, which opens the first modal form, and plays each step on the modal form
-// that comes up next, in order. A step runs from a timer of its own, so that a step
-// that opens a further modal form leaves the watch free to play the next one. A form
-// out of turn, or one left open for twenty seconds, ends the flow.
-int play(const std::function<void()> &start, const QList<Step> &steps)
-{
-    int played = 0;
-    QPointer<QWidget> last;
-    QList<QPointer<QWidget>> seen; // the forms played so far, which come back as their children close
-    QElapsedTimer clock;
-    clock.start();
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || (seen.contains(form) && clock.elapsed() < 20000))
-            return;
-        if (seen.contains(form) || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
-            qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
-            form->done(QDialog::Rejected);
-            return;
-        }
-        last = form;
-        seen << form;
-        clock.restart();
-        const auto act = steps[played++].act;
-        QTimer::singleShot(0, form, [act, form] { act(form); });
-    });
-    timer.start();
-    start();
-    return played;
-}
 
 // The focus as the Tab key brings it, whether or not the window is active.
 void focusByTab(QWidget *w)

@@ -1,6 +1,7 @@
 // 他社データ取込 offscreen: the three steps walked to an import and back out, and a
 // source that is refused keeping the wizard on its first step.
 
+#include "DialogDriver.h"
 #include "FormSession.h"
 #include "UserEntries.h"
 #include "import/SourceCompany.h"
@@ -23,43 +24,6 @@ using namespace normaris::test;
 namespace {
 
 const QString kSource = QStringLiteral("乙");
-
-struct Step {
-    QString form;
-    std::function<void(QWidget *)> act;
-};
-
-// Runs start, which opens the first modal form, and plays each step on the modal
-// form that comes up next, in order. Returns how many steps were played.
-int play(const std::function<void()> &start, const QList<Step> &steps)
-{
-    int played = 0;
-    QPointer<QWidget> last;
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || form == last)
-            return;
-        if (played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
-            form->done(QDialog::Rejected);
-            return;
-        }
-        last = form;
-        // Acted on after this tick, so that the form a step opens is watched in turn.
-        QTimer::singleShot(0, form, [form, act = steps[played++].act] { act(form); });
-    });
-    timer.start();
-    start();
-    return played;
-}
-
-void click(QWidget *form, const QString &name)
-{
-    auto *button = form->findChild<QAbstractButton *>(name);
-    QVERIFY2(button, qUtf8Printable(name));
-    button->click();
-}
 
 // Picks the entry of code in the list, as the user does: open it, choose, close.
 void pick(QWidget *form, const QString &list, const QString &code)

@@ -4,6 +4,7 @@
 #include "export/DocumentExport.h"
 #include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
+#include "export/WorkDataAge.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/forms/frmKakusyusettei.h"
 #include "base/AppState.h"
@@ -35,6 +36,9 @@ namespace normaris {
 namespace {
 
 enum Kind { RulesKind = 0, AgreementKind = 1, FilingKind = 2 };
+
+// The document's own name beside the text of its line in a list.
+constexpr int NameRole = Qt::UserRole + 1;
 
 // An option group in its frame; the first option is on.
 QButtonGroup *optionGroup(QWidget *owner, QGroupBox *frame, const QString &name, const QStringList &captions)
@@ -192,8 +196,9 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
 
 void frmExport::changeEvent(QEvent *event)
 {
+    // Back from a step's form, the lists say which documents are out of date.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        placeOverMainWindow(this);
+        markStale();
     QDialog::changeEvent(event);
 }
 
@@ -206,6 +211,22 @@ void frmExport::reloadLists()
         for (const CodeAndName &d : DocumentList(AppState::cn()).selectedOfKind(QString::number(i + 1), kind)) {
             auto *item = new QListWidgetItem(d.name, m_lists[i]);
             item->setData(Qt::UserRole, d.code);
+            item->setData(NameRole, d.name);
+        }
+    }
+    markStale();
+}
+
+// A document whose work data are older than their words reads 要再作成.
+void frmExport::markStale()
+{
+    const WorkDataAge age(AppState::cn(), uiPrompt());
+    for (int i = 0; i < 2; ++i) {
+        const QString style = QString::number(i + 1);
+        for (int row = 0; row < m_lists[i]->count(); ++row) {
+            QListWidgetItem *item = m_lists[i]->item(row);
+            const QString name = item->data(NameRole).toString();
+            item->setText(age.isStale(style, item->data(Qt::UserRole).toString()) ? name + kStaleMark : name);
         }
     }
 }
@@ -287,6 +308,7 @@ void frmExport::openSettings()
         return;
     frmKakusyusettei form(this);
     form.exec();
+    markStale();
 }
 
 void frmExport::openWords()
@@ -297,6 +319,7 @@ void frmExport::openWords()
     frmGokusentakuSub form(this);
     form.exec();
     AppState::instance().WordsPreviewAllowed = false;
+    markStale();
 }
 
 void frmExport::substitute()
@@ -305,6 +328,7 @@ void frmExport::substitute()
         return;
     const AppState &state = AppState::instance();
     SettingSubstitution(AppState::cn(), uiPrompt()).run(state.CurBunshoKeishikiCode, state.CurKiteiCode);
+    markStale();
 }
 
 void frmExport::sendToWord()
@@ -316,7 +340,9 @@ void frmExport::sendToWord()
     const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
     try {
         const QString path = DocumentExport::temporaryPath(document);
-        if (DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, path) == Outcome::Stopped) {
+        const Outcome written = DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, path);
+        markStale();
+        if (written == Outcome::Stopped) {
             QFile::remove(path);
             return;
         }
@@ -343,7 +369,7 @@ QString frmExport::proposedPdfName() const
     QString document = QStringLiteral("就業規則届");
     if (m_kind->checkedId() != FilingKind) {
         const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
-        document = item ? item->text() : QString();
+        document = item ? item->data(NameRole).toString() : QString();
     }
     QString name = AppState::instance().CompanyName + u'_' + document + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
     // A document's name may hold what a file name may not.

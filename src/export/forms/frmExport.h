@@ -24,6 +24,9 @@ class PdfTypist;
 class frmExport : public QDialog {
     Q_OBJECT
 public:
+    // What a document's line in the lists ends with when its work data are out of date.
+    static inline const QString kStaleMark = QStringLiteral("（要再作成）");
+
     explicit frmExport(QWidget *parent = nullptr);
 
     // The path of the last document written, for the tests.
@@ -40,6 +43,7 @@ protected:
 
 private:
     void reloadLists();
+    void markStale();
     void showKind(int kind);
     void showStyle(int style);
     // The choosing step every button but 閉じる starts with: false after its message.

@@ -1,6 +1,7 @@
 #include "import/forms/frmCopy03.h"
 
 #include "base/AppState.h"
+#include "base/Failure.h"
 #include "import/EntryImport.h"
 #include "import/ImportLists.h"
 #include "import/SourceCompany.h"
@@ -78,13 +79,16 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
 
     auto *buttons = new QHBoxLayout;
     QPushButton *run = makeButton(this, QStringLiteral("Command1"), QStringLiteral("データ取込(&I)"));
+    m_renumber = makeButton(this, QStringLiteral("cmdRenumber"), QStringLiteral("コードを振り直して取り込む(&N)"));
+    m_renumber->hide();
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
-    for (QPushButton *b : {run, close, help})
+    for (QPushButton *b : {m_renumber, run, close, help})
         buttons->addWidget(b);
     outer->addLayout(buttons);
-    connect(run, &QPushButton::clicked, this, &frmCopy03::importChosen);
+    connect(run, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Keep); });
+    connect(m_renumber, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Renumber); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
 
@@ -95,6 +99,7 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
 
 void frmCopy03::chooseLevel(int depth)
 {
+    m_renumber->hide();
     m_level = depth;
     AppState::instance().CurShubetsu = kImportLevels[depth];
     for (int i = 0; i < kDepths; ++i) {
@@ -144,6 +149,7 @@ bool frmCopy03::fillList(int depth)
 
 void frmCopy03::listChanged(int depth)
 {
+    m_renumber->hide();
     m_codes[depth]->setText(chosenCode(depth));
     for (int i = depth + 1; i < kDepths; ++i) {
         m_lists[i]->clear();
@@ -151,8 +157,9 @@ void frmCopy03::listChanged(int depth)
     }
 }
 
-void frmCopy03::importChosen()
+void frmCopy03::importChosen(MarkerCodes codes)
 {
+    m_renumber->hide();
     for (int i = 0; i <= m_level; ++i) {
         if (chosenCode(i).isEmpty()) {
             uiPrompt().error(kUnchosen, importGuardText(kImportLevels[i]));
@@ -168,7 +175,13 @@ void frmCopy03::importChosen()
                                  &state.CurGouCode,   &state.CurMaruCode, &state.CurIrohaCode};
     for (int i = 0; i < kDepths; ++i)
         *current[i] = place.codes.value(i);
-    importEntry(AppState::cn(), SourceCompany::connection(), uiPrompt(), place);
+    if (importEntry(AppState::cn(), SourceCompany::connection(), uiPrompt(), place, codes) != Outcome::Stopped)
+        return;
+    try {
+        m_renumber->setVisible(codes == MarkerCodes::Keep && importRenumberable(AppState::cn(), SourceCompany::connection(), place));
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
 }
 
 } // namespace normaris

@@ -2,6 +2,7 @@
 
 #include "base/AppState.h"
 #include "shell/HelpContext.h"
+#include "shell/forms/HelpWindow.h"
 #include "shell/forms/MessageBoxPrompt.h"
 
 #include <QApplication>
@@ -91,26 +92,66 @@ Prompt &uiPrompt()
 
 void setUiPrompt(Prompt *prompt) { installedPrompt() = prompt; }
 
-void PlaceForm(QWidget *form)
+namespace {
+
+// The window a form opens over: its parent's, else the main window's.
+QWidget *openerOf(QWidget *form)
 {
-    const QScreen *screen = form->screen() ? form->screen() : QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    const QRect area = screen->geometry();
-    const QSize size = form->frameGeometry().size().expandedTo(form->size());
-    form->move(area.left() + (area.width() - size.width()) / 3, area.top() + (area.height() - size.height()) / 3);
+    if (form->parentWidget())
+        return form->parentWidget()->window();
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (w != form && w->objectName() == QStringLiteral("frmMain01"))
+            return w;
+    }
+    return nullptr;
 }
 
-void placeOverMainWindow(QWidget *form)
-{
-    for (QWidget *w : QApplication::topLevelWidgets()) {
-        if (w->objectName() == QStringLiteral("frmMain01")) {
-            form->move(w->pos());
-            return;
+// Places the form once, when it first shows: its size is known only then.
+class PlaceOnShow : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show) {
+            auto *form = static_cast<QWidget *>(watched);
+            centreOver(form, openerOf(form));
+            form->removeEventFilter(this);
+            deleteLater();
         }
+        return false;
     }
-    PlaceForm(form);
+};
+
+} // namespace
+
+void centreOver(QWidget *form, QWidget *over)
+{
+    const QScreen *screen = over && over->screen() ? over->screen() : form->screen();
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    // The frame around the form, as the window manager draws it (none before the first show).
+    const QSize frame = form->frameGeometry().size() - form->geometry().size();
+    const QSize fits = form->size().boundedTo(area.size() - frame);
+    if (fits != form->size())
+        form->resize(fits);
+    QRect place(QPoint(), fits + frame);
+    place.moveCenter(over ? over->frameGeometry().center() : area.center());
+    place.moveLeft(qBound(area.left(), place.left(), qMax(area.left(), area.right() + 1 - place.width())));
+    place.moveTop(qBound(area.top(), place.top(), qMax(area.top(), area.bottom() + 1 - place.height())));
+    form->move(place.topLeft());
 }
+
+void PlaceForm(QWidget *form)
+{
+    if (form->isVisible() || form->findChild<PlaceOnShow *>(QString(), Qt::FindDirectChildrenOnly))
+        return;
+    form->installEventFilter(new PlaceOnShow(form));
+}
+
+void placeOverMainWindow(QWidget *form) { PlaceForm(form); }
 
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption)
 {
@@ -181,8 +222,7 @@ void showHelp(QWidget *form)
         uiPrompt().failure(QStringLiteral("ヘルプファイル「%1」が見つかりません。").arg(page));
         return;
     }
-    if (!openWithDesktop(page))
-        uiPrompt().failure(QStringLiteral("ヘルプ「%1」を開くアプリケーションが見つかりません。").arg(page));
+    HelpWindow::showPage(form, page);
 }
 
 } // namespace normaris

@@ -138,24 +138,12 @@ void frmMain01::setCommandDialog(int index, DialogFactory factory) { m_factories
 
 QString frmMain01::companyPanelText() const { return m_companyPanel->text(); }
 
-// Which of the five commands show: all while a company is open, none at start, and
-// after a close as the reason for it says.
+// Which of the five commands show: every one works on the open company, so all
+// while one is open and none otherwise, whatever closed it.
 std::array<bool, 5> frmMain01::commandsOnView()
 {
-    using ClosedBy = AppState::ClosedBy;
-    static const std::pair<ClosedBy, std::array<bool, 5>> afterClose[] = {
-        {ClosedBy::MainWindow, {false, false, false, false, false}},
-        {ClosedBy::Maintenance, {false, false, false, false, true}}, // 他社データ取込 stays on view
-        {ClosedBy::Copying, {true, true, true, true, true}},         // nothing changes on this path
-    };
-    const AppState &state = AppState::instance();
-    if (state.isCompanyOpen())
-        return {true, true, true, true, true};
-    for (const auto &[why, shown] : afterClose) {
-        if (state.lastClose() == why)
-            return shown;
-    }
-    return {};
+    const bool open = AppState::instance().isCompanyOpen();
+    return {open, open, open, open, open};
 }
 
 void frmMain01::refreshFromState()
