@@ -80,7 +80,7 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
             m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("日付のデータがありません。"));
             return Outcome::Stopped;
         }
-        if (!checkMakingOrder(document))
+        if (!checkMakingOrder(style, document))
             return Outcome::Stopped;
         roushi(style, document);
 
@@ -143,7 +143,7 @@ void SettingSubstitution::substituteWordsAndSettings(QList<CompositionRow> &rows
     }
 }
 
-bool SettingSubstitution::checkMakingOrder(const QString &document)
+bool SettingSubstitution::checkMakingOrder(const QString &style, const QString &document)
 {
     QStringList texts;
     RowReader q = execSql(m_db, QStringLiteral("SELECT 文章 FROM \"%1\" WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
@@ -158,7 +158,7 @@ bool SettingSubstitution::checkMakingOrder(const QString &document)
         if (!value.isEmpty())
             held = value;
     };
-    QString missing;
+    QStringList missing; // the documents to build first, each once, in the order they are cited
     for (const ReferenceRow &r : readReferenceRows(m_db, document)) {
         if (r.targetDocument == document)
             continue;
@@ -170,15 +170,23 @@ bool SettingSubstitution::checkMakingOrder(const QString &document)
                 take(target.targetPlace[i], r.targetPlace.value(i));
             take(target.targetJoin, r.targetJoin);
             take(target.targetLevel, r.targetLevel);
-            if (!built.number(target.targetDocument, levelOf(target.targetLevel), target.targetPlace, r.targetJoin))
-                missing += u'◆' + r.code + u'◆';
+            if (!built.number(target.targetDocument, levelOf(target.targetLevel), target.targetPlace, r.targetJoin)
+                && !missing.contains(target.targetDocument))
+                missing << target.targetDocument;
         }
     }
     if (missing.isEmpty())
         return true;
-    m_prompt.error(
-        QStringLiteral("作成順序"),
-        QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。").arg(missing));
+    QStringList names;
+    for (const QString &code : std::as_const(missing)) {
+        const QString name =
+            scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE Code = ? ORDER BY 文章形式Code = ? DESC, 文章形式Code"), {code, style})
+                .toString();
+        names << u'「' + (name.isEmpty() ? code : name) + u'」';
+    }
+    m_prompt.error(QStringLiteral("作成順序"),
+                   QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。")
+                       .arg(names.join(QString())));
     return false;
 }
 

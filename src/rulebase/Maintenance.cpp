@@ -138,6 +138,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         return Outcome::Stopped;
     }
 
+    QString written;
     try {
         BusyCursor busy;
         const QString source = m_layout.companyDir(name);
@@ -147,6 +148,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
             throw Failure(QStringLiteral("バックアップ先にデータフォルダの中は選べません。"));
         const CompanyLock lock(source, name);
         snapshotCompany(m_layout, name, target);
+        written = target;
     } catch (const CompanyInUse &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Stopped;
@@ -155,6 +157,8 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。"));
         return Outcome::Failed;
     }
+    // Said once the company's lock is given back.
+    m_prompt.information(kBackupTitle, quotedName(name) + QStringLiteral("のバックアップを作成しました。\n保存先：") + written);
     return Outcome::Done;
 }
 

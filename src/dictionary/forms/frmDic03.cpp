@@ -170,7 +170,7 @@ frmDic03::frmDic03(QWidget *parent)
     m_add = makeButton(this, QStringLiteral("cmdAdd"), QStringLiteral("追加(&A)"));
     m_edit = makeButton(this, QStringLiteral("cmdEdit"), QStringLiteral("編集(&E)"));
     m_update = makeButton(this, QStringLiteral("cmdUpdate"), QStringLiteral("更新(&U)"));
-    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ(&C)"));
+    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル(&C)"));
     m_delete = makeButton(this, QStringLiteral("cmdDelete"), QStringLiteral("削除(&D)"));
     m_close = makeButton(this, QStringLiteral("cmdClose"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
@@ -310,7 +310,7 @@ bool frmDic03::acceptNewClauseCode()
 bool frmDic03::eventFilter(QObject *watched, QEvent *event)
 {
     // Moving on by the keyboard checks the field left; a refused value keeps the focus.
-    // (A click on ｷｬﾝｾﾙ must still get through, so the mouse does not check here; 更新 does.)
+    // (A click on キャンセル must still get through, so the mouse does not check here; 更新 does.)
     if (editing() && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         auto *field = qobject_cast<QLineEdit *>(watched);

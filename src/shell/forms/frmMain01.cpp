@@ -60,10 +60,10 @@ frmMain01::frmMain01(QWidget *parent) : QMainWindow(parent)
 
 void frmMain01::buildMenus()
 {
-    QMenu *file = menuBar()->addMenu(QStringLiteral("ﾌｧｲﾙ(&F)"));
+    QMenu *file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr}, {3, "ﾊﾞｯｸｱｯﾌﾟ(&B)..."}, {4, "最適化(&S)..."},
+        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr}, {3, "バックアップ(&B)..."}, {4, "最適化(&S)..."},
         {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr}, {8, "終了(&E)"},
     };
     const std::function<void()> actions[9] = {
@@ -83,9 +83,9 @@ void frmMain01::buildMenus()
         if (caption)
             connect(action, &QAction::triggered, this, actions[index]);
     }
-    QMenu *help = menuBar()->addMenu(QStringLiteral("ﾍﾙﾌﾟ(&H)"));
+    QMenu *help = menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
     help->setObjectName(QStringLiteral("mnuHelp"));
-    QAction *about = help->addAction(QStringLiteral("ﾊﾞｰｼﾞｮﾝ情報(&A)..."));
+    QAction *about = help->addAction(QStringLiteral("バージョン情報(&A)..."));
     about->setObjectName(QStringLiteral("mnuHelpNo"));
     connect(about, &QAction::triggered, this, [this] { showModal(new frmAbout(this)); });
 }
