@@ -39,7 +39,22 @@ struct GridColumn {
 const GridColumn kGridColumns[] = {{"Code", 525},   {"規程", 6120},      {"変更フラグ", 900},
                                    {"正式名称", 0}, {"選択フラグ", 900}, {"文章種別", 0}};
 
-QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
+// A flag of the grid as a check mark the user cannot change here.
+QStandardItem *flagItem(bool flag)
+{
+    auto *item = new QStandardItem;
+    // Shown, not user-checkable: a click on it selects the row and changes nothing.
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    item->setData(flag ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+    return item;
+}
+
+QStandardItem *textItem(const QString &text)
+{
+    auto *item = new QStandardItem(text);
+    item->setEditable(false);
+    return item;
+}
 
 } // namespace
 
@@ -180,10 +195,8 @@ void frmDic01::browse()
     m_rows = m_master.documents();
     m_model->removeRows(0, m_model->rowCount());
     for (const DocumentRecord &r : m_rows) {
-        QList<QStandardItem *> items;
-        for (const QString &cell : {r.code, r.name, trueFalse(r.changed), r.formalName, trueFalse(r.selected), r.kind})
-            items << new QStandardItem(cell);
-        m_model->appendRow(items);
+        m_model->appendRow(
+            {textItem(r.code), textItem(r.name), flagItem(r.changed), textItem(r.formalName), flagItem(r.selected), textItem(r.kind)});
     }
     setFieldsEnabled(false);
     const bool rows = !m_rows.isEmpty();

@@ -29,6 +29,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 namespace normaris {
@@ -339,11 +340,11 @@ void frmExport::sendToWord()
         return;
     const QString document = options.kind == ExportKind::Filing ? QString() : state.CurKiteiCode;
     try {
-        const QString path = DocumentExport::temporaryPath(document);
+        const QString path = temporaryDocumentPath();
         const Outcome written = DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, path);
         markStale();
         if (written == Outcome::Stopped) {
-            QFile::remove(path);
+            QDir(QFileInfo(path).path()).removeRecursively(); // the folder made for it, and nothing else
             return;
         }
         m_lastDocument = path;
@@ -364,20 +365,43 @@ bool frmExport::typeDocument(ExtraOutput &output)
            == Outcome::Done;
 }
 
-QString frmExport::proposedPdfName() const
+QString frmExport::documentName() const
 {
-    QString document = QStringLiteral("就業規則届");
-    if (m_kind->checkedId() != FilingKind) {
-        const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
-        document = item ? item->data(NameRole).toString() : QString();
-    }
-    QString name = AppState::instance().CompanyName + u'_' + document + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-    // A document's name may hold what a file name may not.
+    if (m_kind->checkedId() == FilingKind)
+        return QStringLiteral("就業規則届");
+    const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
+    return item ? item->data(NameRole).toString() : QString();
+}
+
+namespace {
+
+// A company's or a document's name may hold what a file name may not.
+QString asFileName(QString name)
+{
     static const QString forbidden = QStringLiteral("\\/:*?\"<>|");
     for (QChar &c : name)
         if (forbidden.contains(c) || c.unicode() < 0x20)
             c = u'_';
-    return QDir::home().filePath(name + QStringLiteral(".pdf"));
+    return name;
+}
+
+} // namespace
+
+QString frmExport::proposedPdfName() const
+{
+    const QString name =
+        AppState::instance().CompanyName + u'_' + documentName() + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    return QDir::home().filePath(asFileName(name) + QStringLiteral(".pdf"));
+}
+
+QString frmExport::temporaryDocumentPath() const
+{
+    // A folder of its own, so that the name can be the readable one.
+    QTemporaryDir folder(QDir::temp().filePath(QStringLiteral("normaris-XXXXXX")));
+    if (!folder.isValid())
+        throw Failure(QStringLiteral("一時フォルダ「%1」にファイルを作成できません。").arg(QDir::tempPath()));
+    folder.setAutoRemove(false);
+    return folder.filePath(asFileName(AppState::instance().CompanyName + u'_' + documentName()) + QStringLiteral(".docx"));
 }
 
 void frmExport::saveAsPdf()
@@ -391,7 +415,7 @@ void frmExport::saveAsPdf()
     if (path.isEmpty())
         return;
     try {
-        probe.pdf().save(path, QFileInfo(path).completeBaseName());
+        probe.pdf().save(path, documentName());
         m_lastDocument = path;
         uiPrompt().information(QStringLiteral("処理完了"), QStringLiteral("PDF「%1」を保存しました。").arg(path));
     } catch (const Failure &f) {

@@ -60,8 +60,12 @@ private:
     // The document that the options and the list name, typed into output as
     // データをWordへ送る types it, checks and questions first. False after a message.
     bool typeDocument(ExtraOutput &output);
+    // The chosen document's name (就業規則届 for the filing forms).
+    QString documentName() const;
     // 会社名_文書名_日付.pdf
     QString proposedPdfName() const;
+    // 会社名_文書名.docx in a new folder of its own in the temporary folder. Throws Failure.
+    QString temporaryDocumentPath() const;
     void openVersions();
 
     QButtonGroup *m_style = nullptr;  // Option2
