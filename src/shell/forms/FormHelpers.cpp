@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -106,20 +107,37 @@ QWidget *openerOf(QWidget *form)
     return nullptr;
 }
 
-// Places the form once, when it first shows: its size is known only then.
+// Places the form when it first shows (its size is known only then), and when it
+// closes gives the keyboard back to the control that had it when the form opened,
+// in the window beneath.
 class PlaceOnShow : public QObject {
 public:
     using QObject::QObject;
     bool eventFilter(QObject *watched, QEvent *event) override
     {
+        auto *form = static_cast<QWidget *>(watched);
         if (event->type() == QEvent::Show) {
-            auto *form = static_cast<QWidget *>(watched);
-            centreOver(form, openerOf(form));
-            form->removeEventFilter(this);
-            deleteLater();
+            if (!m_placed)
+                centreOver(form, openerOf(form));
+            m_placed = true;
+            QWidget *focus = QApplication::focusWidget();
+            m_returnTo = focus && focus->window() != form ? focus : nullptr;
+        } else if (event->type() == QEvent::Hide && m_returnTo) {
+            // After the closing is done, when nothing else takes the focus.
+            QTimer::singleShot(0, m_returnTo, [back = m_returnTo] {
+                const QWidget *modal = QApplication::activeModalWidget();
+                if (!back || !back->isVisible() || (modal && modal != back->window()))
+                    return;
+                back->window()->activateWindow();
+                back->setFocus(Qt::OtherFocusReason);
+            });
         }
         return false;
     }
+
+private:
+    bool m_placed = false;
+    QPointer<QWidget> m_returnTo;
 };
 
 } // namespace
