@@ -104,14 +104,52 @@ private slots:
                           click(form, QStringLiteral("Command1"));
                           QCOMPARE(prompt.lines().last(), QStringLiteral("処理完了: データ取込処理が完了しました。"));
                           QVERIFY(form->isVisible());
-                          QTest::keyClick(form, Qt::Key_Escape);
+                          QVERIFY(!form->findChild<QPushButton *>(QStringLiteral("cmdRenumber"))->isVisible());
+                          click(form, QStringLiteral("cmdBack"));
                       }},
-                     {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("Command2")); }},
+                     // 戻る goes back one step, and the step before keeps its place.
+                     {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("cmdBack")); }},
                      {QStringLiteral("frmCopy01"), [](QWidget *form) { click(form, QStringLiteral("Command3")); }},
                  });
         QCOMPARE(played, 5);
         QVERIFY(!SourceCompany::isOpen());
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 条 WHERE Code = '7001'")).toInt(), 1);
+    }
+
+    // 閉じる on a later step closes the whole wizard; every step after the first has 戻る,
+    // and each opens where the step before it stands.
+    void closingALaterStepClosesTheWizard()
+    {
+        frmMain01 main;
+        main.show();
+        QRect firstPlace;
+        const int played = play([&] { main.command(4)->click(); },
+                                {
+                                    {QStringLiteral("frmCopy01"),
+                                     [&](QWidget *form) {
+                                         firstPlace = form->geometry();
+                                         QVERIFY(!form->findChild<QPushButton *>(QStringLiteral("Command1"))->isEnabled()); // 戻る
+                                         auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
+                                         list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
+                                         m_session->prompt.answer({true});
+                                         click(form, QStringLiteral("Command2"));
+                                     }},
+                                    {QStringLiteral("frmCopy02"),
+                                     [&](QWidget *form) {
+                                         QCOMPARE(form->geometry().topLeft(), firstPlace.topLeft());
+                                         QVERIFY(form->findChild<QPushButton *>(QStringLiteral("cmdBack"))->isEnabled());
+                                         click(form, QStringLiteral("Option1_0"));
+                                         click(form, QStringLiteral("Command1"));
+                                     }},
+                                    {QStringLiteral("frmCopy03"),
+                                     [&](QWidget *form) {
+                                         QCOMPARE(form->geometry().topLeft(), firstPlace.topLeft());
+                                         click(form, QStringLiteral("Command2"));
+                                     }},
+                                });
+        QCOMPARE(played, 3);
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(!SourceCompany::isOpen());
     }
 
     void aRefusedSourceStaysOnStepOne()

@@ -78,15 +78,17 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
     outer->addWidget(note);
 
     auto *buttons = new QHBoxLayout;
+    QPushButton *back = makeButton(this, QStringLiteral("cmdBack"), QStringLiteral("< 戻る(&B)"));
     QPushButton *run = makeButton(this, QStringLiteral("Command1"), QStringLiteral("データ取込(&I)"));
     m_renumber = makeButton(this, QStringLiteral("cmdRenumber"), QStringLiteral("コードを振り直して取り込む(&N)"));
     m_renumber->hide();
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
-    for (QPushButton *b : {m_renumber, run, close, help})
+    for (QPushButton *b : {back, m_renumber, run, close, help})
         buttons->addWidget(b);
     outer->addLayout(buttons);
+    connect(back, &QPushButton::clicked, this, [this] { done(WizardBack); });
     connect(run, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Keep); });
     connect(m_renumber, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Renumber); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
@@ -94,6 +96,7 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
 
     m_options[0]->setChecked(true);
     chooseLevel(0);
+    markWizardStep(this);
     PlaceForm(this);
 }
 

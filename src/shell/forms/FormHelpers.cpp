@@ -107,6 +107,10 @@ QWidget *openerOf(QWidget *form)
     return nullptr;
 }
 
+const char *const kWizardStep = "normarisWizardStep";
+
+bool isWizardStep(const QWidget *w) { return w->property(kWizardStep).toBool(); }
+
 // Places the form when it first shows (its size is known only then), and when it
 // closes gives the keyboard back to the control that had it when the form opened,
 // in the window beneath.
@@ -117,8 +121,11 @@ public:
     {
         auto *form = static_cast<QWidget *>(watched);
         if (event->type() == QEvent::Show) {
-            if (!m_placed)
-                centreOver(form, openerOf(form));
+            QWidget *opener = openerOf(form);
+            if (!m_placed && isWizardStep(form) && opener && isWizardStep(opener))
+                form->setGeometry(opener->geometry());
+            else if (!m_placed)
+                centreOver(form, opener);
             m_placed = true;
             QWidget *focus = QApplication::focusWidget();
             m_returnTo = focus && focus->window() != form ? focus : nullptr;
@@ -170,6 +177,8 @@ void PlaceForm(QWidget *form)
 }
 
 void placeOverMainWindow(QWidget *form) { PlaceForm(form); }
+
+void markWizardStep(QWidget *step) { step->setProperty(kWizardStep, true); }
 
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption)
 {

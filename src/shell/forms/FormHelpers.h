@@ -28,6 +28,13 @@ void PlaceForm(QWidget *form);
 void placeOverMainWindow(QWidget *form);
 // Centres form over the window over (the screen when null), inside the screen's free space.
 void centreOver(QWidget *form, QWidget *over);
+
+// A wizard is a row of steps, each a modal dialog opened by the step before it. A step
+// marked so opens in the size and place of the step it opens over, and one left by
+// its 戻る button ends with WizardBack, so that the step beneath stays; any other end
+// of a step (閉じる, キャンセル, Escape) closes the steps beneath it too.
+inline constexpr int WizardBack = 2;
+void markWizardStep(QWidget *step);
 // Selects the whole text of the box.
 void SelectAllText(QLineEdit *box);
 // Makes every line edit of the form select all on focus and move on with Enter.
