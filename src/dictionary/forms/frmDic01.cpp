@@ -65,6 +65,7 @@ frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(
     resize(twips(10500), twips(7800));
     auto *layout = new QVBoxLayout(this);
     m_grid = new QTableView(this);
+    keepRoomWhenHidden(m_grid); // adding and editing hide it; the fields stay where they are
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     m_model = new QStandardItemModel(0, int(std::size(kGridColumns)), this);
     for (int c = 0; c < int(std::size(kGridColumns)); ++c)
@@ -149,6 +150,7 @@ frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(
     m_delete = makeButton(this, QStringLiteral("cmdDelete"), QStringLiteral("削除(&D)"));
     m_close = makeButton(this, QStringLiteral("cmdClose"), QStringLiteral("閉じる(&C)"));
     m_preamble = makeButton(this, QStringLiteral("Command2"), QStringLiteral("前文の編集(&E)"));
+    keepRoomWhenHidden(m_preamble);
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
     for (QPushButton *b : {m_add, m_edit, m_update, m_cancel, m_delete, m_close, m_preamble, help}) {
         b->setAutoDefault(false);

@@ -84,6 +84,7 @@ frmDic03::frmDic03(QWidget *parent)
     layout->addWidget(heading);
 
     m_grid = new QTableView(this);
+    keepRoomWhenHidden(m_grid); // adding and editing hide it; the fields stay where they are
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     const QStringList headings = {QStringLiteral("Code"), segmented() ? QStringLiteral("文章") : levelCaption(level),
                                   QStringLiteral("正式名称"), QStringLiteral("変更フラグ"), QStringLiteral("区分")};

@@ -117,11 +117,8 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     lists->addWidget(m_filingFrame, 0, 0, 2, 1, Qt::AlignTop);
     lists->setRowStretch(1, 1);
     left->addLayout(lists, 1);
-    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]}) {
-        QSizePolicy policy = w->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        w->setSizePolicy(policy);
-    }
+    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]})
+        keepRoomWhenHidden(w);
 
     // The steps from top to bottom, each arrow pointing to the next.
     struct Step {

@@ -180,6 +180,13 @@ void placeOverMainWindow(QWidget *form) { PlaceForm(form); }
 
 void markWizardStep(QWidget *step) { step->setProperty(kWizardStep, true); }
 
+void keepRoomWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption)
 {
     auto *b = new QPushButton(caption, parent);

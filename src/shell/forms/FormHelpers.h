@@ -49,6 +49,9 @@ void showBytes(QComboBox *combo, int bytes);
 // default action for that list).
 void actOnListItem(QListWidget *list, QPushButton *button);
 
+// The widget keeps its room in the layout while hidden, so that nothing moves.
+void keepRoomWhenHidden(QWidget *widget);
+
 // A push button with the objectName that tests and the help call find it by.
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption);
 
