@@ -189,6 +189,29 @@ private slots:
         QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label7_1"))->text(), QString());
     }
 
+    // Back from an editor, the focus comes back to a picker with the window: no focus
+    // event fills it, so it is filled as the user opens it.
+    void aPickerThatHasTheFocusFillsAsItOpens()
+    {
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDicsentakuSub sub;
+        sub.show();
+        find<QRadioButton>(&sub, QStringLiteral("Option2_2"))->click();
+        auto *documents = find<QComboBox>(&sub, QStringLiteral("DataCombo1"));
+        auto *chapters = find<QComboBox>(&sub, QStringLiteral("DataCombo2"));
+        focusByTab(documents);
+        documents->setCurrentIndex(documents->findData(QStringLiteral("01")));
+        sub.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&sub));
+        chapters->setFocus(Qt::ActiveWindowFocusReason);
+        QVERIFY(chapters->hasFocus());
+        QCOMPARE(chapters->count(), 0);
+        QTest::mousePress(chapters, Qt::LeftButton);
+        QVERIFY(chapters->count() > 0);
+        chapters->hidePopup();
+        QVERIFY(m_session->prompt.lines().isEmpty());
+    }
+
     // The user's own article, from the navigator to the exported text: 条 7001 under a
     // chapter of the work rules, its 項 with a text, a new word and a reference, then
     // composed after 条 0016, built, substituted and exported.

@@ -447,6 +447,14 @@ private slots:
         QCOMPARE(state.CurRowIndex, rows - 3);
         QTRY_VERIFY(view->viewport()->rect().contains(view->visualRect(view->model()->index(rows - 3, 2)).center()));
         QVERIFY(view->verticalScrollBar()->value() > 0);
+        // Only the chosen row has its list of actions: the one of the first row is gone.
+        QList<QComboBox *> lists;
+        for (QComboBox *list : view->findChildren<QComboBox *>())
+            if (list->isVisible())
+                lists << list;
+        QCOMPARE(lists.size(), 1);
+        QCOMPARE(lists.first()->objectName(), QStringLiteral("DataCombo1"));
+        QCOMPARE(view->indexWidget(view->model()->index(rows - 3, PanelModel::Action)), lists.first());
     }
 
     void longTextsHaveTheirTip()
