@@ -206,7 +206,7 @@ private slots:
                  QStringLiteral("処理完了: データ作成が完了しました。\n"));
         Run r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(QStringLiteral("01")));
         QCOMPARE(r.status, 1);
-        QCOMPARE(r.err, QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 「賃金規程」「育児・介護休業規程」 "
+        QCOMPARE(r.err, QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 「育児・介護休業規程」「賃金規程」 "
                                        "先に参照先の規則・規程等を作成してください。\n"));
 
         for (const QString &d : documents.mid(1)) {

@@ -83,6 +83,14 @@ class ImportTest : public QObject {
         {
             return importEntry(target, SourceCompany::connection(), prompt, place);
         }
+        // The target's document already has a marker row of the code, elsewhere in it.
+        void addTargetMarker(const QString &table, const QString &code)
+        {
+            execSql(
+                target,
+                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
+                {code});
+        }
         // The rows above the level, as the chain has them, put straight into the target.
         void addParents(Level level)
         {
@@ -243,10 +251,7 @@ private slots:
         QFETCH(QString, message);
         Pair pair;
         pair.addParents(Level::Article);
-        // The target's document already has a marker row of the code, elsewhere in it.
-        execSql(pair.target,
-                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
-                {code});
+        pair.addTargetMarker(table, code);
         // The source also has an unused word row of 7502 under the entry.
         execIn(pair.sourceFile(), QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
                                                  "VALUES ('7502', '75', '70', '7001', '70', '1', '4')"));
@@ -286,9 +291,7 @@ private slots:
         QFETCH(QString, change);
         Pair pair;
         pair.addParents(Level::Article);
-        execSql(pair.target,
-                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
-                {code});
+        pair.addTargetMarker(table, code);
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QVERIFY(importRenumberable(pair.target, SourceCompany::connection(), placeAt(Level::Article)));
