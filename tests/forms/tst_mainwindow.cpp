@@ -91,21 +91,24 @@ private slots:
         });
         fileMenu(main, 0)->trigger();
         QCOMPARE(m_prompt.lines(),
-                 QStringList{
-                     QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+                 (QStringList{
+                     QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。"),
+                     QStringLiteral("ファイル作成の確認: 『株式会社テスト』を作成し、開きました。")}));
         QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("株式会社テスト")});
-        QVERIFY(!commandsShown(main)); // created, not opened
+        QCOMPARE(main.companyPanelText(), QStringLiteral("株式会社テスト")); // made and opened
+        QVERIFY(commandsShown(main));
 
-        // 会社指定 opens it and shows the five commands.
+        // 会社指定 closes it first, then opens the one chosen and shows the five commands.
         m_prompt.clear();
-        m_prompt.answer({true});
+        m_prompt.answer({true, true});
         whenModal(QStringLiteral("frmDBSentaku"), [](QWidget *choose) {
             auto *list = choose->findChild<QListWidget *>(QStringLiteral("List1"));
             list->setCurrentRow(0);
             click(choose, QStringLiteral("Command2"));
         });
         fileMenu(main, 1)->trigger();
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("会社指定の確認: 『株式会社テスト』を指定します。")});
+        QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("データ指定の確認: 『株式会社テスト』を閉じて、別の会社を指定しますか？"),
+                                                QStringLiteral("会社指定の確認: 『株式会社テスト』を指定します。")}));
         QCOMPARE(main.companyPanelText(), QStringLiteral("株式会社テスト"));
         QVERIFY(commandsShown(main));
         QCOMPARE(main.command(2)->text(), QStringLiteral("データをWordへ送る(&E)"));
