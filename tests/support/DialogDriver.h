@@ -38,11 +38,13 @@ struct Step {
 // Runs start, which opens the first modal form, and plays each step on the modal form
 // that comes up next, in order; returns how many steps were played. A step runs from a
 // timer of its own, so that a step that opens a further modal form leaves the watch
-// free to play the next one. A form out of turn, or one left open for twenty seconds,
-// ends the flow.
+// free to play the next one. A form played before that comes back as the one above it
+// closes is waited on, unless the next step names it (a wizard's 戻る). A form out of
+// turn, or one left open for twenty seconds, ends the flow.
 inline int play(const std::function<void()> &start, const QList<Step> &steps)
 {
     int played = 0;
+    QPointer<QWidget> last;
     QList<QPointer<QWidget>> seen; // the forms played so far, which come back as their children close
     QElapsedTimer clock;
     clock.start();
@@ -50,13 +52,18 @@ inline int play(const std::function<void()> &start, const QList<Step> &steps)
     timer.setInterval(5);
     QObject::connect(&timer, &QTimer::timeout, [&] {
         auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || (seen.contains(form) && clock.elapsed() < 20000))
+        if (!form)
             return;
-        if (seen.contains(form) || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
+        const bool named = played < steps.size() && form->objectName() == steps[played].form;
+        const bool waitedOn = seen.contains(form) && (form == last || !named);
+        if (waitedOn && clock.elapsed() < 20000)
+            return;
+        if (waitedOn || !named || QTest::currentTestFailed()) {
             qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
             form->done(QDialog::Rejected); // without a hand-over: the flow ends
             return;
         }
+        last = form;
         seen << form;
         clock.restart();
         const auto act = steps[played++].act;

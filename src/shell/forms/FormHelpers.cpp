@@ -171,8 +171,10 @@ void centreOver(QWidget *form, QWidget *over)
 
 void PlaceForm(QWidget *form)
 {
-    if (form->isVisible() || form->findChild<PlaceOnShow *>(QString(), Qt::FindDirectChildrenOnly))
+    static const char *const placed = "normarisPlaced";
+    if (form->isVisible() || form->property(placed).toBool())
         return;
+    form->setProperty(placed, true);
     form->installEventFilter(new PlaceOnShow(form));
 }
 
