@@ -27,6 +27,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 
@@ -187,6 +188,19 @@ private slots:
         documents->setCurrentIndex(documents->findData(QStringLiteral("02")));
         QCOMPARE(chapters->count(), 0);
         QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label7_1"))->text(), QString());
+    }
+
+    // The grids show their flags as check marks, not as words.
+    void flagsAreCheckMarks()
+    {
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDic01 master;
+        const QAbstractItemModel *model = find<QTableView>(&master, QStringLiteral("DataGrid1"))->model();
+        QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("01"));
+        QCOMPARE(model->index(0, 2).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked)); // 変更フラグ
+        QCOMPARE(model->index(0, 4).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));   // 選択フラグ: on the list
+        QVERIFY(model->index(0, 4).data().toString().isEmpty());
+        QVERIFY(!(model->flags(model->index(0, 4)) & Qt::ItemIsUserCheckable));
     }
 
     // Back from an editor, the focus comes back to a picker with the window: no focus

@@ -39,23 +39,6 @@ struct GridColumn {
 const GridColumn kGridColumns[] = {{"Code", 525},   {"規程", 6120},      {"変更フラグ", 900},
                                    {"正式名称", 0}, {"選択フラグ", 900}, {"文章種別", 0}};
 
-// A flag of the grid as a check mark the user cannot change here.
-QStandardItem *flagItem(bool flag)
-{
-    auto *item = new QStandardItem;
-    // Shown, not user-checkable: a click on it selects the row and changes nothing.
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    item->setData(flag ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
-    return item;
-}
-
-QStandardItem *textItem(const QString &text)
-{
-    auto *item = new QStandardItem(text);
-    item->setEditable(false);
-    return item;
-}
-
 } // namespace
 
 frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)

@@ -33,8 +33,6 @@ namespace SegmentKind = dictionary::SegmentKind;
 
 namespace {
 
-QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
-
 // The place codes under the document that the navigator chose, from 章 down to the
 // parent of the level.
 QStringList chosenParents(Level level)
@@ -230,11 +228,9 @@ void frmDic03::browse()
     m_rows = m_entries.entries();
     m_model->removeRows(0, m_model->rowCount());
     for (const LevelEntry &e : m_rows) {
-        QList<QStandardItem *> items;
         const QString standing = e.standard ? QStringLiteral("標準") : QStringLiteral("ユーザー");
-        for (const QString &cell : {e.code, segmented() ? e.text : e.name, e.formalName, trueFalse(e.changed), standing})
-            items << new QStandardItem(cell);
-        m_model->appendRow(items);
+        m_model->appendRow(
+            {gridText(e.code), gridText(segmented() ? e.text : e.name), gridText(e.formalName), gridFlag(e.changed), gridText(standing)});
     }
     setFieldsEnabled(false);
     const bool rows = !m_rows.isEmpty();
