@@ -181,7 +181,7 @@ void frmDic01::browse()
     m_model->removeRows(0, m_model->rowCount());
     for (const DocumentRecord &r : m_rows) {
         m_model->appendRow(
-            {textItem(r.code), textItem(r.name), flagItem(r.changed), textItem(r.formalName), flagItem(r.selected), textItem(r.kind)});
+            {gridText(r.code), gridText(r.name), gridFlag(r.changed), gridText(r.formalName), gridFlag(r.selected), gridText(r.kind)});
     }
     setFieldsEnabled(false);
     const bool rows = !m_rows.isEmpty();
