@@ -52,7 +52,7 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
 {
     // Work data older than their words are built and substituted again first, if the user wishes.
     if (!document.isEmpty()) {
-        const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, true);
+        const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, true, WorkDataAge::ReadFailure::Described);
         if (fresh != Outcome::Done)
             return fresh;
     }

@@ -72,7 +72,7 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
     // Everything the substitution decides on is read inside its write, and the rewrite
     // of an agreement's 前文 goes with the rest: a failure anywhere leaves the rows as
     // they were. Work data older than their words are built again first, if the user wishes.
-    const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, false);
+    const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, false, WorkDataAge::ReadFailure::Cancelled);
     if (fresh != Outcome::Done)
         return fresh;
     const Outcome outcome = runStep(m_prompt, m_db, [&] {

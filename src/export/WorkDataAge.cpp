@@ -1,6 +1,7 @@
 #include "export/WorkDataAge.h"
 
 #include "base/Database.h"
+#include "base/Failure.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
 
@@ -147,12 +148,30 @@ QString WorkDataAge::question(const QString &documentName)
     return QStringLiteral("「%1」の語句が変更されています。データ作成からやり直しますか？").arg(documentName);
 }
 
-Outcome WorkDataAge::refreshIfStale(const QString &style, const QString &document, bool substitute)
+Outcome WorkDataAge::refreshIfStale(const QString &style, const QString &document, bool substitute, ReadFailure failure)
 {
-    if (!isStale(style, document))
+    // A failed read is reported as the calling step reports its own, and nothing goes on.
+    bool stale = false;
+    QString name;
+    const auto read = [&] {
+        stale = isStale(style, document);
+        if (stale)
+            name = scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
         return Outcome::Done;
-    const QString name =
-        scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {style, document}).toString();
+    };
+    Outcome outcome = Outcome::Done;
+    if (failure == ReadFailure::Cancelled) {
+        outcome = runStep(m_prompt, m_db, read);
+    } else {
+        try {
+            read();
+        } catch (const Failure &f) {
+            m_prompt.failure(f.text());
+            outcome = Outcome::Failed;
+        }
+    }
+    if (outcome != Outcome::Done || !stale)
+        return outcome;
     if (!m_prompt.question(QStringLiteral("データ作成の確認"), question(name)))
         return Outcome::Stopped;
     const Outcome built = WorkDataBuild(m_db, m_prompt).build(style, document);

@@ -36,11 +36,15 @@ public:
     // Whether an input of the recorded work data has changed since.
     bool isStale(const QString &style, const QString &document) const;
 
+    // How a failed read is reported: as "取消" (the substitution's steps), or with its
+    // own description (the export's).
+    enum class ReadFailure { Cancelled, Described };
+
     // Before a step that uses the work data: when they are out of date, asks whether to
     // build them again. Done when they are up to date or were built again (and, with
     // substitute, substituted); Stopped when the user keeps them, or after the build's
-    // own message.
-    Outcome refreshIfStale(const QString &style, const QString &document, bool substitute);
+    // own message; Failed after a failed read's message.
+    Outcome refreshIfStale(const QString &style, const QString &document, bool substitute, ReadFailure failure);
 
     // The question, for the document named.
     static QString question(const QString &documentName);
