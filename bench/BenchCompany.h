@@ -44,6 +44,12 @@ inline const QString kStyle = QStringLiteral("1");
 // The company ベンチ in a temporary program folder, open as `cn`.
 class BenchCompany {
 public:
+    BenchCompany() = default;
+    // The company is closed, and its lock given back, before its folder goes.
+    ~BenchCompany() { AppState::instance().reset(); }
+    BenchCompany(const BenchCompany &) = delete;
+    BenchCompany &operator=(const BenchCompany &) = delete;
+
     // False (after saying why on stderr) when the company could not be made.
     bool open()
     {

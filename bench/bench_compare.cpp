@@ -3,6 +3,7 @@
 // character diff, the .docx and the text), and the matching alone on synthetic
 // versions of growing length, to show that it grows linearly.
 
+#include "base/RuntimeFolder.h"
 #include "BenchCompany.h"
 #include "base/AppState.h"
 #include "base/Database.h"
@@ -88,6 +89,7 @@ Version synthetic(int articles, bool changed)
 
 int main(int argc, char **argv)
 {
+    settleRuntimeFolder();
     QCoreApplication app(argc, argv);
     BenchCompany company;
     if (!company.open())

@@ -3,6 +3,7 @@
 // makes, then a 章, a 条 and a 項 are added and released again at the start, in the
 // middle and at the end. One line per operation, in milliseconds.
 
+#include "base/RuntimeFolder.h"
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
 #include "composition/CompositionRow.h"
@@ -245,10 +246,15 @@ void printRowCount(const char *when)
 
 int main(int argc, char **argv)
 {
+    settleRuntimeFolder();
     QCoreApplication app(argc, argv);
     QTemporaryDir root;
     if (!root.isValid())
         return 2;
+    // Whatever the way out, the company is closed, and its lock given back, before the folder goes.
+    struct CloseCompany {
+        ~CloseCompany() { AppState::instance().reset(); }
+    } closeCompany;
     QuietPrompt prompt;
     try {
         prepareProgramFolder(root.path(), QStringLiteral(NORMARIS_APP_DIR));
@@ -269,6 +275,5 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "%s\n", e.what());
         return 2;
     }
-    AppState::instance().reset();
     return 0;
 }

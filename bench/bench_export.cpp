@@ -3,6 +3,7 @@
 // work rules and on synthetic documents of 3,000, 30,000 and 100,000 rows. Prints one line
 // per step with milliseconds, and the peak memory of the process.
 
+#include "base/RuntimeFolder.h"
 #include "BenchCompany.h"
 #include "composition/CompositionRow.h"
 #include "export/CrossReferences.h"
@@ -165,6 +166,7 @@ int main(int argc, char **argv)
     // The PDF's fonts come through the GUI's application object; no screen is needed.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    settleRuntimeFolder();
     QGuiApplication app(argc, argv);
     BenchCompany company;
     if (!company.open())

@@ -5,6 +5,7 @@
 // The program folder (AppPath) is the executable's folder unless --root names another;
 // a root without data is first laid out from the program's own seed file and help pages.
 
+#include "base/RuntimeFolder.h"
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
 #include "base/ErrorLog.h"
@@ -25,6 +26,7 @@ using namespace normaris;
 
 int main(int argc, char *argv[])
 {
+    settleRuntimeFolder();
     GuardedApplication app(argc, argv);
     setUpDesktopProgram(app);
 

@@ -69,7 +69,8 @@ int importCommand(Context &c)
     } closeSource;
     if (!placeOffered(c, SourceCompany::connection(), place))
         return ExitStopped;
-    return exitCodeOf(importEntry(AppState::cn(), SourceCompany::connection(), c.prompt, place));
+    const MarkerCodes codes = c.args.has(QStringLiteral("--renumber")) ? MarkerCodes::Renumber : MarkerCodes::Keep;
+    return exitCodeOf(importEntry(AppState::cn(), SourceCompany::connection(), c.prompt, place, codes));
 }
 
 } // namespace
@@ -83,6 +84,8 @@ void addImportCommands(QList<Command> &commands)
                               QStringLiteral("I"), QStringLiteral("M"), QStringLiteral("R")};
     for (size_t i = 1; i < kLevelOptions.size(); ++i)
         options << optional(kLevelOptions[i], values[i - 1]);
+    // Word and reference codes the document has already get its next free codes.
+    options << optional(QStringLiteral("--renumber"));
     // Not needsDocument: the document is the source's, and the current company may lack it.
     commands << companyCommand({QStringLiteral("import")}, options, {}, 0, 0, importCommand, false);
 }

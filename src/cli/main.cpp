@@ -1,5 +1,6 @@
 // normaris-cli: the core of Normaris without windows, for automation and tests.
 
+#include "base/RuntimeFolder.h"
 #include "cli/Cli.h"
 
 #include <QGuiApplication>
@@ -18,6 +19,7 @@ int main(int argc, char *argv[])
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     const bool pdf = std::any_of(argv, argv + argc, [](const char *arg) { return std::strcmp(arg, "--pdf") == 0; });
+    normaris::settleRuntimeFolder();
     std::unique_ptr<QCoreApplication> app;
     if (pdf) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

@@ -1,5 +1,6 @@
 #include "export/DocumentExport.h"
 
+#include "export/WorkDataAge.h"
 #include "base/BusyCursor.h"
 #include "base/Database.h"
 #include "base/Failure.h"
@@ -13,6 +14,12 @@ namespace normaris {
 
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const DocumentOutputs &outputs)
 {
+    // Work data older than their words are built and substituted again first, if the user wishes.
+    if (!document.isEmpty()) {
+        const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, true, WorkDataAge::ReadFailure::Described);
+        if (fresh != Outcome::Done)
+            return fresh;
+    }
     BusyCursor busy;
     QList<Typist *> typists;
     for (DocumentOutput *output : outputs)

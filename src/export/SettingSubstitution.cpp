@@ -3,6 +3,7 @@
 #include "export/CrossReferences.h"
 #include "export/NumberIndex.h"
 #include "export/ReferenceRows.h"
+#include "export/WorkDataAge.h"
 #include "base/Database.h"
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/JapaneseDate.h"
@@ -80,13 +81,16 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
 {
     // Everything the substitution decides on is read inside its write, and the rewrite
     // of an agreement's 前文 goes with the rest: a failure anywhere leaves the rows as
-    // they were.
+    // they were. Work data older than their words are built again first, if the user wishes.
+    const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, false, WorkDataAge::ReadFailure::Cancelled);
+    if (fresh != Outcome::Done)
+        return fresh;
     const Outcome outcome = runStep(m_prompt, m_db, [&] {
         if (EffectiveDates(m_db, document).list().isEmpty()) {
             m_prompt.error(QStringLiteral("データの確認"), QStringLiteral("日付のデータがありません。"));
             return Outcome::Stopped;
         }
-        if (!checkMakingOrder(document))
+        if (!checkMakingOrder(style, document))
             return Outcome::Stopped;
         roushi(style, document);
 
@@ -108,6 +112,7 @@ Outcome SettingSubstitution::run(const QString &style, const QString &document)
             if (rows[i].text != before[i].text)
                 writer.write(rows[i].order, rows[i].text);
         }
+        WorkDataAge(m_db, m_prompt).record(WorkDataStep::Substitution, style, document);
         return Outcome::Done;
     });
     if (outcome != Outcome::Done)
@@ -149,7 +154,7 @@ void SettingSubstitution::substituteWordsAndSettings(QList<CompositionRow> &rows
     }
 }
 
-bool SettingSubstitution::checkMakingOrder(const QString &document)
+bool SettingSubstitution::checkMakingOrder(const QString &style, const QString &document)
 {
     QStringList texts;
     RowReader q = execSql(m_db, QStringLiteral("SELECT 文章 FROM \"%1\" WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
@@ -164,7 +169,7 @@ bool SettingSubstitution::checkMakingOrder(const QString &document)
         if (!value.isEmpty())
             held = value;
     };
-    QString missing;
+    QStringList missing; // the documents to build first, each once, in the order they are cited
     for (const ReferenceRow &r : readReferenceRows(m_db, document)) {
         if (r.targetDocument == document)
             continue;
@@ -176,15 +181,23 @@ bool SettingSubstitution::checkMakingOrder(const QString &document)
                 take(target.targetPlace[i], r.targetPlace.value(i));
             take(target.targetJoin, r.targetJoin);
             take(target.targetLevel, r.targetLevel);
-            if (!built.number(target.targetDocument, levelOf(target.targetLevel), target.targetPlace, r.targetJoin))
-                missing += u'◆' + r.code + u'◆';
+            if (!built.number(target.targetDocument, levelOf(target.targetLevel), target.targetPlace, r.targetJoin)
+                && !missing.contains(target.targetDocument))
+                missing << target.targetDocument;
         }
     }
     if (missing.isEmpty())
         return true;
-    m_prompt.error(
-        QStringLiteral("作成順序"),
-        QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。").arg(missing));
+    QStringList names;
+    for (const QString &code : std::as_const(missing)) {
+        const QString name =
+            scalar(m_db, QStringLiteral("SELECT 規程 FROM 規程 WHERE Code = ? ORDER BY 文章形式Code = ? DESC, 文章形式Code"), {code, style})
+                .toString();
+        names << u'「' + (name.isEmpty() ? code : name) + u'」';
+    }
+    m_prompt.error(QStringLiteral("作成順序"),
+                   QStringLiteral("他の規則・規程等を参照している条文があります。\n%1\n先に参照先の規則・規程等を作成してください。")
+                       .arg(names.join(QString())));
     return false;
 }
 

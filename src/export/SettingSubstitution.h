@@ -28,8 +28,8 @@ public:
 
 private:
     // False, after the message, when the document cites another one that is not built
-    // at the cited place yet.
-    bool checkMakingOrder(const QString &document);
+    // at the cited place yet; the message names each such document once.
+    bool checkMakingOrder(const QString &style, const QString &document);
     // The words, settings and latest date of the first pass, in place.
     void substituteWordsAndSettings(QList<CompositionRow> &rows, const QString &document);
 

@@ -2,6 +2,7 @@
 
 #include "composition/CompositionRow.h"
 #include "export/DictionaryTexts.h"
+#include "export/WorkDataAge.h"
 #include "base/Database.h"
 #include "base/BusyCursor.h"
 
@@ -57,6 +58,7 @@ Outcome WorkDataBuild::build(const QString &style, const QString &document)
         }
         freeze(style, document);
         writeOutputRows(style, document);
+        WorkDataAge(m_db, m_prompt).record(WorkDataStep::Build, style, document);
         return Outcome::Done;
     });
     if (declined) {

@@ -24,6 +24,12 @@ bool ConflictChecks::refuses(const ImportPlace &given, Level level)
     if (ownCodeTaken(place))
         return true;
     const SourceEntry entry(m_source, place);
+    if (m_codes == MarkerCodes::Renumber) {
+        if (MarkerRenumbering::plan(m_target, entry))
+            return false;
+        m_prompt.error(kDuplicateTitle, QStringLiteral("自社データに振り直せる空きCodeがないためデータ取込を中止します。"));
+        return true;
+    }
     for (const VariableTable &table : kVariableTables)
         if (markerTaken(entry, table))
             return true;

@@ -16,6 +16,7 @@
 // then, for every level, the words and the references that the entry's text uses
 // and the current company's document already has.
 
+#include "import/MarkerRenumbering.h"
 #include "import/SourceEntry.h"
 #include "base/Prompt.h"
 
@@ -23,8 +24,10 @@ namespace normaris {
 
 class ConflictChecks {
 public:
-    ConflictChecks(QSqlDatabase target, QSqlDatabase source, Prompt &prompt)
-        : m_target(std::move(target)), m_source(std::move(source)), m_prompt(prompt)
+    // With MarkerCodes::Renumber, codes of words and references that the document has
+    // already are no refusal as long as free codes are left for them.
+    ConflictChecks(QSqlDatabase target, QSqlDatabase source, Prompt &prompt, MarkerCodes codes = MarkerCodes::Keep)
+        : m_target(std::move(target)), m_source(std::move(source)), m_prompt(prompt), m_codes(codes)
     {
     }
 
@@ -49,6 +52,7 @@ private:
     QSqlDatabase m_target;
     QSqlDatabase m_source;
     Prompt &m_prompt;
+    MarkerCodes m_codes;
 };
 
 } // namespace normaris

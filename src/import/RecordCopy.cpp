@@ -51,6 +51,7 @@ void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
     for (const QString &k : keys)
         terms << quoted(k) + QStringLiteral(" = ?");
     const QString there = QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(quoted(table), terms.join(QStringLiteral(" AND ")));
+    const QString text = textColumn(level);
 
     for (const QSqlRecord &row : entry.clauseRows(level)) {
         QVariantList keyValues;
@@ -62,6 +63,8 @@ void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
         for (const QString &c : columns) {
             if (c == QStringLiteral("選択フラグ") && info.unselectedOnImport)
                 values << 0;
+            else if (c == text)
+                values << m_renumbering.rewrite(row.value(c).toString());
             else if (row.contains(c))
                 values << row.value(c);
             else if (c == kSegmentKindColumn)
@@ -81,11 +84,12 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
     // the later of two source rows with one code wins.
     qlonglong lastAdded = -1;
     for (const QSqlRecord &row : entry.usedRows(table)) {
+        const QString code = m_renumbering.code(table, row.value(QStringLiteral("Code")).toString());
         QVariantList values;
         for (const QString &c : columns)
-            values << row.value(c);
+            values << (c == u"Code" ? QVariant(code) : row.value(c));
         const bool exists = scalar(m_target, QStringLiteral("SELECT count(*) FROM %1 WHERE Code = ? AND 規程Code = ?").arg(quoted(name)),
-                                   {row.value(QStringLiteral("Code")), row.value(QStringLiteral("規程Code"))})
+                                   {code, row.value(QStringLiteral("規程Code"))})
                                 .toInt()
                             > 0;
         if (!exists) {
@@ -95,8 +99,7 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
         // The checks made sure the document had none of the codes the text uses before
         // the run, so the row found is one of this run's.
         if (lastAdded < 0)
-            throw DbError(
-                QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, row.value(QStringLiteral("Code")).toString()));
+            throw DbError(QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, code));
         QStringList sets;
         for (const QString &c : columns)
             sets << quoted(c) + QStringLiteral(" = ?");

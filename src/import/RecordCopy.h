@@ -1,7 +1,9 @@
 #pragma once
 // Copies the chosen entry and everything under it from the source into the current
 // company, inside the caller's transaction: the dictionary tables from the entry's level down,
-// then the words and references that the copied text uses. Nothing is renumbered.
+// then the words and references that the copied text uses. Nothing is renumbered but
+// the word and reference codes that a MarkerRenumbering gives new codes, in the rows
+// and in the markers of the copied text.
 //
 // The seven entry points differ only in the tables they copy, which the level table
 // gives in document order from the entry's level down:
@@ -17,13 +19,17 @@
 // and the current company keeps its own. An imported 規程 starts unselected. A source
 // of the older form, without 結合種別, gets the kind of each segment from its text.
 
+#include "import/MarkerRenumbering.h"
 #include "import/SourceEntry.h"
 
 namespace normaris {
 
 class RecordCopy {
 public:
-    RecordCopy(QSqlDatabase target, QSqlDatabase source) : m_target(std::move(target)), m_source(std::move(source)) {}
+    RecordCopy(QSqlDatabase target, QSqlDatabase source, MarkerRenumbering renumbering = {})
+        : m_target(std::move(target)), m_source(std::move(source)), m_renumbering(std::move(renumbering))
+    {
+    }
 
     void syori01_copy(const ImportPlace &place) { copy(place, Level::Document); }
     void syori02_copy(const ImportPlace &place) { copy(place, Level::Chapter); }
@@ -44,6 +50,7 @@ private:
 
     QSqlDatabase m_target;
     QSqlDatabase m_source;
+    MarkerRenumbering m_renumbering;
 };
 
 } // namespace normaris

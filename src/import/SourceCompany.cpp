@@ -123,6 +123,11 @@ QString SourceCompany::refusal(const DataLayout &layout, const QString &name)
 Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QString &name)
 {
     close();
+    // Nothing is taken in without a company to take it into.
+    if (!AppState::instance().isCompanyOpen()) {
+        prompt.error(kTitle, kNoTargetCompany);
+        return Outcome::Stopped;
+    }
     if (CheckCompanyName(prompt, name))
         return Outcome::Stopped;
     QString why;

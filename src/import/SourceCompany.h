@@ -20,10 +20,14 @@
 
 namespace normaris {
 
+// The refusal of an import while no company of one's own is open.
+inline const QString kNoTargetCompany = QStringLiteral("取込先の会社が開かれていません。会社指定で会社を開いてから取り込んでください。");
+
 class SourceCompany {
 public:
-    // Opens the company's file as `cnSource`. On a refusal the message names the
-    // company, nothing stays open, and the result is not Done.
+    // Opens the company's file as `cnSource`, only while a company of one's own is
+    // open to take its entries. On a refusal the message names the company, nothing
+    // stays open, and the result is not Done.
     static Outcome open(Prompt &prompt, const DataLayout &layout, const QString &name);
     static void close();
     static bool isOpen();

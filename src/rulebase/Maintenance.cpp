@@ -152,6 +152,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         return Outcome::Stopped;
     }
 
+    QString written;
     try {
         BusyCursor busy;
         const QString source = m_layout.companyDir(name);
@@ -169,6 +170,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
                 QDir(target).removeRecursively();
             throw;
         }
+        written = target;
     } catch (const CompanyInUse &e) {
         m_prompt.failure(QString::fromUtf8(e.what()));
         return Outcome::Stopped;
@@ -176,6 +178,8 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。") + reasonOf(e));
         return Outcome::Failed;
     }
+    // Said once the company's lock is given back.
+    m_prompt.information(kBackupTitle, quotedName(name) + QStringLiteral("のバックアップを作成しました。\n保存先：") + written);
     return Outcome::Done;
 }
 

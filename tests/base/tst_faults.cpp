@@ -456,6 +456,23 @@ QList<FaultStep> steps()
             };
         },
         kCancelledInformation};
+    list << FaultStep{
+        QStringLiteral("import a document, renumbering a word"),
+        [](Fixture &f) -> Run {
+            const QString source = QStringLiteral("乙");
+            f.root.makeCompany(source);
+            addUserChain(f.root.layout().companyFile(source));
+            // The current company has the word code of the chain's text already.
+            execSql(f.db, QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 種別) VALUES ('7501', '75', '01', "
+                                         "'0001', '4')"));
+            ScriptedPrompt quiet;
+            mustBe(SourceCompany::open(quiet, f.root.layout(), source), quiet, "open the source");
+            return [&f] {
+                return importEntry(f.db, SourceCompany::connection(), f.prompt, ImportPlace{kStyle, Level::Document, {kUserCodes[0]}},
+                                   MarkerCodes::Renumber);
+            };
+        },
+        kCancelledInformation};
     list << FaultStep{QStringLiteral("export with its version"),
                       [](Fixture &f) -> Run {
                           prepareSubstitution(f);

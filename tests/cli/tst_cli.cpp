@@ -206,7 +206,8 @@ private slots:
                  QStringLiteral("処理完了: データ作成が完了しました。\n"));
         Run r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(QStringLiteral("01")));
         QCOMPARE(r.status, 1);
-        QVERIFY2(r.err.startsWith(QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 ◆")), qUtf8Printable(r.err));
+        QCOMPARE(r.err, QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。 「育児・介護休業規程」「賃金規程」 "
+                                       "先に参照先の規則・規程等を作成してください。\n"));
 
         for (const QString &d : documents.mid(1)) {
             QCOMPARE(runCli(root, QStringList{QStringLiteral("dates"), QStringLiteral("add")} + company
@@ -238,6 +239,29 @@ private slots:
         }
         QVERIFY(!texts.contains(u'◆'));
         QVERIFY(document.contains(QStringLiteral("株式会社テスト")));
+
+        // A setting changed after the substitution: the work data are out of date, and
+        // the export says so and stops, unless told yes (build, substitute, export).
+        QCOMPARE(runCli(root, QStringList{QStringLiteral("settings"), QStringLiteral("set")} + company
+                                  + QStringList{QStringLiteral("事業所名=株式会社新名")})
+                     .status,
+                 0);
+        const QString stale = QStringLiteral("データ作成の確認: 「就業規則」の語句が変更されています。データ作成からやり直しますか？\n");
+        for (const QStringList &command :
+             {QStringList{QStringLiteral("export"), QStringLiteral("--out"), out}, QStringList{QStringLiteral("substitute")}}) {
+            r = runCli(root, command + doc(QStringLiteral("01")));
+            QCOMPARE(r.status, 1);
+            QCOMPARE(r.err, stale);
+        }
+        r = runCli(root, QStringList{QStringLiteral("--yes"), QStringLiteral("export")} + doc(QStringLiteral("01"))
+                             + QStringList{QStringLiteral("--out"), out, QStringLiteral("--text"), text});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(r.err, stale + QStringLiteral("処理完了: データ作成が完了しました。\n処理完了: 置換処理が完了しました。\n"));
+        textFile.close();
+        QVERIFY(textFile.open(QIODevice::ReadOnly));
+        const QString again = QString::fromUtf8(textFile.readAll());
+        QVERIFY(again.contains(QStringLiteral("株式会社新名")));
+        QVERIFY(!again.contains(QStringLiteral("株式会社テスト")));
 
         // The filing forms need no document; a bad option is refused.
         r = runCli(root, QStringList{QStringLiteral("export")} + company

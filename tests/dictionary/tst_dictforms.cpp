@@ -3,6 +3,7 @@
 // a new article to its exported text.
 
 #include "../forms/FormSession.h"
+#include "DialogDriver.h"
 #include "base/Database.h"
 #include "composition/Panels.h"
 #include "composition/PanelStep.h"
@@ -29,6 +30,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 
@@ -36,56 +38,6 @@ using namespace normaris;
 using namespace normaris::test;
 
 namespace {
-
-template<class T>
-T *find(QWidget *form, const QString &name)
-{
-    auto *w = form->findChild<T *>(name);
-    if (!w)
-        qFatal("%s has no %s", qPrintable(form->objectName()), qPrintable(name));
-    return w;
-}
-
-void click(QWidget *form, const QString &button) { find<QPushButton>(form, button)->click(); }
-void type(QWidget *form, const QString &box, const QString &text) { find<QLineEdit>(form, box)->setText(text); }
-
-struct Step {
-    QString form;
-    std::function<void(QWidget *)> act;
-};
-
-// Runs start, which opens the first modal form, and plays each step on the modal form
-// that comes up next, in order. A step runs from a timer of its own, so that a step
-// that opens a further modal form leaves the watch free to play the next one. A form
-// out of turn, or one left open for twenty seconds, ends the flow.
-int play(const std::function<void()> &start, const QList<Step> &steps)
-{
-    int played = 0;
-    QPointer<QWidget> last;
-    QList<QPointer<QWidget>> seen; // the forms played so far, which come back as their children close
-    QElapsedTimer clock;
-    clock.start();
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || (seen.contains(form) && clock.elapsed() < 20000))
-            return;
-        if (seen.contains(form) || played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
-            qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
-            form->done(QDialog::Rejected);
-            return;
-        }
-        last = form;
-        seen << form;
-        clock.restart();
-        const auto act = steps[played++].act;
-        QTimer::singleShot(0, form, [act, form] { act(form); });
-    });
-    timer.start();
-    start();
-    return played;
-}
 
 // The focus as the Tab key brings it, whether or not the window is active.
 void focusByTab(QWidget *w)
@@ -239,6 +191,42 @@ private slots:
         documents->setCurrentIndex(documents->findData(QStringLiteral("02")));
         QCOMPARE(chapters->count(), 0);
         QCOMPARE(find<QLabel>(&sub, QStringLiteral("Label7_1"))->text(), QString());
+    }
+
+    // The grids show their flags as check marks, not as words.
+    void flagsAreCheckMarks()
+    {
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDic01 master;
+        const QAbstractItemModel *model = find<QTableView>(&master, QStringLiteral("DataGrid1"))->model();
+        QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("01"));
+        QCOMPARE(model->index(0, 2).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked)); // 変更フラグ
+        QCOMPARE(model->index(0, 4).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));   // 選択フラグ: on the list
+        QVERIFY(model->index(0, 4).data().toString().isEmpty());
+        QVERIFY(!(model->flags(model->index(0, 4)) & Qt::ItemIsUserCheckable));
+    }
+
+    // Back from an editor, the focus comes back to a picker with the window: no focus
+    // event fills it, so it is filled as the user opens it.
+    void aPickerThatHasTheFocusFillsAsItOpens()
+    {
+        AppState::instance().CurBunshoKeishikiCode = QStringLiteral("1");
+        frmDicsentakuSub sub;
+        sub.show();
+        find<QRadioButton>(&sub, QStringLiteral("Option2_2"))->click();
+        auto *documents = find<QComboBox>(&sub, QStringLiteral("DataCombo1"));
+        auto *chapters = find<QComboBox>(&sub, QStringLiteral("DataCombo2"));
+        focusByTab(documents);
+        documents->setCurrentIndex(documents->findData(QStringLiteral("01")));
+        sub.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&sub));
+        chapters->setFocus(Qt::ActiveWindowFocusReason);
+        QVERIFY(chapters->hasFocus());
+        QCOMPARE(chapters->count(), 0);
+        QTest::mousePress(chapters, Qt::LeftButton);
+        QVERIFY(chapters->count() > 0);
+        chapters->hidePopup();
+        QVERIFY(m_session->prompt.lines().isEmpty());
     }
 
     // The user's own article, from the navigator to the exported text: 条 7001 under a

@@ -185,7 +185,7 @@ private slots:
         QTest::newRow("no effective date") << false << true << QStringList{QStringLiteral("データの確認: 日付のデータがありません。")};
         QTest::newRow("the cited document not built")
             << true << false
-            << QStringList{QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。\n◆0001◆◆0001◆◆0002◆\n"
+            << QStringList{QStringLiteral("作成順序: 他の規則・規程等を参照している条文があります。\n「参照先規程」\n"
                                           "先に参照先の規則・規程等を作成してください。")};
     }
     void checksBeforeAnything()
@@ -196,6 +196,9 @@ private slots:
         OpenCompany company;
         QSqlDatabase db = company.db;
         addDocument(db, QStringLiteral("1"));
+        // The cited document, named once however often and by how many references it is cited.
+        insertRow(db, QStringLiteral("規程"),
+                  {kStyle, QStringLiteral("71"), QStringLiteral("参照先規程"), 0, QStringLiteral("参照先規程"), 1, QStringLiteral("1")});
         saveSettings(db, {{QStringLiteral("事業所名"), QStringLiteral("株式会社見本")}});
         if (dated)
             EffectiveDates(db, kDoc).add(kStyle, QDate(2026, 4, 1));

@@ -4,6 +4,9 @@
 #include "ExportFixture.h"
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
+#include "rulebase/EffectiveDates.h"
+#include "export/SettingSubstitution.h"
+#include "export/WorkDataAge.h"
 #include "export/WorkDataBuild.h"
 
 #include <QSqlRecord>
@@ -15,6 +18,16 @@ namespace {
 const QString kWorkRules = QStringLiteral("01");
 const QString kDearu = QStringLiteral("1");
 const QString kDesumasu = QStringLiteral("2");
+
+// The work rules built, with the documents they cite, a date each and the company's settings.
+void buildTheWorkRules(QSqlDatabase db, ScriptedPrompt &prompt)
+{
+    execSql(db, QStringLiteral("INSERT INTO 企業情報 (事業所名) VALUES ('株式会社見本')"));
+    for (const QString &document : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
+        EffectiveDates(db, document).add(kDearu, QDate(2026, 4, 1));
+        QCOMPARE(WorkDataBuild(db, prompt).build(kDearu, document), Outcome::Done);
+    }
+}
 } // namespace
 
 class WorkDataTest : public QObject {
@@ -153,6 +166,88 @@ private slots:
         QCOMPARE(prompt.shown().first().icon, Prompt::Icon::Information);
         QCOMPARE(tableLines(company.db, kOutputRowsTable, kDearu, kWorkRules), before);
         QCOMPARE(tableLines(company.db, kFrozenRowsTable, kDearu, kWorkRules), frozenBefore);
+    }
+
+    // The work data know what they were made from: a change of what a step that has
+    // run took makes them out of date; a word changed before the substitution, or a
+    // clause saved again as it was, does not.
+    void workDataKnowTheirInputs_data()
+    {
+        QTest::addColumn<bool>("substituted");
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<bool>("stale");
+        const QString word =
+            QStringLiteral("UPDATE 変数テーブル語句 SET 語句 = '新しい語句' WHERE ID = (SELECT min(ID) FROM 変数テーブル語句 "
+                           "WHERE 規程Code = '%1')");
+        QTest::newRow("a word") << true << word.arg(QStringLiteral("01")) << true;
+        QTest::newRow("a word before the substitution") << false << word.arg(QStringLiteral("01")) << false;
+        QTest::newRow("another document's word") << true << word.arg(QStringLiteral("05")) << false;
+        QTest::newRow("a setting") << true << QStringLiteral("UPDATE 企業情報 SET 事業所名 = '株式会社別名'") << true;
+        QTest::newRow("a date") << true
+                                << QStringLiteral("INSERT INTO 施行日 (文章形式Code, 規程Code, 年月日) VALUES ('1', '01', '2027-04-01')")
+                                << true;
+        const QString paragraph =
+            QStringLiteral("(SELECT min(ID) FROM 項 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 選択フラグ = 1)");
+        QTest::newRow("a dictionary row") << false << QStringLiteral("UPDATE 項 SET 項 = 項 || '追記' WHERE ID = ") + paragraph << true;
+        QTest::newRow("a row saved again as it was")
+            << true << QStringLiteral("UPDATE 項 SET ID = (SELECT max(ID) + 1 FROM 項) WHERE ID = ") + paragraph << false;
+    }
+    void workDataKnowTheirInputs()
+    {
+        QFETCH(bool, substituted);
+        QFETCH(QString, change);
+        QFETCH(bool, stale);
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        const WorkDataAge age(company.db, prompt);
+        QVERIFY(!age.recorded(WorkDataStep::Build, kDearu, kWorkRules).isValid());
+        QVERIFY(!age.isStale(kDearu, kWorkRules)); // never built: nothing to be out of date
+        buildTheWorkRules(company.db, prompt);
+        QVERIFY(age.recorded(WorkDataStep::Build, kDearu, kWorkRules).secsTo(QDateTime::currentDateTime()) < 60);
+        QVERIFY(!age.recorded(WorkDataStep::Substitution, kDearu, kWorkRules).isValid());
+        if (substituted) {
+            QCOMPARE(SettingSubstitution(company.db, prompt).run(kDearu, kWorkRules), Outcome::Done);
+            QVERIFY(age.recorded(WorkDataStep::Substitution, kDearu, kWorkRules).isValid());
+        }
+        QVERIFY(!age.isStale(kDearu, kWorkRules));
+        execSql(company.db, change);
+        QCOMPARE(age.isStale(kDearu, kWorkRules), stale);
+        QVERIFY(!age.isStale(kDesumasu, kWorkRules));
+    }
+
+    // 設定項目の置換 on work data older than their words asks first: いいえ leaves
+    // everything as it was, はい builds the data again and substitutes the new word.
+    void substitutionAsksAboutOldWorkData()
+    {
+        OpenCompany company;
+        ScriptedPrompt prompt;
+        buildTheWorkRules(company.db, prompt);
+        execSql(company.db, QStringLiteral("UPDATE 企業情報 SET 事業所名 = '株式会社旧名'"));
+        QCOMPARE(SettingSubstitution(company.db, prompt).run(kDearu, kWorkRules), Outcome::Done);
+        auto texts = [&] {
+            return scalar(company.db,
+                          QStringLiteral("SELECT group_concat(文章, '/') FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01'"))
+                .toString();
+        };
+        QVERIFY(texts().contains(QStringLiteral("株式会社旧名")));
+        execSql(company.db, QStringLiteral("UPDATE 企業情報 SET 事業所名 = '株式会社新名'"));
+        const QString before = texts();
+
+        prompt.clear();
+        prompt.answer({false});
+        QCOMPARE(SettingSubstitution(company.db, prompt).run(kDearu, kWorkRules), Outcome::Stopped);
+        const QString question = QStringLiteral("データ作成の確認: 「就業規則」の語句が変更されています。データ作成からやり直しますか？");
+        QCOMPARE(prompt.lines(), QStringList{question});
+        QCOMPARE(texts(), before);
+
+        prompt.clear();
+        prompt.answer({true});
+        QCOMPARE(SettingSubstitution(company.db, prompt).run(kDearu, kWorkRules), Outcome::Done);
+        QCOMPARE(prompt.lines(), (QStringList{question, QStringLiteral("処理完了: データ作成が完了しました。"),
+                                              QStringLiteral("処理完了: 置換処理が完了しました。")}));
+        QVERIFY(texts().contains(QStringLiteral("株式会社新名")));
+        QVERIFY(!texts().contains(QStringLiteral("株式会社旧名")));
+        QVERIFY(!WorkDataAge(company.db, prompt).isStale(kDearu, kWorkRules));
     }
 
     void nothingComposed()

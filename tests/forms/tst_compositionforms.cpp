@@ -3,6 +3,7 @@
 // panel rebuilt from the tables after every step.
 
 #include "ScriptedPrompt.h"
+#include "DialogDriver.h"
 #include "FormSession.h"
 #include "TestRoot.h"
 #include "composition/Panels.h"
@@ -37,16 +38,6 @@ using namespace normaris::test;
 
 namespace {
 
-template<class T>
-T *find(QWidget *form, const QString &name)
-{
-    auto *w = form->findChild<T *>(name);
-    if (!w)
-        qFatal("%s has no %s", qPrintable(form->objectName()), qPrintable(name));
-    return w;
-}
-
-void click(QWidget *form, const QString &button) { find<QPushButton>(form, button)->click(); }
 QString labelText(QWidget *form, const QString &label) { return find<QLabel>(form, label)->text(); }
 
 // The panel's lines as the user reads them: caption, code and text.
@@ -89,40 +80,6 @@ void chooseStock(QWidget *form, const QString &code)
     auto *stock = find<QComboBox>(form, QStringLiteral("DataCombo1"));
     stock->setCurrentIndex(stock->findData(code));
     QVERIFY2(stock->currentIndex() >= 0, qPrintable(code));
-}
-
-struct Step {
-    QString form;
-    std::function<void(QWidget *)> act;
-};
-
-// Runs start, which opens the first modal form, and plays each step on the modal form
-// that comes up next, in order. A form out of turn ends the flow.
-int play(const std::function<void()> &start, const QList<Step> &steps)
-{
-    int played = 0;
-    QPointer<QWidget> last;
-    QElapsedTimer clock;
-    clock.start();
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || (form == last && clock.elapsed() < 20000))
-            return;
-        const bool expected = form != last && played < steps.size() && form->objectName() == steps[played].form;
-        if (!expected || QTest::currentTestFailed()) {
-            qWarning("unexpected form %s at step %d", qPrintable(form->objectName()), played);
-            form->done(QDialog::Rejected); // without a hand-over: the flow ends
-            return;
-        }
-        last = form;
-        steps[played++].act(form);
-        clock.restart();
-    });
-    timer.start();
-    start();
-    return played;
 }
 
 } // namespace
@@ -490,6 +447,14 @@ private slots:
         QCOMPARE(state.CurRowIndex, rows - 3);
         QTRY_VERIFY(view->viewport()->rect().contains(view->visualRect(view->model()->index(rows - 3, 2)).center()));
         QVERIFY(view->verticalScrollBar()->value() > 0);
+        // Only the chosen row has its list of actions: the one of the first row is gone.
+        QList<QComboBox *> lists;
+        for (QComboBox *list : view->findChildren<QComboBox *>())
+            if (list->isVisible())
+                lists << list;
+        QCOMPARE(lists.size(), 1);
+        QCOMPARE(lists.first()->objectName(), QStringLiteral("DataCombo1"));
+        QCOMPARE(view->indexWidget(view->model()->index(rows - 3, PanelModel::Action)), lists.first());
     }
 
     void longTextsHaveTheirTip()

@@ -2,6 +2,7 @@
 // Qt's own texts in Japanese, F1, keys that can be typed, lists that act on Enter and
 // a double click, choices made with the mouse that stay, and leaving without checks.
 
+#include "DialogDriver.h"
 #include "ScriptedPrompt.h"
 #include "FormSession.h"
 #include "composition/forms/frmMakesentaku.h"
@@ -24,10 +25,12 @@
 #include "shell/HelpContext.h"
 #include "shell/forms/DesktopSetup.h"
 #include "shell/forms/FormHelpers.h"
+#include "shell/forms/HelpWindow.h"
 #include "words/forms/frmGokusentakuSub.h"
 #include "words/forms/frmGokusentaku_01.h"
 
 #include <QAbstractItemView>
+#include <QFileInfo>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
@@ -40,6 +43,7 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 #include <memory>
 
@@ -144,6 +148,13 @@ bool pickWithMouse(QComboBox *combo, int row)
     return QTest::qWaitFor([view] { return !view->isVisible(); }, 2000);
 }
 
+// The page on view in the help window of the form's window; empty when it has none.
+QString helpOn(QWidget *form)
+{
+    const auto *help = form->window()->findChild<HelpWindow *>();
+    return help && help->isVisible() ? help->currentPage() : QString();
+}
+
 } // namespace
 
 class DesktopTest : public QObject {
@@ -194,7 +205,8 @@ private slots:
         QTest::keyClick(target, Qt::Key_F1);
         const int context = helpContext(dialog->objectName());
         QVERIFY(context > 0);
-        QCOMPARE(m_opened, QStringList{helpPagePath(AppState::instance().AppPath, context)});
+        QCOMPARE(helpOn(dialog.get()), QFileInfo(helpPagePath(AppState::instance().AppPath, context)).absoluteFilePath());
+        QVERIFY(m_opened.isEmpty()); // no browser is asked
 
         QStringList keys;
         for (const QPushButton *b : dialog->findChildren<QPushButton *>()) {
@@ -218,7 +230,52 @@ private slots:
         frmKihon form;
         form.show();
         QTest::keyClick(form.findChild<QLineEdit *>(QStringLiteral("Text1_3")), Qt::Key_F1);
-        QCOMPARE(m_opened, QStringList{helpPagePath(AppState::instance().AppPath, 15)});
+        QCOMPARE(helpOn(&form), QFileInfo(helpPagePath(AppState::instance().AppPath, 15)).absoluteFilePath());
+    }
+
+    // The help window: the page of the context, its links, back and forward, the
+    // list of pages; F1 again uses the same window.
+    void helpWindowFollowsLinks()
+    {
+        frmKihon form;
+        form.show();
+        showHelp(&form);
+        auto *help = form.findChild<HelpWindow *>();
+        QVERIFY(help && help->isVisible());
+        const QString folder = AppState::instance().AppPath + QStringLiteral("/help/");
+        QCOMPARE(help->windowTitle(), QStringLiteral("ヘルプ - 基本設定"));
+        QCOMPARE(help->pageTitles().first(), QStringLiteral("目次"));
+        QVERIFY(help->pageTitles().contains(QStringLiteral("データエクスポート")));
+
+        auto *browser = help->findChild<QTextBrowser *>(QStringLiteral("txtPage"));
+        emit browser->anchorClicked(QUrl(QStringLiteral("index.html")));
+        QCOMPARE(help->currentPage(), QFileInfo(folder + QStringLiteral("index.html")).absoluteFilePath());
+        click(help, QStringLiteral("cmdBack"));
+        QCOMPARE(help->currentPage(), QFileInfo(folder + QStringLiteral("15.html")).absoluteFilePath());
+        click(help, QStringLiteral("cmdForward"));
+        QCOMPARE(help->currentPage(), QFileInfo(folder + QStringLiteral("index.html")).absoluteFilePath());
+
+        auto *pages = help->findChild<QListWidget *>(QStringLiteral("lstPages"));
+        const int exportPage = int(help->pageTitles().indexOf(QStringLiteral("データエクスポート")));
+        emit pages->itemActivated(pages->item(exportPage));
+        QCOMPARE(help->currentPage(), QFileInfo(folder + QStringLiteral("300.html")).absoluteFilePath());
+
+        showHelp(&form);
+        QCOMPARE(form.findChildren<HelpWindow *>().size(), 1);
+        QCOMPARE(help->currentPage(), QFileInfo(folder + QStringLiteral("15.html")).absoluteFilePath());
+        QVERIFY(m_session->prompt.lines().isEmpty());
+    }
+
+    // A page that is not there is named in a message.
+    void missingHelpPageIsNamed()
+    {
+        frmKihon form;
+        const QString page = helpPagePath(AppState::instance().AppPath, 15);
+        QVERIFY(QFile::remove(page));
+        showHelp(&form);
+        QCOMPARE(m_session->prompt.lines(),
+                 QStringList{kProgramTitle + QStringLiteral(": ヘルプファイル「%1」が見つかりません。").arg(page)});
+        QVERIFY(!form.findChild<HelpWindow *>());
     }
 
     void qtTextsAreJapanese()

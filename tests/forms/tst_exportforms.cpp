@@ -4,6 +4,8 @@
 #include "ScriptedPrompt.h"
 #include "FormSession.h"
 #include "TestRoot.h"
+#include "export/SettingSubstitution.h"
+#include "export/WorkDataBuild.h"
 #include "export/forms/frmExport.h"
 #include "base/Database.h"
 #include "rulebase/BasicSettings.h"
@@ -14,6 +16,7 @@
 #include "versions/VersionTables.h"
 
 #include <QDate>
+#include <QDir>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QListWidget>
@@ -137,8 +140,51 @@ private slots:
         saveEmptySettings(); // the company's row
         click(form, QStringLiteral("Command1"));
         QCOMPARE(m_session->prompt.lines(), QStringList());
+        // A readable name, in a temporary folder of its own.
+        QCOMPARE(QFileInfo(form.lastDocument()).fileName(), AppState::instance().CompanyName + QStringLiteral("_賃金規程.docx"));
         QVERIFY(QFileInfo(form.lastDocument()).size() > 0);
-        QFile::remove(form.lastDocument());
+        QCOMPARE(QDir(QFileInfo(form.lastDocument()).path()).entryList(QDir::Files),
+                 QStringList{QFileInfo(form.lastDocument()).fileName()});
+        QDir(QFileInfo(form.lastDocument()).path()).removeRecursively();
+    }
+
+    // A word changed after the substitution: the list marks the document, and
+    // 設定項目の置換 asks before it goes on.
+    void outOfDateWorkDataAreMarked()
+    {
+        QSqlDatabase db = AppState::cn();
+        saveEmptySettings();
+        for (const QString &document : {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03")}) {
+            EffectiveDates(db, document).add(QStringLiteral("1"), QDate(2026, 4, 1));
+            QCOMPARE(WorkDataBuild(db, m_session->prompt).build(QStringLiteral("1"), document), Outcome::Done);
+        }
+        QCOMPARE(SettingSubstitution(db, m_session->prompt).run(QStringLiteral("1"), QStringLiteral("01")), Outcome::Done);
+        frmExport form;
+        form.show();
+        auto *list = child<QListWidget>(form, QStringLiteral("DataList1"));
+        QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則"));
+
+        execSql(db, QStringLiteral("UPDATE 変数テーブル語句 SET 語句 = '変更後の語句' WHERE ID = (SELECT min(ID) FROM 変数テーブル語句 "
+                                   "WHERE 規程Code = '01')"));
+        click(form, QStringLiteral("Option4_0")); // the lists read again
+        QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則（要再作成）"));
+        QCOMPARE(list->item(1)->text(), QStringLiteral("賃金規程"));
+
+        m_session->prompt.clear();
+        choose(list, QStringLiteral("01"));
+        click(form, QStringLiteral("Command4"));
+        QCOMPARE(m_session->prompt.lines(),
+                 QStringList{QStringLiteral("データ作成の確認: 「就業規則」の語句が変更されています。データ作成からやり直しますか？")});
+        QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則（要再作成）"));
+
+        m_session->prompt.clear();
+        m_session->prompt.answer({true});
+        click(form, QStringLiteral("Command4"));
+        QCOMPARE(
+            m_session->prompt.lines(),
+            (QStringList{QStringLiteral("データ作成の確認: 「就業規則」の語句が変更されています。データ作成からやり直しますか？"),
+                         QStringLiteral("処理完了: データ作成が完了しました。"), QStringLiteral("処理完了: 置換処理が完了しました。")}));
+        QCOMPARE(list->item(0)->text(), QStringLiteral("就業規則"));
     }
 
     // Beside データをWordへ送る: the PDF, saved where the user chooses (the dialog

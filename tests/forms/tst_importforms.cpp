@@ -1,6 +1,7 @@
 // 他社データ取込 offscreen: the three steps walked to an import and back out, and a
 // source that is refused keeping the wizard on its first step.
 
+#include "DialogDriver.h"
 #include "FormSession.h"
 #include "UserEntries.h"
 #include "import/SourceCompany.h"
@@ -23,43 +24,6 @@ using namespace normaris::test;
 namespace {
 
 const QString kSource = QStringLiteral("乙");
-
-struct Step {
-    QString form;
-    std::function<void(QWidget *)> act;
-};
-
-// Runs start, which opens the first modal form, and plays each step on the modal
-// form that comes up next, in order. Returns how many steps were played.
-int play(const std::function<void()> &start, const QList<Step> &steps)
-{
-    int played = 0;
-    QPointer<QWidget> last;
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *form = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!form || form == last)
-            return;
-        if (played >= steps.size() || form->objectName() != steps[played].form || QTest::currentTestFailed()) {
-            form->done(QDialog::Rejected);
-            return;
-        }
-        last = form;
-        // Acted on after this tick, so that the form a step opens is watched in turn.
-        QTimer::singleShot(0, form, [form, act = steps[played++].act] { act(form); });
-    });
-    timer.start();
-    start();
-    return played;
-}
-
-void click(QWidget *form, const QString &name)
-{
-    auto *button = form->findChild<QAbstractButton *>(name);
-    QVERIFY2(button, qUtf8Printable(name));
-    button->click();
-}
 
 // Picks the entry of code in the list, as the user does: open it, choose, close.
 void pick(QWidget *form, const QString &list, const QString &code)
@@ -140,14 +104,52 @@ private slots:
                           click(form, QStringLiteral("Command1"));
                           QCOMPARE(prompt.lines().last(), QStringLiteral("処理完了: データ取込処理が完了しました。"));
                           QVERIFY(form->isVisible());
-                          QTest::keyClick(form, Qt::Key_Escape);
+                          QVERIFY(!form->findChild<QPushButton *>(QStringLiteral("cmdRenumber"))->isVisible());
+                          click(form, QStringLiteral("cmdBack"));
                       }},
-                     {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("Command2")); }},
+                     // 戻る goes back one step, and the step before keeps its place.
+                     {QStringLiteral("frmCopy02"), [](QWidget *form) { click(form, QStringLiteral("cmdBack")); }},
                      {QStringLiteral("frmCopy01"), [](QWidget *form) { click(form, QStringLiteral("Command3")); }},
                  });
         QCOMPARE(played, 5);
         QVERIFY(!SourceCompany::isOpen());
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 条 WHERE Code = '7001'")).toInt(), 1);
+    }
+
+    // 閉じる on a later step closes the whole wizard; every step after the first has 戻る,
+    // and each opens where the step before it stands.
+    void closingALaterStepClosesTheWizard()
+    {
+        frmMain01 main;
+        main.show();
+        QRect firstPlace;
+        const int played = play([&] { main.command(4)->click(); },
+                                {
+                                    {QStringLiteral("frmCopy01"),
+                                     [&](QWidget *form) {
+                                         firstPlace = form->geometry();
+                                         QVERIFY(!form->findChild<QPushButton *>(QStringLiteral("Command1"))->isEnabled()); // 戻る
+                                         auto *list = form->findChild<QListWidget *>(QStringLiteral("List1"));
+                                         list->setCurrentItem(list->findItems(kSource, Qt::MatchExactly).value(0));
+                                         m_session->prompt.answer({true});
+                                         click(form, QStringLiteral("Command2"));
+                                     }},
+                                    {QStringLiteral("frmCopy02"),
+                                     [&](QWidget *form) {
+                                         QCOMPARE(form->geometry().topLeft(), firstPlace.topLeft());
+                                         QVERIFY(form->findChild<QPushButton *>(QStringLiteral("cmdBack"))->isEnabled());
+                                         click(form, QStringLiteral("Option1_0"));
+                                         click(form, QStringLiteral("Command1"));
+                                     }},
+                                    {QStringLiteral("frmCopy03"),
+                                     [&](QWidget *form) {
+                                         QCOMPARE(form->geometry().topLeft(), firstPlace.topLeft());
+                                         click(form, QStringLiteral("Command2"));
+                                     }},
+                                });
+        QCOMPARE(played, 3);
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(!SourceCompany::isOpen());
     }
 
     void aRefusedSourceStaysOnStepOne()

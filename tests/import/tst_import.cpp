@@ -85,6 +85,14 @@ class ImportTest : public QObject {
         {
             return importEntry(target, SourceCompany::connection(), prompt, place);
         }
+        // The target's document already has a marker row of the code, elsewhere in it.
+        void addTargetMarker(const QString &table, const QString &code)
+        {
+            execSql(
+                target,
+                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
+                {code});
+        }
         // The rows above the level, as the chain has them, put straight into the target.
         void addParents(Level level)
         {
@@ -245,10 +253,7 @@ private slots:
         QFETCH(QString, message);
         Pair pair;
         pair.addParents(Level::Article);
-        // The target's document already has a marker row of the code, elsewhere in it.
-        execSql(pair.target,
-                QStringLiteral("INSERT INTO \"%1\" (Code, 規程Code, 章Code, 条Code, 種別) VALUES (?, '75', '01', '0001', '4')").arg(table),
-                {code});
+        pair.addTargetMarker(table, code);
         // The source also has an unused word row of 7502 under the entry.
         execIn(pair.sourceFile(), QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
                                                  "VALUES ('7502', '75', '70', '7001', '70', '1', '4')"));
@@ -263,6 +268,67 @@ private slots:
             QCOMPARE(prompt.lines(), QStringList{message});
             QCOMPARE(count(pair.target, QStringLiteral("条"), QStringLiteral("Code = '7001'")), 0);
         }
+    }
+
+    // コードを振り直して取り込む: the conflicting code gets the document's next free
+    // one, in its row and in the marker of the copied text; the refusal stays where
+    // the conflict is not one of codes of words and references.
+    void renumbersConflictingMarkers_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("change");
+        QTest::newRow("word") << QStringLiteral("変数テーブル語句") << QStringLiteral("7501")
+                              << QStringLiteral("従業員は、★7502★を守り、◆7502◆に従う。") << QStringLiteral("埋込語句のCode：7501→7502");
+        QTest::newRow("reference") << QStringLiteral("変数テーブル番号") << QStringLiteral("7502")
+                                   << QStringLiteral("従業員は、★7501★を守り、◆7503◆に従う。")
+                                   << QStringLiteral("参照条文番号のCode：7502→7503");
+    }
+    void renumbersConflictingMarkers()
+    {
+        QFETCH(QString, table);
+        QFETCH(QString, code);
+        QFETCH(QString, text);
+        QFETCH(QString, change);
+        Pair pair;
+        pair.addParents(Level::Article);
+        pair.addTargetMarker(table, code);
+        ScriptedPrompt prompt;
+        QCOMPARE(pair.openSource(prompt), Outcome::Done);
+        QVERIFY(importRenumberable(pair.target, SourceCompany::connection(), placeAt(Level::Article)));
+        prompt.clear();
+        QCOMPARE(importEntry(pair.target, SourceCompany::connection(), prompt, placeAt(Level::Article), MarkerCodes::Renumber),
+                 Outcome::Done);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理完了: データ取込処理が完了しました。\n") + change});
+        QCOMPARE(paragraphText(pair.target), text);
+        // The word and the reference say what they said in the source, under their codes here.
+        QCOMPARE(
+            scalar(pair.target, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '75' AND 条Code = '7001'")).toString(),
+            QStringLiteral("就業規則"));
+        QCOMPARE(
+            scalar(pair.target, QStringLiteral("SELECT Code FROM 変数テーブル語句 WHERE 規程Code = '75' AND 条Code = '7001'")).toString(),
+            text.mid(text.indexOf(u'★') + 1, 4));
+        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT \"変換参照■条Code\" || '/' || Code FROM 変数テーブル番号 WHERE 規程Code = '75' "
+                                                    "AND 条Code = '7001'"))
+                     .toString(),
+                 QStringLiteral("7001/") + text.mid(text.indexOf(u'◆') + 1, 4));
+        QCOMPARE(count(pair.target, table, QStringLiteral("Code = '%1' AND 条Code = '0001'").arg(code)), 1); // the target's own stays
+        // Nothing is left to renumber, and the entry is there now: a refusal of its own code.
+        QVERIFY(!importRenumberable(pair.target, SourceCompany::connection(), placeAt(Level::Article)));
+    }
+
+    // With no company of one's own open, the import stops at its first step.
+    void refusedWithoutACompanyToTakeIt()
+    {
+        TestRoot root;
+        root.makeCompany(kSource);
+        AppState::instance().reset();
+        ScriptedPrompt prompt;
+        QCOMPARE(SourceCompany::open(prompt, root.layout(), kSource), Outcome::Stopped);
+        QCOMPARE(prompt.lines(), QStringList{QStringLiteral(
+                                     "会社指定の確認: 取込先の会社が開かれていません。会社指定で会社を開いてから取り込んでください。")});
+        QVERIFY(!SourceCompany::isOpen());
     }
 
     void sameCodeTwiceKeepsTheLater()

@@ -95,6 +95,66 @@ private slots:
         QCOMPARE(digestOf(root.layout().companyFile(QStringLiteral("A"))), before);
     }
 
+    // Both companies gave the next free word code of 就業規則 to a word of their own:
+    // the import is refused, and with --renumber the source's article comes over with
+    // its word under the next code of the target, the marker in its text rewritten.
+    void renumbersWordsOfTheirOwn()
+    {
+        TestRoot root;
+        const DataLayout layout = root.layout();
+        root.makeCompany(QStringLiteral("A"));
+        root.makeCompany(QStringLiteral("B"));
+        const QString target = layout.companyFile(QStringLiteral("A"));
+        const QString source = layout.companyFile(QStringLiteral("B"));
+        const int last =
+            valueIn(target, QStringLiteral("SELECT max(CAST(Code AS INTEGER)) FROM 変数テーブル語句 WHERE 規程Code = '01'")).toInt();
+        auto code = [](int n) { return QStringLiteral("%1").arg(n, 4, 10, QLatin1Char('0')); };
+        const QString own = code(last + 1);
+        // The target's word of its own, on its first article.
+        execIn(target,
+               QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 章Code, 条Code, 項Code, 結合, 種別, 表示名称) "
+                              "VALUES (?, '本社', '01', '01', '0001', '01', '0', '4', '事業場')"),
+               {own});
+        // The source's article of its own with its word.
+        execIn(source, QStringLiteral("INSERT INTO 条 (文章形式Code, 規程Code, 章Code, Code, 条, 正式名称, 選択フラグ) "
+                                      "VALUES ('1', '01', '01', '7001', '独自の定め', '独自の定め', 0)"));
+        execIn(source,
+               QStringLiteral("INSERT INTO 項 (文章形式Code, 規程Code, 章Code, 条Code, Code, 項, 結合, 変数語句, 結合種別) "
+                              "VALUES ('1', '01', '01', '7001', '01', ?, '0', 1, '0')"),
+               {QStringLiteral("従業員は、★%1★を守る。").arg(own)});
+        execIn(source,
+               QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 章Code, 条Code, 項Code, 結合, 種別, 表示名称) "
+                              "VALUES (?, '社内規範', '01', '01', '7001', '01', '0', '4', '守るもの')"),
+               {own});
+        const QStringList args = {QStringLiteral("import"), QStringLiteral("--company"), QStringLiteral("A"),  QStringLiteral("--from"),
+                                  QStringLiteral("B"),      QStringLiteral("--style"),   QStringLiteral("1"),  QStringLiteral("--doc"),
+                                  QStringLiteral("01"),     QStringLiteral("--chapter"), QStringLiteral("01"), QStringLiteral("--article"),
+                                  QStringLiteral("7001")};
+        Run r = runCli(root.path(), args);
+        QCOMPARE(r.status, 1);
+        QCOMPARE(
+            r.err,
+            QStringLiteral("Code重複: 自社データに埋込語句の重複Codeがあるためデータ取込を中止します。 埋込語句の重複Code：%1\n").arg(own));
+
+        const QString renumbered = code(last + 2);
+        r = runCli(root.path(), args + QStringList{QStringLiteral("--renumber")});
+        QCOMPARE(r.err, QStringLiteral("処理完了: データ取込処理が完了しました。 埋込語句のCode：%1→%2\n").arg(own, renumbered));
+        QCOMPARE(r.status, 0);
+        QCOMPARE(valueIn(target, QStringLiteral("SELECT 項 FROM 項 WHERE 規程Code = '01' AND 条Code = '7001'")).toString(),
+                 QStringLiteral("従業員は、★%1★を守る。").arg(renumbered));
+        QCOMPARE(valueIn(target,
+                         QStringLiteral("SELECT 語句 || '/' || 表示名称 || '/' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND "
+                                        "Code = '%1'")
+                             .arg(renumbered))
+                     .toString(),
+                 QStringLiteral("社内規範/守るもの/7001"));
+        QCOMPARE(
+            valueIn(target,
+                    QStringLiteral("SELECT 語句 || '/' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '%1'").arg(own))
+                .toString(),
+            QStringLiteral("本社/0001"));
+    }
+
     void refusesWhatTheListsWouldNotOffer_data()
     {
         QTest::addColumn<QStringList>("more");

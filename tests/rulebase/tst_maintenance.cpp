@@ -64,8 +64,11 @@ private slots:
         QCOMPARE(valueIn(copy, QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(rowCount(copy, "項"), rowCount(root.layout().companyFile(QStringLiteral("甲")), "項"));
         QVERIFY(rowCount(copy, "項") > 0);
-        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("バックアップの確認: 『甲』をバックアップします。"),
-                                              QStringLiteral("バックアップの確認: 『甲』をバックアップします。")}));
+        // Each backup ends saying that it was written, and where.
+        const QString written = QStringLiteral("バックアップの確認: 『甲』のバックアップを作成しました。\n保存先：")
+                                + root.layout().backupDir(QStringLiteral("甲"));
+        QCOMPARE(prompt.lines(), (QStringList{QStringLiteral("バックアップの確認: 『甲』をバックアップします。"), written,
+                                              QStringLiteral("バックアップの確認: 『甲』をバックアップします。"), written}));
     }
 
     void backupIntoAChosenFolder()
@@ -125,9 +128,12 @@ private slots:
         QVERIFY(AppState::instance().isOpenCompany(QStringLiteral("甲")));
         prompt.answer({true});
         QCOMPARE(maintenance.backup(QStringLiteral("甲")), Outcome::Done);
-        QCOMPARE(prompt.lines().last(), QStringLiteral("バックアップの確認: 『甲』は現在使用中ですが、閉じてバックアップしますか？"));
+        QCOMPARE(prompt.lines().mid(prompt.lines().size() - 2),
+                 (QStringList{QStringLiteral("バックアップの確認: 『甲』は現在使用中ですが、閉じてバックアップしますか？"),
+                              QStringLiteral("バックアップの確認: 『甲』のバックアップを作成しました。\n保存先：")
+                                  + root.layout().backupDir(QStringLiteral("甲"))}));
         QVERIFY(!AppState::instance().isCompanyOpen());
-        // Closed for maintenance, after which 他社データ取込 stays on view.
+        // Closed for maintenance: the main window offers no command then.
         QVERIFY(AppState::instance().lastClose() == AppState::ClosedBy::Maintenance);
     }
 

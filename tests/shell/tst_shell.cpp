@@ -6,6 +6,8 @@
 #include "base/FieldChecks.h"
 #include "shell/SingleInstance.h"
 
+#include <QMimeDatabase>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,6 +17,27 @@ using normaris::test::ScriptedPrompt;
 class ShellTest : public QObject {
     Q_OBJECT
 private slots:
+    // Each kind of file the program opens with the desktop has an application that
+    // opens it, as the desktop database of this machine says: the documents, the
+    // lists and reports, and the PDFs.
+    void theDesktopOpensWhatTheProgramMakes_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("document") << QStringLiteral("就業規則.docx");
+        QTest::newRow("list") << QStringLiteral("一覧表.xlsx");
+        QTest::newRow("pdf") << QStringLiteral("就業規則.pdf");
+    }
+    void theDesktopOpensWhatTheProgramMakes()
+    {
+        QFETCH(QString, file);
+        const QString type = QMimeDatabase().mimeTypeForFile(file, QMimeDatabase::MatchExtension).name();
+        QProcess query;
+        query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"), type});
+        QVERIFY2(query.waitForFinished(30000), "xdg-mime (xdg-utils) is not installed");
+        const QString application = QString::fromLocal8Bit(query.readAllStandardOutput()).trimmed();
+        QVERIFY2(application.endsWith(QStringLiteral(".desktop")), qPrintable(type + QStringLiteral(": no application")));
+    }
+
     void cp932Length_data()
     {
         QTest::addColumn<QString>("text");

@@ -13,7 +13,7 @@ namespace normaris {
 frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAbout"));
-    setWindowTitle(QStringLiteral("ハルモニアワークス【ノルマリス】のﾊﾞｰｼﾞｮﾝ情報"));
+    setWindowTitle(QStringLiteral("ハルモニアワークス【ノルマリス】のバージョン情報"));
     auto *layout = new QVBoxLayout(this);
     const auto label = [this, layout](const QString &name, const QString &text) {
         auto *l = new QLabel(text, this);

@@ -62,11 +62,11 @@ frmMain01::frmMain01(QWidget *parent) : QMainWindow(parent)
 
 void frmMain01::buildMenus()
 {
-    QMenu *file = menuBar()->addMenu(QStringLiteral("ﾌｧｲﾙ(&F)"));
+    QMenu *file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr}, {3, "ﾊﾞｯｸｱｯﾌﾟ(&B)..."}, {4, "最適化(&S)..."},
-        {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr}, {8, "終了(&E)"},
+        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr},    {3, "バックアップ(&B)..."}, {4, "最適化(&S)..."}, {5, nullptr},
+        {6, "会社削除(&D)..."}, {7, nullptr},           {8, "終了(&E)"},
     };
     const std::function<void()> actions[9] = {
         [this] { newCompany(); },
@@ -85,9 +85,9 @@ void frmMain01::buildMenus()
         if (caption)
             connect(action, &QAction::triggered, this, actions[index]);
     }
-    QMenu *help = menuBar()->addMenu(QStringLiteral("ﾍﾙﾌﾟ(&H)"));
+    QMenu *help = menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
     help->setObjectName(QStringLiteral("mnuHelp"));
-    QAction *about = help->addAction(QStringLiteral("ﾊﾞｰｼﾞｮﾝ情報(&A)..."));
+    QAction *about = help->addAction(QStringLiteral("バージョン情報(&A)..."));
     about->setObjectName(QStringLiteral("mnuHelpNo"));
     connect(about, &QAction::triggered, this, [this] { showModal(new frmAbout(this)); });
 }
@@ -140,24 +140,12 @@ void frmMain01::setCommandDialog(int index, DialogFactory factory) { m_factories
 
 QString frmMain01::companyPanelText() const { return m_companyPanel->text(); }
 
-// Which of the five commands show: all while a company is open, none at start, and
-// after a close as the reason for it says.
+// Which of the five commands show: every one works on the open company, so all
+// while one is open and none otherwise, whatever closed it.
 std::array<bool, 5> frmMain01::commandsOnView()
 {
-    using ClosedBy = AppState::ClosedBy;
-    static const std::pair<ClosedBy, std::array<bool, 5>> afterClose[] = {
-        {ClosedBy::MainWindow, {false, false, false, false, false}},
-        {ClosedBy::Maintenance, {false, false, false, false, true}}, // 他社データ取込 stays on view
-        {ClosedBy::Copying, {true, true, true, true, true}},         // nothing changes on this path
-    };
-    const AppState &state = AppState::instance();
-    if (state.isCompanyOpen())
-        return {true, true, true, true, true};
-    for (const auto &[why, shown] : afterClose) {
-        if (state.lastClose() == why)
-            return shown;
-    }
-    return {};
+    const bool open = AppState::instance().isCompanyOpen();
+    return {open, open, open, open, open};
 }
 
 void frmMain01::refreshFromState()

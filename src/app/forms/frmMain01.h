@@ -23,7 +23,7 @@ public:
     QPushButton *command(int index) const { return m_commands.at(index); }
     QString companyPanelText() const;
 
-    // The menu actions, by index of ﾌｧｲﾙ(&F).
+    // The menu actions, by index of ファイル(&F).
     void newCompany();    // 0
     void chooseCompany(); // 1
     void backup();        // 3

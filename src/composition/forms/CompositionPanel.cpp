@@ -129,9 +129,12 @@ void CompositionPanel::chooseRow(int row)
     if (row == m_selected || row < 0 || row >= m_model->rowCount())
         return;
     if (m_combo) {
-        // The view deletes the old list later; it must not be found by name meanwhile.
-        m_combo->setObjectName(QString());
+        // The view deletes the old list later, and later may be only after the form's
+        // modal loop: meanwhile it must be neither found by name nor seen.
+        QComboBox *old = m_combo;
+        old->setObjectName(QString());
         setIndexWidget(m_model->index(m_selected, PanelModel::Action), nullptr);
+        old->hide();
         m_combo = nullptr;
     }
     m_selected = row;

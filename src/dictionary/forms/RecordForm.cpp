@@ -1,5 +1,7 @@
 #include "dictionary/forms/RecordForm.h"
 
+#include <QStandardItem>
+
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -45,6 +47,22 @@ void RecordForm::keyPressEvent(QKeyEvent *event)
         step(back ? -1 : 1);
     else
         QDialog::keyPressEvent(event);
+}
+
+QStandardItem *gridFlag(bool flag)
+{
+    auto *item = new QStandardItem;
+    // Shown, not user-checkable: a click on it selects the row and changes nothing.
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    item->setData(flag ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+    return item;
+}
+
+QStandardItem *gridText(const QString &text)
+{
+    auto *item = new QStandardItem(text);
+    item->setEditable(false);
+    return item;
 }
 
 } // namespace normaris

@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+class QStandardItem;
+
 namespace normaris {
 
 class RecordForm : public QDialog {
@@ -28,5 +30,10 @@ protected:
 
     int m_current = -1;
 };
+
+// The cells of the record forms' grids: a text, and a flag as a check mark (neither
+// changed in the grid).
+QStandardItem *gridText(const QString &text);
+QStandardItem *gridFlag(bool flag);
 
 } // namespace normaris

@@ -77,6 +77,13 @@ SegmentPanel::SegmentPanel(QStringList choosable, QWidget *parent) : QScrollArea
         r.code->setObjectName(QStringLiteral("Label8_") + n);
         r.wordLabel = new QLabel(panel);
         r.wordLabel->setObjectName(QStringLiteral("Label6_") + n);
+        // The word or target label takes a width of its own, not its text's: the rows keep
+        // their widths when one appears, as do the controls of a marker, which keep their
+        // room in a row of text.
+        r.wordLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        r.wordLabel->setMinimumWidth(twips(2400));
+        for (QWidget *w : std::initializer_list<QWidget *>{r.set, r.mark, r.codeCaption, r.code, r.wordLabel})
+            keepRoomWhenHidden(w);
         int column = 0;
         for (QWidget *w : std::initializer_list<QWidget *>{number, frame, r.box, r.set, r.mark, r.codeCaption, r.code, r.wordLabel})
             grid->addWidget(w, k, column++);
@@ -128,6 +135,7 @@ void SegmentPanel::showRow(int k)
     r.wordLabel->setVisible(!text && s.kind != SegmentKind::BasicWord);
     r.code->setText(s.code);
     r.wordLabel->setText(s.word);
+    r.wordLabel->setToolTip(s.word); // whole, where the label cuts it
     r.mark->setText(text ? QString() : s.hasValue ? QStringLiteral("既") : QStringLiteral("未"));
     r.mark->setStyleSheet(s.hasValue ? QStringLiteral("color: blue") : QStringLiteral("color: red"));
     if (k > 0)

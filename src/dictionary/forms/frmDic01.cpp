@@ -39,8 +39,6 @@ struct GridColumn {
 const GridColumn kGridColumns[] = {{"Code", 525},   {"規程", 6120},      {"変更フラグ", 900},
                                    {"正式名称", 0}, {"選択フラグ", 900}, {"文章種別", 0}};
 
-QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
-
 } // namespace
 
 frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(), AppState::instance().CurBunshoKeishikiCode)
@@ -50,6 +48,7 @@ frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(
     resize(twips(10500), twips(7800));
     auto *layout = new QVBoxLayout(this);
     m_grid = new QTableView(this);
+    keepRoomWhenHidden(m_grid); // adding and editing hide it; the fields stay where they are
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     m_model = new QStandardItemModel(0, int(std::size(kGridColumns)), this);
     for (int c = 0; c < int(std::size(kGridColumns)); ++c)
@@ -130,10 +129,11 @@ frmDic01::frmDic01(QWidget *parent) : RecordForm(parent), m_master(AppState::cn(
     m_add = makeButton(this, QStringLiteral("cmdAdd"), QStringLiteral("追加(&A)"));
     m_edit = makeButton(this, QStringLiteral("cmdEdit"), QStringLiteral("編集(&E)"));
     m_update = makeButton(this, QStringLiteral("cmdUpdate"), QStringLiteral("更新(&U)"));
-    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ(&C)"));
+    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル(&C)"));
     m_delete = makeButton(this, QStringLiteral("cmdDelete"), QStringLiteral("削除(&D)"));
     m_close = makeButton(this, QStringLiteral("cmdClose"), QStringLiteral("閉じる(&C)"));
     m_preamble = makeButton(this, QStringLiteral("Command2"), QStringLiteral("前文の編集(&E)"));
+    keepRoomWhenHidden(m_preamble);
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
     for (QPushButton *b : {m_add, m_edit, m_update, m_cancel, m_delete, m_close, m_preamble, help}) {
         b->setAutoDefault(false);
@@ -180,10 +180,8 @@ void frmDic01::browse()
     m_rows = m_master.documents();
     m_model->removeRows(0, m_model->rowCount());
     for (const DocumentRecord &r : m_rows) {
-        QList<QStandardItem *> items;
-        for (const QString &cell : {r.code, r.name, trueFalse(r.changed), r.formalName, trueFalse(r.selected), r.kind})
-            items << new QStandardItem(cell);
-        m_model->appendRow(items);
+        m_model->appendRow(
+            {gridText(r.code), gridText(r.name), gridFlag(r.changed), gridText(r.formalName), gridFlag(r.selected), gridText(r.kind)});
     }
     setFieldsEnabled(false);
     const bool rows = !m_rows.isEmpty();
@@ -243,7 +241,7 @@ void frmDic01::beginEdit(bool adding)
 bool frmDic01::eventFilter(QObject *watched, QEvent *event)
 {
     // Moving on by the keyboard checks the field left; a refused value keeps the focus.
-    // (A click on ｷｬﾝｾﾙ must still get through, so the mouse does not check here; 更新 does.)
+    // (A click on キャンセル must still get through, so the mouse does not check here; 更新 does.)
     if (editing() && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         auto *field = qobject_cast<QLineEdit *>(watched);

@@ -33,8 +33,6 @@ namespace SegmentKind = dictionary::SegmentKind;
 
 namespace {
 
-QString trueFalse(bool flag) { return flag ? QStringLiteral("True") : QStringLiteral("False"); }
-
 // The place codes under the document that the navigator chose, from 章 down to the
 // parent of the level.
 QStringList chosenParents(Level level)
@@ -84,6 +82,7 @@ frmDic03::frmDic03(QWidget *parent)
     layout->addWidget(heading);
 
     m_grid = new QTableView(this);
+    keepRoomWhenHidden(m_grid); // adding and editing hide it; the fields stay where they are
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     const QStringList headings = {QStringLiteral("Code"), segmented() ? QStringLiteral("文章") : levelCaption(level),
                                   QStringLiteral("正式名称"), QStringLiteral("変更フラグ"), QStringLiteral("区分")};
@@ -170,7 +169,7 @@ frmDic03::frmDic03(QWidget *parent)
     m_add = makeButton(this, QStringLiteral("cmdAdd"), QStringLiteral("追加(&A)"));
     m_edit = makeButton(this, QStringLiteral("cmdEdit"), QStringLiteral("編集(&E)"));
     m_update = makeButton(this, QStringLiteral("cmdUpdate"), QStringLiteral("更新(&U)"));
-    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ(&C)"));
+    m_cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル(&C)"));
     m_delete = makeButton(this, QStringLiteral("cmdDelete"), QStringLiteral("削除(&D)"));
     m_close = makeButton(this, QStringLiteral("cmdClose"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
@@ -229,11 +228,9 @@ void frmDic03::browse()
     m_rows = m_entries.entries();
     m_model->removeRows(0, m_model->rowCount());
     for (const LevelEntry &e : m_rows) {
-        QList<QStandardItem *> items;
         const QString standing = e.standard ? QStringLiteral("標準") : QStringLiteral("ユーザー");
-        for (const QString &cell : {e.code, segmented() ? e.text : e.name, e.formalName, trueFalse(e.changed), standing})
-            items << new QStandardItem(cell);
-        m_model->appendRow(items);
+        m_model->appendRow(
+            {gridText(e.code), gridText(segmented() ? e.text : e.name), gridText(e.formalName), gridFlag(e.changed), gridText(standing)});
     }
     setFieldsEnabled(false);
     const bool rows = !m_rows.isEmpty();
@@ -310,7 +307,7 @@ bool frmDic03::acceptNewClauseCode()
 bool frmDic03::eventFilter(QObject *watched, QEvent *event)
 {
     // Moving on by the keyboard checks the field left; a refused value keeps the focus.
-    // (A click on ｷｬﾝｾﾙ must still get through, so the mouse does not check here; 更新 does.)
+    // (A click on キャンセル must still get through, so the mouse does not check here; 更新 does.)
     if (editing() && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         auto *field = qobject_cast<QLineEdit *>(watched);

@@ -163,6 +163,10 @@ bool frmDicsentakuSub::eventFilter(QObject *watched, QEvent *event)
             if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
                 enterPicker(i);
         }
+        // A list that already has the focus (it came back with the window, or the kind
+        // changed under it) gets no focus event: an empty one is filled as it opens.
+        if (event->type() == QEvent::MouseButtonPress && !m_filling && m_pickers[i]->count() == 0 && m_pickers[i]->hasFocus())
+            enterPicker(i);
         if (event->type() == QEvent::KeyPress && i < kPickers - 1) {
             const int key = static_cast<QKeyEvent *>(event)->key();
             if ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_pickers[i + 1]->isVisible()) {

@@ -5,6 +5,7 @@
 #include "fileformats/DocxOutput.h"
 #include "pdf/PdfOutput.h"
 #include "export/SettingSubstitution.h"
+#include "export/WorkDataAge.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/forms/frmKakusyusettei.h"
 #include "base/AppState.h"
@@ -30,6 +31,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 #include <optional>
@@ -39,6 +41,9 @@ namespace normaris {
 namespace {
 
 enum Kind { RulesKind = 0, AgreementKind = 1, FilingKind = 2 };
+
+// The document's own name beside the text of its line in a list.
+constexpr int NameRole = Qt::UserRole + 1;
 
 // An option group in its frame; the first option is on.
 QButtonGroup *optionGroup(QWidget *owner, QGroupBox *frame, const QString &name, const QStringList &captions)
@@ -116,11 +121,8 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     lists->addWidget(m_filingFrame, 0, 0, 2, 1, Qt::AlignTop);
     lists->setRowStretch(1, 1);
     left->addLayout(lists, 1);
-    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]}) {
-        QSizePolicy policy = w->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        w->setSizePolicy(policy);
-    }
+    for (QWidget *w : std::initializer_list<QWidget *>{m_styleFrame, m_coverFrame, m_numberFrame, m_listLabel, m_lists[0], m_lists[1]})
+        keepRoomWhenHidden(w);
 
     // The steps from top to bottom, each arrow pointing to the next.
     struct Step {
@@ -196,8 +198,9 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
 
 void frmExport::changeEvent(QEvent *event)
 {
+    // Back from a step's form, the lists say which documents are out of date.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        placeOverMainWindow(this);
+        markStale();
     QDialog::changeEvent(event);
 }
 
@@ -210,6 +213,22 @@ void frmExport::reloadLists()
         for (const CodeAndName &d : DocumentList(AppState::cn()).selectedOfKind(QString::number(i + 1), kind)) {
             auto *item = new QListWidgetItem(d.name, m_lists[i]);
             item->setData(Qt::UserRole, d.code);
+            item->setData(NameRole, d.name);
+        }
+    }
+    markStale();
+}
+
+// A document whose work data are older than their words reads 要再作成.
+void frmExport::markStale()
+{
+    const WorkDataAge age(AppState::cn(), uiPrompt());
+    for (int i = 0; i < 2; ++i) {
+        const QString style = QString::number(i + 1);
+        for (int row = 0; row < m_lists[i]->count(); ++row) {
+            QListWidgetItem *item = m_lists[i]->item(row);
+            const QString name = item->data(NameRole).toString();
+            item->setText(age.isStale(style, item->data(Qt::UserRole).toString()) ? name + kStaleMark : name);
         }
     }
 }
@@ -291,6 +310,7 @@ void frmExport::openSettings()
         return;
     frmKakusyusettei form(this);
     form.exec();
+    markStale();
 }
 
 void frmExport::openWords()
@@ -301,6 +321,7 @@ void frmExport::openWords()
     frmGokusentakuSub form(this);
     form.exec();
     AppState::instance().WordsPreviewAllowed = false;
+    markStale();
 }
 
 void frmExport::substitute()
@@ -309,6 +330,7 @@ void frmExport::substitute()
         return;
     const AppState &state = AppState::instance();
     SettingSubstitution(AppState::cn(), uiPrompt()).run(state.CurBunshoKeishikiCode, state.CurKiteiCode);
+    markStale();
 }
 
 void frmExport::sendToWord()
@@ -317,10 +339,12 @@ void frmExport::sendToWord()
     if (!document)
         return;
     try {
-        const QString path = DocumentExport::temporaryPath(*document);
+        const QString path = temporaryDocumentPath();
         DocxOutput docx(path);
-        if (writeDocument(*document, docx) != Outcome::Done) {
-            QFile::remove(path);
+        const Outcome written = writeDocument(*document, docx);
+        markStale();
+        if (written != Outcome::Done) {
+            QDir(QFileInfo(path).path()).removeRecursively(); // the folder made for it, and nothing else
             return;
         }
         m_lastDocument = path;
@@ -351,20 +375,43 @@ Outcome frmExport::writeDocument(const QString &document, DocumentOutput &output
     return DocumentExport(AppState::cn(), uiPrompt()).write(state.CurBunshoKeishikiCode, document, options, outputs);
 }
 
-QString frmExport::proposedPdfName() const
+QString frmExport::documentName() const
 {
-    QString document = QStringLiteral("就業規則届");
-    if (m_kind->checkedId() != FilingKind) {
-        const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
-        document = item ? item->text() : QString();
-    }
-    QString name = AppState::instance().CompanyName + u'_' + document + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-    // A document's name may hold what a file name may not.
+    if (m_kind->checkedId() == FilingKind)
+        return QStringLiteral("就業規則届");
+    const QListWidgetItem *item = m_lists[m_style->checkedId()]->currentItem();
+    return item ? item->data(NameRole).toString() : QString();
+}
+
+namespace {
+
+// A company's or a document's name may hold what a file name may not.
+QString asFileName(QString name)
+{
     static const QString forbidden = QStringLiteral("\\/:*?\"<>|");
     for (QChar &c : name)
         if (forbidden.contains(c) || c.unicode() < 0x20)
             c = u'_';
-    return QDir::home().filePath(name + QStringLiteral(".pdf"));
+    return name;
+}
+
+} // namespace
+
+QString frmExport::proposedPdfName() const
+{
+    const QString name =
+        AppState::instance().CompanyName + u'_' + documentName() + u'_' + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    return QDir::home().filePath(asFileName(name) + QStringLiteral(".pdf"));
+}
+
+QString frmExport::temporaryDocumentPath() const
+{
+    // A folder of its own, so that the name can be the readable one.
+    QTemporaryDir folder(QDir::temp().filePath(QStringLiteral("normaris-XXXXXX")));
+    if (!folder.isValid())
+        throw Failure(QStringLiteral("一時フォルダ「%1」にファイルを作成できません。").arg(QDir::tempPath()));
+    folder.setAutoRemove(false);
+    return folder.filePath(asFileName(AppState::instance().CompanyName + u'_' + documentName()) + QStringLiteral(".docx"));
 }
 
 void frmExport::saveAsPdf()

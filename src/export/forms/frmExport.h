@@ -25,6 +25,9 @@ class PdfTypist;
 class frmExport : public QDialog {
     Q_OBJECT
 public:
+    // What a document's line in the lists ends with when its work data are out of date.
+    static inline const QString kStaleMark = QStringLiteral("（要再作成）");
+
     explicit frmExport(QWidget *parent = nullptr);
 
     // The path of the last document written, for the tests.
@@ -42,6 +45,7 @@ protected:
 
 private:
     void reloadLists();
+    void markStale();
     void showKind(int kind);
     void showStyle(int style);
     // The choosing step every button but 閉じる starts with: false after its message.
@@ -62,8 +66,12 @@ private:
     // The document the options and the list name (none for the filing forms), after the
     // choosing step; nothing after its message.
     std::optional<QString> chosenDocument();
+    // The chosen document's name (就業規則届 for the filing forms).
+    QString documentName() const;
     // 会社名_文書名_日付.pdf
     QString proposedPdfName() const;
+    // 会社名_文書名.docx in a new folder of its own in the temporary folder. Throws Failure.
+    QString temporaryDocumentPath() const;
     void openVersions();
 
     QButtonGroup *m_style = nullptr;  // Option2

@@ -40,7 +40,8 @@ void frmCopy01::act()
     if (SourceCompany::open(uiPrompt(), layout(), name) != Outcome::Done)
         return;
     frmCopy02 next(this);
-    next.exec();
+    if (next.exec() != WizardBack)
+        reject(); // 閉じる on a later step closes the whole wizard
 }
 
 void frmCopy01::done(int result)

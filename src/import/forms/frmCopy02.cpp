@@ -32,17 +32,20 @@ frmCopy02::frmCopy02(QWidget *parent) : QDialog(parent)
     }
     outer->addWidget(frame);
     auto *buttons = new QHBoxLayout;
+    QPushButton *back = makeButton(this, QStringLiteral("cmdBack"), QStringLiteral("< 戻る(&B)"));
     QPushButton *next = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));
     next->setDefault(true);
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
-    for (QPushButton *b : {next, close, help})
+    for (QPushButton *b : {back, next, close, help})
         buttons->addWidget(b);
     outer->addLayout(buttons);
+    connect(back, &QPushButton::clicked, this, [this] { done(WizardBack); });
     connect(next, &QPushButton::clicked, this, &frmCopy02::next);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+    markWizardStep(this);
     PlaceForm(this);
 }
 
@@ -55,7 +58,8 @@ void frmCopy02::next()
     }
     AppState::instance().CurBunshoKeishikiCode = QString::number(chosen + 1);
     frmCopy03 step(this);
-    step.exec();
+    if (step.exec() != WizardBack)
+        reject(); // 閉じる on the last step closes the whole wizard
 }
 
 } // namespace normaris

@@ -1,6 +1,7 @@
 #include "import/forms/frmCopy03.h"
 
 #include "base/AppState.h"
+#include "base/Failure.h"
 #include "import/EntryImport.h"
 #include "import/ImportLists.h"
 #include "import/SourceCompany.h"
@@ -77,24 +78,31 @@ frmCopy03::frmCopy03(QWidget *parent) : QDialog(parent)
     outer->addWidget(note);
 
     auto *buttons = new QHBoxLayout;
+    QPushButton *back = makeButton(this, QStringLiteral("cmdBack"), QStringLiteral("< 戻る(&B)"));
     QPushButton *run = makeButton(this, QStringLiteral("Command1"), QStringLiteral("データ取込(&I)"));
+    m_renumber = makeButton(this, QStringLiteral("cmdRenumber"), QStringLiteral("コードを振り直して取り込む(&N)"));
+    m_renumber->hide();
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
-    for (QPushButton *b : {run, close, help})
+    for (QPushButton *b : {back, m_renumber, run, close, help})
         buttons->addWidget(b);
     outer->addLayout(buttons);
-    connect(run, &QPushButton::clicked, this, &frmCopy03::importChosen);
+    connect(back, &QPushButton::clicked, this, [this] { done(WizardBack); });
+    connect(run, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Keep); });
+    connect(m_renumber, &QPushButton::clicked, this, [this] { importChosen(MarkerCodes::Renumber); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
 
     m_options[0]->setChecked(true);
     chooseLevel(0);
+    markWizardStep(this);
     PlaceForm(this);
 }
 
 void frmCopy03::chooseLevel(int depth)
 {
+    m_renumber->hide();
     m_level = depth;
     AppState::instance().CurShubetsu = kImportLevels[depth];
     for (int i = 0; i < kDepths; ++i) {
@@ -144,6 +152,7 @@ bool frmCopy03::fillList(int depth)
 
 void frmCopy03::listChanged(int depth)
 {
+    m_renumber->hide();
     m_codes[depth]->setText(chosenCode(depth));
     for (int i = depth + 1; i < kDepths; ++i) {
         m_lists[i]->clear();
@@ -151,8 +160,9 @@ void frmCopy03::listChanged(int depth)
     }
 }
 
-void frmCopy03::importChosen()
+void frmCopy03::importChosen(MarkerCodes codes)
 {
+    m_renumber->hide();
     for (int i = 0; i <= m_level; ++i) {
         if (chosenCode(i).isEmpty()) {
             uiPrompt().error(kUnchosen, importGuardText(kImportLevels[i]));
@@ -168,7 +178,13 @@ void frmCopy03::importChosen()
                                  &state.CurGouCode,   &state.CurMaruCode, &state.CurIrohaCode};
     for (int i = 0; i < kDepths; ++i)
         *current[i] = place.codes.value(i);
-    importEntry(AppState::cn(), SourceCompany::connection(), uiPrompt(), place);
+    if (importEntry(AppState::cn(), SourceCompany::connection(), uiPrompt(), place, codes) != Outcome::Stopped)
+        return;
+    try {
+        m_renumber->setVisible(codes == MarkerCodes::Keep && importRenumberable(AppState::cn(), SourceCompany::connection(), place));
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
 }
 
 } // namespace normaris

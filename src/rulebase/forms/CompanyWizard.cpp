@@ -44,8 +44,9 @@ CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(pare
     outer->addWidget(rule(this));
 
     auto *buttons = new QHBoxLayout;
-    QPushButton *back = makeButton(this, QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
+    QPushButton *back = m_back = makeButton(this, QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
     back->setEnabled(false);
+    connect(back, &QPushButton::clicked, this, [this] { done(WizardBack); });
     QPushButton *action = m_action = makeButton(this, QStringLiteral("Command2"), texts.action);
     action->setDefault(true);
     QPushButton *cancel = makeButton(this, QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
@@ -60,8 +61,11 @@ CompanyWizard::CompanyWizard(const Texts &texts, QWidget *parent) : QDialog(pare
 
     QDir::setCurrent(layout().dataDir());
     resize(twips(7200), twips(5400));
+    markWizardStep(this);
     PlaceForm(this);
 }
+
+void CompanyWizard::allowBack() { m_back->setEnabled(true); }
 
 QListWidget *CompanyWizard::addCompanyList(const QString &heading)
 {

@@ -1,6 +1,7 @@
 #pragma once
 // The frame of the company dialogs: two instruction lines, the content between two
-// rules, and the buttons 戻る (always off), the action, キャンセル and ヘルプ.
+// rules, and the buttons 戻る (on only for a step after the first), the action,
+// キャンセル and ヘルプ. Every one is a step of a wizard (see markWizardStep).
 
 #include "base/DataLayout.h"
 
@@ -24,6 +25,8 @@ public:
         QString label2;
     };
     CompanyWizard(const Texts &texts, QWidget *parent);
+    // Makes this a step after the first: 戻る goes back to the step before.
+    void allowBack();
 
 protected:
     // Where a dialog puts its own controls.
@@ -39,6 +42,7 @@ protected:
 private:
     QVBoxLayout *m_content = nullptr;
     QPushButton *m_action = nullptr;
+    QPushButton *m_back = nullptr;
 };
 
 } // namespace normaris

@@ -28,7 +28,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     QDir::setCurrent(layout.dataDir());
     auto *outer = new QVBoxLayout(this);
 
-    auto *sourceFrame = new QGroupBox(QStringLiteral("ﾊﾞｯｸｱｯﾌﾟ元を選択してください"), this);
+    auto *sourceFrame = new QGroupBox(QStringLiteral("バックアップ元を選択してください"), this);
     auto *sourceBox = new QVBoxLayout(sourceFrame);
     m_source = new QComboBox(sourceFrame);
     m_source->setObjectName(QStringLiteral("Combo1"));
@@ -37,7 +37,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     sourceBox->addWidget(m_source);
     outer->addWidget(sourceFrame);
 
-    auto *targetFrame = new QGroupBox(QStringLiteral("ﾊﾞｯｸｱｯﾌﾟ先を選択してください"), this);
+    auto *targetFrame = new QGroupBox(QStringLiteral("バックアップ先を選択してください"), this);
     auto *targetBox = new QVBoxLayout(targetFrame);
     m_standardPlace =
         new QRadioButton(QStringLiteral("標準のバックアップ先（%1）").arg(QDir::toNativeSeparators(layout.backupRoot())), targetFrame);
@@ -67,7 +67,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
         this);
     label1->setObjectName(QStringLiteral("Label1"));
     label1->setWordWrap(true);
-    auto *label2 = new QLabel(QStringLiteral("データファイルが大きいため、ＦＤドライブを選択するとエラーが発生します"), this);
+    auto *label2 = new QLabel(QStringLiteral("データファイルが大きいため、空き容量の少ない保存先を選択するとエラーが発生します"), this);
     label2->setObjectName(QStringLiteral("Label2"));
     label2->setWordWrap(true);
     outer->addWidget(label1);
@@ -75,7 +75,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 
     auto *buttons = new QHBoxLayout;
     QPushButton *ok = makeButton(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
-    QPushButton *cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("ｷｬﾝｾﾙ"));
+    QPushButton *cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル"));
     QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
     ok->setDefault(true);
     buttons->addStretch();

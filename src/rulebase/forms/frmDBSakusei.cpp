@@ -1,6 +1,7 @@
 #include "rulebase/forms/frmDBSakusei.h"
 
 #include "rulebase/CompanyFiles.h"
+#include "rulebase/CompanyNames.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QLabel>
@@ -30,7 +31,15 @@ frmDBSakusei::frmDBSakusei(const QString &formName, QWidget *parent)
 void frmDBSakusei::act()
 {
     if (CompanyFiles(layout(), uiPrompt()).createFromSeed(m_name->text()) == Outcome::Done)
-        accept();
+        openMade();
+}
+
+void frmDBSakusei::openMade()
+{
+    const QString name = m_name->text();
+    if (CompanyFiles(layout(), uiPrompt()).open(name) == Outcome::Done)
+        uiPrompt().information(QStringLiteral("ファイル作成の確認"), quotedName(name) + QStringLiteral("を作成し、開きました。"));
+    accept();
 }
 
 } // namespace normaris

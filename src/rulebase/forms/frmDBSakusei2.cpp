@@ -24,7 +24,7 @@ frmDBSakusei2::frmDBSakusei2(QWidget *parent) : frmDBSakusei(QStringLiteral("frm
 void frmDBSakusei2::act()
 {
     if (CompanyFiles(layout(), uiPrompt()).createFromCompany(m_name->text(), m_source->currentText()) == Outcome::Done)
-        accept();
+        openMade();
 }
 
 } // namespace normaris

@@ -2,6 +2,7 @@
 
 #include "rulebase/forms/frmDBSakusei.h"
 #include "rulebase/forms/frmDBSakusei2.h"
+#include "shell/forms/FormHelpers.h"
 
 #include <QGroupBox>
 #include <QRadioButton>
@@ -36,9 +37,15 @@ void frmDBSakuseiSub::act()
 {
     QDialog *next = m_standard->isChecked() ? static_cast<QDialog *>(new frmDBSakusei(parentWidget()))
                                             : static_cast<QDialog *>(new frmDBSakusei2(parentWidget()));
+    auto *step = static_cast<CompanyWizard *>(next);
+    step->allowBack();
     next->setAttribute(Qt::WA_DeleteOnClose);
+    // The next step takes this one's place; 戻る brings this one back.
     hide();
-    next->exec();
+    if (next->exec() == WizardBack) {
+        show();
+        return;
+    }
     accept();
 }
 

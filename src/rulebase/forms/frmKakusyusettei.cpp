@@ -40,11 +40,4 @@ frmKakusyusettei::frmKakusyusettei(QWidget *parent) : QDialog(parent)
     placeOverMainWindow(this);
 }
 
-void frmKakusyusettei::changeEvent(QEvent *event)
-{
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        placeOverMainWindow(this);
-    QDialog::changeEvent(event);
-}
-
 } // namespace normaris

@@ -9,9 +9,6 @@ class frmKakusyusettei : public QDialog {
     Q_OBJECT
 public:
     explicit frmKakusyusettei(QWidget *parent = nullptr);
-
-protected:
-    void changeEvent(QEvent *event) override;
 };
 
 } // namespace normaris

@@ -32,7 +32,7 @@ frmSaiteki::frmSaiteki(QWidget *parent) : QDialog(parent)
 
     auto *buttons = new QHBoxLayout;
     QPushButton *run = makeButton(this, QStringLiteral("最適化"), QStringLiteral("最適化"));
-    QPushButton *cancel = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ｷｬﾝｾﾙ"));
+    QPushButton *cancel = makeButton(this, QStringLiteral("Command1"), QStringLiteral("キャンセル"));
     QPushButton *help = makeButton(this, QStringLiteral("Command2"), QStringLiteral("ヘルプ(&H)"));
     buttons->addStretch();
     for (QPushButton *b : {run, cancel, help})

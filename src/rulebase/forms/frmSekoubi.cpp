@@ -96,11 +96,8 @@ frmSekoubi::frmSekoubi(QWidget *parent) : QDialog(parent), m_dates(AppState::cn(
             [this](int row) { m_status->setText(row >= 0 ? QStringLiteral("Record: %1").arg(row + 1) : QString()); });
 
     // The buttons that come and go with the dates keep their room: the form keeps its width.
-    for (QPushButton *b : std::initializer_list<QPushButton *>{m_edit, m_delete, m_moves[0], m_moves[1], m_moves[2], m_moves[3]}) {
-        QSizePolicy policy = b->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        b->setSizePolicy(policy);
-    }
+    for (QPushButton *b : std::initializer_list<QPushButton *>{m_edit, m_delete, m_moves[0], m_moves[1], m_moves[2], m_moves[3]})
+        keepRoomWhenHidden(b);
     reload();
     setMode(Mode::Browsing);
     placeOverMainWindow(this);

@@ -2,6 +2,7 @@
 
 #include "base/AppState.h"
 #include "shell/HelpContext.h"
+#include "shell/forms/HelpWindow.h"
 #include "shell/forms/MessageBoxPrompt.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -91,25 +93,100 @@ Prompt &uiPrompt()
 
 void setUiPrompt(Prompt *prompt) { installedPrompt() = prompt; }
 
-void PlaceForm(QWidget *form)
+namespace {
+
+// The window a form opens over: its parent's, else the main window's.
+QWidget *openerOf(QWidget *form)
 {
-    const QScreen *screen = form->screen() ? form->screen() : QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    const QRect area = screen->geometry();
-    const QSize size = form->frameGeometry().size().expandedTo(form->size());
-    form->move(area.left() + (area.width() - size.width()) / 3, area.top() + (area.height() - size.height()) / 3);
+    if (form->parentWidget())
+        return form->parentWidget()->window();
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (w != form && w->objectName() == QStringLiteral("frmMain01"))
+            return w;
+    }
+    return nullptr;
 }
 
-void placeOverMainWindow(QWidget *form)
-{
-    for (QWidget *w : QApplication::topLevelWidgets()) {
-        if (w->objectName() == QStringLiteral("frmMain01")) {
-            form->move(w->pos());
-            return;
+const char *const kWizardStep = "normarisWizardStep";
+
+bool isWizardStep(const QWidget *w) { return w->property(kWizardStep).toBool(); }
+
+// Places the form when it first shows (its size is known only then), and when it
+// closes gives the keyboard back to the control that had it when the form opened,
+// in the window beneath.
+class PlaceOnShow : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *form = static_cast<QWidget *>(watched);
+        if (event->type() == QEvent::Show) {
+            QWidget *opener = openerOf(form);
+            if (!m_placed && isWizardStep(form) && opener && isWizardStep(opener))
+                form->setGeometry(opener->geometry());
+            else if (!m_placed)
+                centreOver(form, opener);
+            m_placed = true;
+            QWidget *focus = QApplication::focusWidget();
+            m_returnTo = focus && focus->window() != form ? focus : nullptr;
+        } else if (event->type() == QEvent::Hide && m_returnTo) {
+            // After the closing is done, when nothing else takes the focus.
+            QTimer::singleShot(0, m_returnTo, [back = m_returnTo] {
+                const QWidget *modal = QApplication::activeModalWidget();
+                if (!back || !back->isVisible() || (modal && modal != back->window()))
+                    return;
+                back->window()->activateWindow();
+                back->setFocus(Qt::OtherFocusReason);
+            });
         }
+        return false;
     }
-    PlaceForm(form);
+
+private:
+    bool m_placed = false;
+    QPointer<QWidget> m_returnTo;
+};
+
+} // namespace
+
+void centreOver(QWidget *form, QWidget *over)
+{
+    const QScreen *screen = over && over->screen() ? over->screen() : form->screen();
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    // The frame around the form, as the window manager draws it (none before the first show).
+    const QSize frame = form->frameGeometry().size() - form->geometry().size();
+    const QSize fits = form->size().boundedTo(area.size() - frame);
+    if (fits != form->size())
+        form->resize(fits);
+    QRect place(QPoint(), fits + frame);
+    place.moveCenter(over ? over->frameGeometry().center() : area.center());
+    place.moveLeft(qBound(area.left(), place.left(), qMax(area.left(), area.right() + 1 - place.width())));
+    place.moveTop(qBound(area.top(), place.top(), qMax(area.top(), area.bottom() + 1 - place.height())));
+    form->move(place.topLeft());
+}
+
+void PlaceForm(QWidget *form)
+{
+    static const char *const placed = "normarisPlaced";
+    if (form->isVisible() || form->property(placed).toBool())
+        return;
+    form->setProperty(placed, true);
+    form->installEventFilter(new PlaceOnShow(form));
+}
+
+void placeOverMainWindow(QWidget *form) { PlaceForm(form); }
+
+void markWizardStep(QWidget *step) { step->setProperty(kWizardStep, true); }
+
+void keepRoomWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
 }
 
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption)
@@ -181,8 +258,7 @@ void showHelp(QWidget *form)
         uiPrompt().failure(QStringLiteral("ヘルプファイル「%1」が見つかりません。").arg(page));
         return;
     }
-    if (!openWithDesktop(page))
-        uiPrompt().failure(QStringLiteral("ヘルプ「%1」を開くアプリケーションが見つかりません。").arg(page));
+    HelpWindow::showPage(form, page);
 }
 
 } // namespace normaris

@@ -21,10 +21,20 @@ constexpr int twips(int t) { return t / 15; }
 Prompt &uiPrompt();
 void setUiPrompt(Prompt *prompt); // nullptr restores the message boxes
 
-// Places a form at one third of the free space of the screen in each direction.
+// Places a form, when it first shows, centred over the window that opened it (its
+// parent's window, else the main window), whole on the screen and no larger than
+// the screen's free space. It stays where the user moves it after that.
 void PlaceForm(QWidget *form);
-// Places a form at the top left corner of the main window, over it.
 void placeOverMainWindow(QWidget *form);
+// Centres form over the window over (the screen when null), inside the screen's free space.
+void centreOver(QWidget *form, QWidget *over);
+
+// A wizard is a row of steps, each a modal dialog opened by the step before it. A step
+// marked so opens in the size and place of the step it opens over, and one left by
+// its 戻る button ends with WizardBack, so that the step beneath stays; any other end
+// of a step (閉じる, キャンセル, Escape) closes the steps beneath it too.
+inline constexpr int WizardBack = 2;
+void markWizardStep(QWidget *step);
 // Selects the whole text of the box.
 void SelectAllText(QLineEdit *box);
 // Makes every line edit of the form select all on focus and move on with Enter.
@@ -39,10 +49,14 @@ void showBytes(QComboBox *combo, int bytes);
 // default action for that list).
 void actOnListItem(QListWidget *list, QPushButton *button);
 
+// The widget keeps its room in the layout while hidden, so that nothing moves.
+void keepRoomWhenHidden(QWidget *widget);
+
 // A push button with the objectName that tests and the help call find it by.
 QPushButton *makeButton(QWidget *parent, const QString &objectName, const QString &caption);
 
-// Opens the help page of the form (by its objectName) in the browser.
+// Shows the help page of the form (by its objectName) in the program's help window;
+// a page that is missing is named in a message.
 void showHelp(QWidget *form);
 // Opens a file with the desktop's default application, unless NORMARIS_NO_OPEN is set.
 bool openWithDesktop(const QString &path);
