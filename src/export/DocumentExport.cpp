@@ -6,6 +6,7 @@
 #include "base/BusyCursor.h"
 #include "base/Database.h"
 #include "base/Failure.h"
+#include "legal/LegalCheck.h"
 #include "rulebase/EffectiveDates.h"
 #include "versions/VersionRecorder.h"
 #include "versions/VersionStore.h"
@@ -49,6 +50,9 @@ void keepVersion(QSqlDatabase db, const QString &style, const QString &document,
 Outcome DocumentExport::write(const QString &style, const QString &document, const RenderOptions &options, const QString &docxPath,
                               const QString &textPath, ExtraOutput *extra)
 {
+    // A document of rules or an agreement that lacks what the law asks is made only when the user says so.
+    if (options.kind != ExportKind::Filing && !legal::confirmExportAgainstLaw(m_db, m_prompt, style, document))
+        return Outcome::Stopped;
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;

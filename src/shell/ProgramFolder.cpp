@@ -12,15 +12,21 @@ namespace normaris {
 void prepareProgramFolder(const QString &root, const QString &programDir)
 {
     const DataLayout target{root};
+    const DataLayout own{programDir};
     target.removeLeftoverWorkFolders();
+    // The legal requirements are the program's: a root always checks against those of this program.
+    if (QFileInfo(own.requirementsFile()).isFile() && QFileInfo(target.dataDir()).isDir()
+        && own.requirementsFile() != target.requirementsFile())
+        copyFileAtomically(own.requirementsFile(), target.requirementsFile());
     if (QFileInfo(target.seedFile()).isFile())
         return;
-    const DataLayout own{programDir};
     if (!QFileInfo(own.seedFile()).isFile())
         throw Failure(QStringLiteral("プログラムのフォルダに標準データ「%1」がありません。").arg(own.seedFile()));
     if (!QDir().mkpath(target.dataDir()))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target.dataDir()));
     copyFileAtomically(own.seedFile(), target.seedFile());
+    if (QFileInfo(own.requirementsFile()).isFile())
+        copyFileAtomically(own.requirementsFile(), target.requirementsFile());
     if (QFileInfo(programDir + QStringLiteral("/help")).isDir())
         copyFolderContents(programDir + QStringLiteral("/help"), root + QStringLiteral("/help"));
 }
