@@ -1,7 +1,6 @@
 #pragma once
 // Where things stand beneath the program folder (AppPath):
 //   Data/規程原本db.sqlite        the seed file every new company is copied from
-//   Data/法令要件.tsv             the legal requirements the check reads
 //   Data/<N>/<N>.sqlite           the data file of company N; the folder's name is the company's
 //   Data/<N>/<N>.sqlitewk         the work file while the data file is being optimised
 //   BackupDB/<N>/                 the default place of a backup of company N
@@ -18,8 +17,6 @@ struct DataLayout {
 
     QString dataDir() const { return appPath + QStringLiteral("/Data"); }
     QString seedFile() const { return dataDir() + QStringLiteral("/規程原本db.sqlite"); }
-    // The legal requirements on the documents, written beside the seed file at every build.
-    QString requirementsFile() const { return dataDir() + QStringLiteral("/法令要件.tsv"); }
     QString companyDir(const QString &name) const { return dataDir() + u'/' + name; }
     QString companyFile(const QString &name) const { return companyDir(name) + u'/' + name + QStringLiteral(".sqlite"); }
     QString backupRoot() const { return appPath + QStringLiteral("/BackupDB"); }

@@ -12,11 +12,17 @@ namespace normaris::legal {
 
 namespace {
 
-const std::pair<CheckState, const char16_t *> kStateNames[] = {{CheckState::Met, u"充足"},
-                                                               {CheckState::Missing, u"不足"},
-                                                               {CheckState::ToConfirm, u"要確認"},
-                                                               {CheckState::OutOfBounds, u"範囲外"},
-                                                               {CheckState::Coming, u"施行予定"}};
+// Each state's name and its colour in the list, 0xRRGGBB.
+struct StateInfo {
+    CheckState state;
+    const char16_t *name;
+    unsigned colour;
+};
+constexpr StateInfo kStates[] = {{CheckState::Met, u"充足", 0xD0F0D0},
+                                 {CheckState::Missing, u"不足", 0xF8C0C0},
+                                 {CheckState::ToConfirm, u"要確認", 0xF8F0A8},
+                                 {CheckState::OutOfBounds, u"範囲外", 0xF8D0A0},
+                                 {CheckState::Coming, u"施行予定", 0xD0E0F8}};
 
 QString fullWidth(const QString &text)
 {
@@ -221,10 +227,18 @@ QString countText(const QList<CheckResult> &results, CheckState state)
 
 QString stateName(CheckState state)
 {
-    for (const auto &[s, name] : kStateNames)
-        if (s == state)
-            return QString::fromUtf16(name);
+    for (const StateInfo &s : kStates)
+        if (s.state == state)
+            return QString::fromUtf16(s.name);
     return {};
+}
+
+unsigned stateColour(CheckState state)
+{
+    for (const StateInfo &s : kStates)
+        if (s.state == state)
+            return s.colour;
+    return 0xFFFFFF;
 }
 
 const QStringList &resultHeadings()

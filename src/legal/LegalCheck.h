@@ -18,6 +18,8 @@ enum class CheckState { Met, Missing, ToConfirm, OutOfBounds, Coming };
 
 // 充足, 不足, 要確認, 範囲外, 施行予定
 QString stateName(CheckState state);
+// The state's colour in the result list, 0xRRGGBB.
+unsigned stateColour(CheckState state);
 
 struct CheckResult {
     QString style;

@@ -230,11 +230,13 @@ QList<Requirement> loadRequirements(const QString &path)
     return table;
 }
 
+QString requirementsFile(const QString &appPath) { return DataLayout{appPath}.dataDir() + QStringLiteral("/法令要件.tsv"); }
+
 const QList<Requirement> &shippedRequirements()
 {
     static QString loadedFrom;
     static QList<Requirement> table;
-    const QString path = DataLayout{AppState::instance().AppPath}.requirementsFile();
+    const QString path = requirementsFile(AppState::instance().AppPath);
     if (loadedFrom != path) {
         table = loadRequirements(path);
         loadedFrom = path;
@@ -262,6 +264,16 @@ QStringList requirementsBehind(const QList<Requirement> &table, const QString &d
         }
     }
     return captions;
+}
+
+QString wordBound(const QList<Requirement> &table, const QString &document, const QString &word)
+{
+    QStringList bounds;
+    for (const Requirement &r : table) {
+        if (r.kind == RequirementKind::Bound && r.document == document && r.word == word)
+            bounds << r.boundText + u'（' + r.law + u'）';
+    }
+    return bounds.join(u'、');
 }
 
 } // namespace normaris::legal

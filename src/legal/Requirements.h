@@ -71,11 +71,17 @@ const QStringList &requirementColumns();
 QList<Requirement> parseRequirements(const QString &text, QList<RequirementError> &errors);
 // Reads the table from a file. Throws Failure when it can't be read or has a problem.
 QList<Requirement> loadRequirements(const QString &path);
+// Where the table stands beneath a program folder: beside the seed file.
+QString requirementsFile(const QString &appPath);
 // The table shipped with the program (Data/法令要件.tsv under AppPath), read once.
 const QList<Requirement> &shippedRequirements();
 
 // The requirements a dictionary entry stands behind: the "law caption" of every
 // requirement of the document with a place at or above the entry (or a word of it).
 QStringList requirementsBehind(const QList<Requirement> &table, const QString &document, Level level, const QStringList &codes);
+
+// The legal bound on a word of the document, as shown beside it: "100時間未満（労働基準法第36条第5項）";
+// empty when the law sets none.
+QString wordBound(const QList<Requirement> &table, const QString &document, const QString &word);
 
 } // namespace normaris::legal

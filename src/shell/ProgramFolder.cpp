@@ -1,6 +1,7 @@
 #include "shell/ProgramFolder.h"
 
 #include "base/DataLayout.h"
+#include "legal/Requirements.h"
 #include "base/FileOps.h"
 #include "base/Failure.h"
 
@@ -15,9 +16,9 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
     const DataLayout own{programDir};
     target.removeLeftoverWorkFolders();
     // The legal requirements are the program's: a root always checks against those of this program.
-    if (QFileInfo(own.requirementsFile()).isFile() && QFileInfo(target.dataDir()).isDir()
-        && own.requirementsFile() != target.requirementsFile())
-        copyFileAtomically(own.requirementsFile(), target.requirementsFile());
+    if (QFileInfo(legal::requirementsFile(programDir)).isFile() && QFileInfo(target.dataDir()).isDir()
+        && legal::requirementsFile(programDir) != legal::requirementsFile(root))
+        copyFileAtomically(legal::requirementsFile(programDir), legal::requirementsFile(root));
     if (QFileInfo(target.seedFile()).isFile())
         return;
     if (!QFileInfo(own.seedFile()).isFile())
@@ -25,8 +26,8 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
     if (!QDir().mkpath(target.dataDir()))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target.dataDir()));
     copyFileAtomically(own.seedFile(), target.seedFile());
-    if (QFileInfo(own.requirementsFile()).isFile())
-        copyFileAtomically(own.requirementsFile(), target.requirementsFile());
+    if (QFileInfo(legal::requirementsFile(programDir)).isFile())
+        copyFileAtomically(legal::requirementsFile(programDir), legal::requirementsFile(root));
     if (QFileInfo(programDir + QStringLiteral("/help")).isDir())
         copyFolderContents(programDir + QStringLiteral("/help"), root + QStringLiteral("/help"));
 }

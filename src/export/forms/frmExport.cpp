@@ -10,6 +10,8 @@
 #include "base/Failure.h"
 #include "shell/forms/FormHelpers.h"
 #include "versions/forms/frmVersions.h"
+#include "composition/forms/CompositionFlow.h"
+#include "legal/forms/frmLegalCheck.h"
 #include "words/forms/frmGokusentakuSub.h"
 
 #include <QButtonGroup>
@@ -172,6 +174,9 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     connect(versions, &QPushButton::clicked, this, &frmExport::openVersions);
     right->addSpacing(8);
     right->addWidget(versions);
+    QPushButton *legalCheck = makeButton(this, QStringLiteral("Command9"), QStringLiteral("法令チェック(&L)"));
+    connect(legalCheck, &QPushButton::clicked, this, &frmExport::openLegalCheck);
+    right->addWidget(legalCheck);
     m_steps[0] = findChild<QPushButton *>(QStringLiteral("Command4"));
     m_steps[1] = findChild<QPushButton *>(QStringLiteral("Command5"));
     m_steps[2] = findChild<QPushButton *>(QStringLiteral("Command6"));
@@ -379,6 +384,17 @@ void frmExport::printDocument()
     if (!typeDocument(document))
         return;
     showPrintPreview(document.pdf());
+}
+
+void frmExport::openLegalCheck()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    frmLegalCheck dialog(state.CurBunshoKeishikiCode, state.CurKiteiCode, this);
+    dialog.exec();
+    if (dialog.goesToPanel())
+        CompositionFlow::run(this);
 }
 
 void frmExport::openVersions()
