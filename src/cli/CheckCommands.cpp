@@ -4,6 +4,7 @@
 #include "base/AppState.h"
 #include "base/Failure.h"
 #include "legal/LegalCheck.h"
+#include "legal/pdf/CheckPdf.h"
 
 #include <QSaveFile>
 
@@ -28,6 +29,8 @@ int check(Context &c)
             return ExitStopped;
         }
     }
+    if (c.args.has(QStringLiteral("--pdf")) && !canLayOutPdf(c))
+        return ExitFailure;
     const QString style = c.args.has(QStringLiteral("--style")) ? c.args.option(QStringLiteral("--style")) : QStringLiteral("1");
     const QString document = c.args.option(QStringLiteral("--doc"));
     const QList<legal::Requirement> &table = legal::shippedRequirements();
@@ -51,6 +54,8 @@ int check(Context &c)
         writeTextFile(c.args.option(QStringLiteral("--text")), text);
     if (c.args.has(QStringLiteral("--xlsx")))
         legal::writeCheckXlsx(c.args.option(QStringLiteral("--xlsx")), results);
+    if (c.args.has(QStringLiteral("--pdf")))
+        legal::writeCheckPdf(c.args.option(QStringLiteral("--pdf")), c.args.option(QStringLiteral("--company")), results);
     return legal::hasFindings(results) ? ExitStopped : ExitDone;
 }
 
@@ -58,12 +63,12 @@ int check(Context &c)
 
 void addCheckCommands(QList<Command> &commands)
 {
-    commands << companyCommand({QStringLiteral("check")},
-                               {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")),
-                                optional(QStringLiteral("--date"), QStringLiteral("YYYY-MM-DD")),
-                                optional(QStringLiteral("--xlsx"), QStringLiteral("FILE.xlsx")),
-                                optional(QStringLiteral("--text"), QStringLiteral("FILE"))},
-                               {}, 0, 0, check, false);
+    commands << companyCommand(
+        {QStringLiteral("check")},
+        {optionalStyle(), optional(QStringLiteral("--doc"), QStringLiteral("CODE")),
+         optional(QStringLiteral("--date"), QStringLiteral("YYYY-MM-DD")), optional(QStringLiteral("--xlsx"), QStringLiteral("FILE.xlsx")),
+         optional(QStringLiteral("--text"), QStringLiteral("FILE")), optional(QStringLiteral("--pdf"), QStringLiteral("FILE.pdf"))},
+        {}, 0, 0, check, false);
 }
 
 } // namespace normaris::cli

@@ -188,12 +188,12 @@ QList<Requirement> parseRequirements(const QString &text, QList<RequirementError
         r.lapse = parseDate(cells[ColLapse], ok);
         if (!ok)
             fail(QStringLiteral("失効日「%1」は YYYY-MM-DD にしてください").arg(cells[ColLapse]));
-        for (const QString &text : cells[ColPlaces].split(u' ', Qt::SkipEmptyParts)) {
+        for (const QString &written : cells[ColPlaces].split(u' ', Qt::SkipEmptyParts)) {
             RequirementPlace place;
-            if (parsePlace(text, place))
+            if (parsePlace(written, place))
                 r.places << place;
             else
-                fail(QStringLiteral("場所「%1」が読めません（前文、章04、条0030、条0030項02号03 のように書きます）").arg(text));
+                fail(QStringLiteral("場所「%1」が読めません（前文、章04、条0030、条0030項02号03 のように書きます）").arg(written));
         }
         if (!r.pattern.isEmpty() && !QRegularExpression(r.pattern).isValid())
             fail(QStringLiteral("語「%1」は正規表現として読めません").arg(r.pattern));

@@ -4,6 +4,7 @@
 #include "base/Failure.h"
 #include "composition/Panels.h"
 #include "composition/forms/CompositionFlow.h"
+#include "legal/pdf/CheckPdf.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QColor>
@@ -23,6 +24,9 @@ frmLegalCheck::frmLegalCheck(const QString &style, const QString &document, QWid
     setWindowTitle(QStringLiteral("法令チェック"));
     chooseXlsxPath = [this](const QString &proposed) {
         return QFileDialog::getSaveFileName(this, QStringLiteral("法令チェック表の保存"), proposed, QStringLiteral("Excel (*.xlsx)"));
+    };
+    choosePdfPath = [this](const QString &proposed) {
+        return QFileDialog::getSaveFileName(this, QStringLiteral("法令チェック表の保存"), proposed, QStringLiteral("PDF (*.pdf)"));
     };
     try {
         if (document.isEmpty()) {
@@ -62,12 +66,15 @@ frmLegalCheck::frmLegalCheck(const QString &style, const QString &document, QWid
     layout->addWidget(m_list);
     auto *buttons = new QHBoxLayout;
     QPushButton *save = makeButton(this, QStringLiteral("Command1"), QStringLiteral("法令チェック表を保存(&X)"));
+    QPushButton *pdf = makeButton(this, QStringLiteral("Command3"), QStringLiteral("PDFで保存(&P)"));
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     buttons->addWidget(save);
+    buttons->addWidget(pdf);
     buttons->addStretch();
     buttons->addWidget(close);
     layout->addLayout(buttons);
     connect(save, &QPushButton::clicked, this, &frmLegalCheck::saveXlsx);
+    connect(pdf, &QPushButton::clicked, this, &frmLegalCheck::savePdf);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_list, &QTableWidget::cellDoubleClicked, this, [this](int row, int) { goToArticle(row); });
     resize(900, 480);
@@ -80,6 +87,18 @@ void frmLegalCheck::saveXlsx()
         return;
     try {
         legal::writeCheckXlsx(path, m_results);
+    } catch (const Failure &f) {
+        uiPrompt().failure(f.text());
+    }
+}
+
+void frmLegalCheck::savePdf()
+{
+    const QString path = choosePdfPath(QStringLiteral("法令チェック表.pdf"));
+    if (path.isEmpty())
+        return;
+    try {
+        legal::writeCheckPdf(path, AppState::instance().companyPanel(), m_results);
     } catch (const Failure &f) {
         uiPrompt().failure(f.text());
     }

@@ -25,11 +25,14 @@ public:
     // Where the .xlsx goes: a save dialog that proposes the name given; empty when the
     // user cancels. Tests put their own in its place.
     std::function<QString(const QString &proposed)> chooseXlsxPath;
+    // Where the PDF goes, the same way.
+    std::function<QString(const QString &proposed)> choosePdfPath;
     // Whether a double-click went to a row panel: the panel flow runs once this dialog closes.
     bool goesToPanel() const { return m_goToPanel; }
 
 private:
     void saveXlsx();
+    void savePdf();
     void goToArticle(int row);
 
     QTableWidget *m_list = nullptr;
