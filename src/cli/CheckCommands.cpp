@@ -2,6 +2,7 @@
 
 #include "cli/Cli.h"
 #include "base/AppState.h"
+#include "base/Database.h"
 #include "base/Failure.h"
 #include "legal/LegalCheck.h"
 #include "legal/pdf/CheckPdf.h"

@@ -208,7 +208,7 @@ QList<Requirement> parseRequirements(const QString &text, QList<RequirementError
         } else {
             if (!r.word.isEmpty() || !cells[ColComparison].isEmpty() || !cells[ColBound].isEmpty())
                 fail(QStringLiteral("語句と限度は区分が限度の行にだけ書きます"));
-            if (r.places.isEmpty())
+            if (cells[ColPlaces].trimmed().isEmpty())
                 fail(QStringLiteral("場所がありません"));
         }
         table << r;
