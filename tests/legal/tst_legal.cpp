@@ -299,6 +299,53 @@ private slots:
             QVERIFY2(strings.contains(s), qUtf8Printable(s));
     }
 
+    // On a new company through the command line: the standard rules check with nothing
+    // missing; compose release asks before releasing 条0030; check then lists 89条1号 as
+    // 不足 and exits 1; 120 hours in 36協定's 特別条項 is 範囲外 with its bound.
+    void commandLine()
+    {
+        TestRoot root;
+        root.makeCompany(kCompany);
+        const QStringList company = {QStringLiteral("--company"), kCompany};
+        const QStringList doc = company + QStringList{QStringLiteral("--style"), kStyle, QStringLiteral("--doc"), QStringLiteral("01")};
+        CliRun r = runCli(root.path(), QStringList{QStringLiteral("check")} + company);
+        QCOMPARE(r.status, 0);
+        QVERIFY(r.out.startsWith(QStringLiteral("■就業規則（")));
+        QVERIFY(!r.out.contains(QStringLiteral("不足")));
+        int row = -1;
+        for (const QString &line :
+             runCli(root.path(), QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out.split(u'\n')) {
+            if (line.section(u'\t', 2, 2) == u"3" && line.section(u'\t', 5, 5) == u"0030")
+                row = line.section(u'\t', 0, 0).toInt();
+        }
+        QVERIFY(row > 0);
+        r = runCli(root.path(), QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc
+                                    + QStringList{QStringLiteral("--row"), QString::number(row)});
+        QCOMPARE(r.status, 0);
+        QVERIFY2(r.err.contains(QStringLiteral(
+                     "\n法令チェック: 解除すると、次の法令上の記載事項が不足します。 ・労働基準法第89条第1号　休憩時間 解除しますか？\n")),
+                 qUtf8Printable(r.err));
+        r = runCli(root.path(), QStringList{QStringLiteral("check")} + doc);
+        QCOMPARE(r.status, 1);
+        QVERIFY(r.out.contains(QStringLiteral("\n不足　労働基準法第89条第1号　休憩時間\n")));
+        QCOMPARE(runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("01"),
+                                                 QStringLiteral("--date"), QStringLiteral("2027-13-01")}
+                                         + company)
+                     .status,
+                 1);
+        r = runCli(root.path(),
+                   QStringList{QStringLiteral("words"), QStringLiteral("set")} + company
+                       + QStringList{QStringLiteral("--doc"), QStringLiteral("31"), QStringLiteral("--chapter"), QStringLiteral("00"),
+                                     QStringLiteral("--article"), QStringLiteral("0007"), QStringLiteral("0013=１２０時間")});
+        QCOMPARE(r.status, 0);
+        r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("31")} + company);
+        QCOMPARE(r.status, 1);
+        QVERIFY2(
+            r.out.contains(QStringLiteral(
+                "範囲外　労働基準法第36条第5項　特別条項の１か月の時間外労働及び休日労働　第７条第２項第１号　１２０時間　100時間未満\n")),
+            qUtf8Printable(r.out));
+    }
+
     void wordOutOfBound()
     {
         TestRoot root;
