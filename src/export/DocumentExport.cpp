@@ -51,8 +51,11 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
                               const QString &textPath, ExtraOutput *extra)
 {
     // A document of rules or an agreement that lacks what the law asks is made only when the user says so.
-    if (options.kind != ExportKind::Filing && !legal::confirmExportAgainstLaw(m_db, m_prompt, style, document))
-        return Outcome::Stopped;
+    if (options.kind != ExportKind::Filing) {
+        const Outcome asked = legal::confirmExportAgainstLaw(m_db, m_prompt, style, document);
+        if (asked != Outcome::Done)
+            return asked;
+    }
     BusyCursor busy;
     DocxTypist docx;
     TextTypist text;

@@ -7,6 +7,11 @@
 
 #include <QHash>
 #include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
 
 namespace normaris::legal {
 
@@ -169,47 +174,45 @@ void checkBound(const Requirement &r, const ComposedDocument &doc, const QMultiH
     }
 }
 
+// Adds the printed number of every composed row that shows the requirement; the first
+// such row becomes the result's clause.
+void collectArticles(const ComposedDocument &doc, CheckResult &result, const std::function<bool(const CompositionRow &)> &shows)
+{
+    for (const CompositionRow &row : doc.rows()) {
+        if (!shows(row))
+            continue;
+        const QString printed = doc.printed(row.level, row.codes);
+        if (result.articles.isEmpty()) {
+            result.level = row.level;
+            result.codes = row.codes;
+        }
+        if (!result.articles.contains(printed))
+            result.articles << printed;
+    }
+}
+
+// Met by a composed place; else to confirm where the user's own text shows it; else missing.
 void checkStatement(const Requirement &r, const ComposedDocument &doc, CheckResult &result, bool &listed)
 {
     if (!r.places.isEmpty()) {
         result.level = r.places[0].level;
         result.codes = r.places[0].codes;
     }
-    for (const RequirementPlace &p : r.places) {
-        for (const CompositionRow &row : doc.rows()) {
-            if (row.level != p.level || !p.covers(row.level, row.codes))
-                continue;
-            const QString printed = doc.printed(row.level, row.codes);
-            if (result.articles.isEmpty()) {
-                result.level = row.level;
-                result.codes = row.codes;
-            }
-            if (!result.articles.contains(printed))
-                result.articles << printed;
-        }
-    }
+    for (const RequirementPlace &p : r.places)
+        collectArticles(doc, result, [&](const CompositionRow &row) { return row.level == p.level && p.covers(row.level, row.codes); });
+    listed = true;
     if (!result.articles.isEmpty()) {
         result.state = CheckState::Met;
-        listed = true;
         return;
     }
     if (!r.pattern.isEmpty()) {
         const QRegularExpression pattern(r.pattern);
-        for (const CompositionRow &row : doc.rows()) {
-            if (!ownText(row) || !(row.text.contains(pattern) || row.formalName.contains(pattern)))
-                continue;
-            const QString printed = doc.printed(row.level, row.codes);
-            if (result.articles.isEmpty()) {
-                result.level = row.level;
-                result.codes = row.codes;
-            }
-            if (!result.articles.contains(printed))
-                result.articles << printed;
-        }
+        collectArticles(doc, result, [&](const CompositionRow &row) {
+            return ownText(row) && (row.text.contains(pattern) || row.formalName.contains(pattern));
+        });
         if (!result.articles.isEmpty()) {
             result.state = CheckState::ToConfirm;
             result.value = r.patternCaption;
-            listed = true;
             return;
         }
     }
@@ -397,7 +400,7 @@ bool confirmReleaseAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &st
         QStringLiteral("解除すると、次の法令上の記載事項が不足します。\n%1\n解除しますか？").arg(names.join(u'\n')));
 }
 
-bool confirmExportAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &style, const QString &document)
+Outcome confirmExportAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &style, const QString &document)
 {
     CheckRequest request;
     request.style = style;
@@ -407,15 +410,16 @@ bool confirmExportAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &sty
         results = checkDocument(db, shippedRequirements(), request);
     } catch (const Failure &f) {
         prompt.failure(f.text());
-        return false;
+        return Outcome::Failed;
     }
     if (!hasFindings(results))
-        return true;
+        return Outcome::Done;
     QStringList counts = {countText(results, CheckState::Missing), countText(results, CheckState::OutOfBounds)};
     counts.removeAll(QString());
-    return prompt.questionNoByDefault(
+    const bool goOn = prompt.questionNoByDefault(
         QStringLiteral("法令チェック"),
         QStringLiteral("法令チェックで%1見つかりました。法令上の記載事項が不足しています。このまま作成しますか？").arg(counts.join(u'、')));
+    return goOn ? Outcome::Done : Outcome::Stopped;
 }
 
 } // namespace normaris::legal

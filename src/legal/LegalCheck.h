@@ -80,7 +80,8 @@ QList<CheckResult> leftMissingByRelease(QSqlDatabase db, const QList<Requirement
 bool confirmReleaseAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &style, const QString &document, Level level,
                               const QStringList &codes);
 // Before データをWordへ送る: when the document has anything 不足 or 範囲外, asks whether to
-// make it all the same. True when it may go on.
-bool confirmExportAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &style, const QString &document);
+// make it all the same. Done when it may go on, Stopped when the answer is no, Failed
+// after the failure's own text when the check could not read.
+Outcome confirmExportAgainstLaw(QSqlDatabase db, Prompt &prompt, const QString &style, const QString &document);
 
 } // namespace normaris::legal

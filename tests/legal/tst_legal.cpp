@@ -429,12 +429,12 @@ private slots:
         TestRoot root;
         QSqlDatabase db = root.openCompany(kCompany);
         ScriptedPrompt prompt;
-        QVERIFY(confirmExportAgainstLaw(db, prompt, kStyle, QStringLiteral("01")));
+        QCOMPARE(confirmExportAgainstLaw(db, prompt, kStyle, QStringLiteral("01")), Outcome::Done);
         QCOMPARE(prompt.lines(), QStringList());
         releaseArticle(db, QStringLiteral("01"), QStringLiteral("0030"));
         execSql(db, QStringLiteral("UPDATE 変数テーブル語句 SET 語句 = '５８歳' WHERE 規程Code = '01' AND Code = '0108'"));
         prompt.answer({false});
-        QVERIFY(!confirmExportAgainstLaw(db, prompt, kStyle, QStringLiteral("01")));
+        QCOMPARE(confirmExportAgainstLaw(db, prompt, kStyle, QStringLiteral("01")), Outcome::Stopped);
         QCOMPARE(prompt.lines(), QStringList{QStringLiteral("法令チェック: 法令チェックで不足が１件、範囲外が１件見つかりました。"
                                                             "法令上の記載事項が不足しています。このまま作成しますか？")});
     }
