@@ -216,6 +216,7 @@ QList<Command> allCommands()
     addDictCommands(commands);
     addImportCommands(commands);
     addVersionCommands(commands);
+    addCheckCommands(commands);
     return commands;
 }
 

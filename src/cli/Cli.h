@@ -90,6 +90,7 @@ void addExportCommands(QList<Command> &commands);
 void addDictCommands(QList<Command> &commands);
 void addImportCommands(QList<Command> &commands);
 void addVersionCommands(QList<Command> &commands);
+void addCheckCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output and help go to out; boxes
 // and usage errors to err.

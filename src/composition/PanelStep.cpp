@@ -1,6 +1,7 @@
 #include "composition/PanelStep.h"
 
 #include "composition/Panels.h"
+#include "legal/LegalCheck.h"
 
 namespace normaris {
 
@@ -27,6 +28,11 @@ PanelChoice choosePanelStep(QSqlDatabase db, Prompt &prompt, const PanelSelectio
     case PanelDecision::Kind::Confirm: break;
     }
     if (!prompt.question(d.title, d.text)) {
+        choice.kind = PanelChoice::Kind::Stopped;
+        return choice;
+    }
+    // A release that would leave a legal requirement unstated asks once more, naming it.
+    if (d.release && !legal::confirmReleaseAgainstLaw(db, prompt, s.style, s.document, d.current, row.codes)) {
         choice.kind = PanelChoice::Kind::Stopped;
         return choice;
     }

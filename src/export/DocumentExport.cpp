@@ -5,6 +5,7 @@
 #include "base/Database.h"
 #include "base/Failure.h"
 #include "document/TypistPair.h"
+#include "legal/LegalCheck.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -19,6 +20,12 @@ Outcome DocumentExport::write(const QString &style, const QString &document, con
         const Outcome fresh = WorkDataAge(m_db, m_prompt).refreshIfStale(style, document, true, WorkDataAge::ReadFailure::Described);
         if (fresh != Outcome::Done)
             return fresh;
+    }
+    // A document of rules or an agreement that lacks what the law asks is made only when the user says so.
+    if (options.kind != ExportKind::Filing) {
+        const Outcome asked = legal::confirmExportAgainstLaw(m_db, m_prompt, style, document);
+        if (asked != Outcome::Done)
+            return asked;
     }
     BusyCursor busy;
     QList<Typist *> typists;

@@ -6,7 +6,9 @@
 #include "base/Database.h"
 #include "base/Levels.h"
 #include "rulebase/CompanyDatabase.h"
+#include "legal/Requirements.h"
 #include "seed/SeedParser.h"
+#include "seed/SeedRequirements.h"
 #include "seed/SeedValidator.h"
 #include "seed/SeedWriter.h"
 
@@ -54,6 +56,12 @@ QString generateFrom(const QTemporaryDir &dir, const QString &style1, const QStr
             qFatal("cannot write the source");
         f.write(texts[style - 1].toUtf8());
     }
+    // A table of legal requirements with no rows.
+    QFile table(dir.path() + u'/' + kRequirementsFile);
+    if (!table.open(QIODevice::WriteOnly))
+        qFatal("cannot write the requirements");
+    table.write(legal::requirementColumns().join(u'\t').toUtf8() + '\n');
+    table.close();
     const QString seed = dir.path() + QStringLiteral("/seed.sqlite");
     const auto errors = generateSeed(dir.path(), seed);
     if (!errors.isEmpty())

@@ -6,9 +6,11 @@
 #include "rulebase/SegmentKind.h"
 #include "seed/SeedDraft.h"
 #include "seed/SeedParser.h"
+#include "seed/SeedRequirements.h"
 #include "seed/SeedValidator.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -187,8 +189,18 @@ QList<SourceError> generateSeed(const QString &sourceFolder, const QString &path
     Dictionary dictionary = readDictionary(sourceFolder, errors);
     resolveReferences(dictionary, errors);
     errors += validate(dictionary);
-    if (errors.isEmpty())
+    // The legal requirements travel beside the seed file, once checked against its dictionary.
+    const QString tablePath = sourceFolder + u'/' + kRequirementsFile;
+    QFile table(tablePath);
+    if (!table.open(QIODevice::ReadOnly)) {
+        errors << SourceError{kRequirementsFile, 0, QStringLiteral("ファイルを読めません")};
+        return errors;
+    }
+    errors += checkRequirements(dictionary, kRequirementsFile, QString::fromUtf8(table.readAll()));
+    if (errors.isEmpty()) {
         writeSeed(dictionary, path);
+        copyFileAtomically(tablePath, QFileInfo(path).absolutePath() + u'/' + kRequirementsFile);
+    }
     return errors;
 }
 

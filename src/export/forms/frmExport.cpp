@@ -13,6 +13,8 @@
 #include "shell/forms/FormHelpers.h"
 #include "versions/VersionOutput.h"
 #include "versions/forms/frmVersions.h"
+#include "composition/forms/CompositionFlow.h"
+#include "legal/forms/frmLegalCheck.h"
 #include "words/forms/frmGokusentakuSub.h"
 
 #include <QButtonGroup>
@@ -178,6 +180,9 @@ frmExport::frmExport(QWidget *parent) : QDialog(parent)
     connect(versions, &QPushButton::clicked, this, &frmExport::openVersions);
     right->addSpacing(8);
     right->addWidget(versions);
+    QPushButton *legalCheck = makeButton(this, QStringLiteral("Command9"), QStringLiteral("法令チェック(&L)"));
+    connect(legalCheck, &QPushButton::clicked, this, &frmExport::openLegalCheck);
+    right->addWidget(legalCheck);
     m_steps[0] = findChild<QPushButton *>(QStringLiteral("Command4"));
     m_steps[1] = findChild<QPushButton *>(QStringLiteral("Command5"));
     m_steps[2] = findChild<QPushButton *>(QStringLiteral("Command6"));
@@ -453,6 +458,17 @@ void frmExport::printDocument()
         return;
     PrintOutput output(showPrintPreview);
     writeDocument(*document, output);
+}
+
+void frmExport::openLegalCheck()
+{
+    if (!chooseStyleAndDocument())
+        return;
+    const AppState &state = AppState::instance();
+    frmLegalCheck dialog(state.CurBunshoKeishikiCode, state.CurKiteiCode, this);
+    dialog.exec();
+    if (dialog.goesToPanel())
+        CompositionFlow::run(this);
 }
 
 void frmExport::openVersions()

@@ -73,6 +73,8 @@ private:
     // 会社名_文書名.docx in a new folder of its own in the temporary folder. Throws Failure.
     QString temporaryDocumentPath() const;
     void openVersions();
+    // 法令チェック of the chosen document; a double-click in its list goes to the row panel.
+    void openLegalCheck();
 
     QButtonGroup *m_style = nullptr;  // Option2
     QButtonGroup *m_kind = nullptr;   // Option4

@@ -5,6 +5,7 @@
 #include "base/Database.h"
 #include "base/AppState.h"
 #include "base/Failure.h"
+#include "legal/Requirements.h"
 #include "shell/forms/FormHelpers.h"
 #include "words/EmbeddedWords.h"
 
@@ -19,6 +20,21 @@
 #include <QVBoxLayout>
 
 namespace normaris {
+
+namespace {
+
+// "限度 100時間未満（労働基準法第36条第5項）", or nothing when the table can't be read.
+QString wordBoundText(const QString &document, const QString &code)
+{
+    try {
+        const QString bound = legal::wordBound(legal::shippedRequirements(), document, code);
+        return bound.isEmpty() ? bound : QStringLiteral("限度 ") + bound;
+    } catch (const Failure &) {
+        return {};
+    }
+}
+
+} // namespace
 
 frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
 {
@@ -59,9 +75,13 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
         box->setObjectName(QStringLiteral("Text1_%1").arg(k));
         box->installEventFilter(this);
         showBytes(box, kWordLimit);
+        // The law's bound on the word, where it has one: a value beyond it is kept all the same.
+        auto *bound = new QLabel(this);
+        bound->setObjectName(QStringLiteral("Label4_%1").arg(k));
         rows->addWidget(caption, k, 0);
         rows->addWidget(code, k, 1);
         rows->addWidget(box, k, 2);
+        rows->addWidget(bound, k, 3);
         const bool used = k < m_shown;
         caption->setVisible(used || k == 0);
         code->setVisible(used);
@@ -70,7 +90,9 @@ frmGokusentaku_01::frmGokusentaku_01(QWidget *parent) : QDialog(parent)
             caption->setText(words[k].caption);
             code->setText(words[k].code);
             box->setText(words[k].word);
+            bound->setText(wordBoundText(state.CurKiteiCode, words[k].code));
         }
+        bound->setVisible(used && !bound->text().isEmpty());
         m_codes << code;
         m_words << box;
     }
