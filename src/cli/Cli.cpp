@@ -85,6 +85,7 @@ QString parseCommandLine(const Command &command, const QStringList &rest, Argume
         if (!o.choices.isEmpty() && !o.choices.contains(value))
             return QStringLiteral("%1 takes %2, not '%3'").arg(o.name, o.choices.join(u'|'), value);
         parsed.options.insert(o.name, value);
+        parsed.lists.insert(o.name, parser.values(name));
     }
     parsed.words = parser.positionalArguments();
     if (parsed.words.size() > command.maxArguments)
@@ -214,6 +215,7 @@ QList<Command> allCommands()
     addDictCommands(commands);
     addImportCommands(commands);
     addVersionCommands(commands);
+    addUpdateCommands(commands);
     return commands;
 }
 

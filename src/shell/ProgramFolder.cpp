@@ -13,6 +13,10 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
 {
     const DataLayout target{root};
     target.removeLeftoverWorkFolders();
+    // The releases of the dictionary go with the seed file.
+    const QString releases = QStringLiteral("/Data/releases");
+    if (!QFileInfo(root + releases).isDir() && QFileInfo(programDir + releases).isDir())
+        copyFolderContents(programDir + releases, root + releases);
     if (QFileInfo(target.seedFile()).isFile())
         return;
     const DataLayout own{programDir};

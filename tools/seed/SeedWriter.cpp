@@ -7,6 +7,7 @@
 #include "seed/SeedDraft.h"
 #include "seed/SeedParser.h"
 #include "seed/SeedValidator.h"
+#include "update/DictionaryRelease.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -171,6 +172,7 @@ void writeSeed(const Dictionary &dictionary, const QString &path)
             createSchema(db);
             Writer(db).write(dictionary);
             transaction.commit();
+            recordRelease(db, dictionary.release);
         }
         closeDatabase(kConnection);
         replaceFile(partial, path);
