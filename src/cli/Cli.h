@@ -41,9 +41,9 @@ Option optionalStyle();
 
 // The words and options of one command line, after the command's own words.
 struct Arguments {
-    QStringList words;               // the command's arguments
-    QHash<QString, QString> options; // --name value
-    QSet<QString> flags;             // --name alone
+    QStringList words;                 // the command's arguments
+    QHash<QString, QString> options;   // --name value
+    QSet<QString> flags;               // --name alone
     QHash<QString, QStringList> lists; // every value of an option given more than once
 
     QStringList values(const QString &name) const { return lists.value(name); }

@@ -70,8 +70,10 @@ int runUpdate(Context &c)
 void addUpdateCommands(QList<Command> &commands)
 {
     commands << Command{{QStringLiteral("company"), QStringLiteral("update")},
-                        {optional(QStringLiteral("--all")), optional(QStringLiteral("--dry-run")), optional(QStringLiteral("--take"), QStringLiteral("PLACE")),
-                         optional(QStringLiteral("--report"), QStringLiteral("F.xlsx")), optional(QStringLiteral("--text"), QStringLiteral("F.txt"))},
+                        {optional(QStringLiteral("--all")), optional(QStringLiteral("--dry-run")),
+                         optional(QStringLiteral("--take"), QStringLiteral("PLACE")),
+                         optional(QStringLiteral("--report"), QStringLiteral("F.xlsx")),
+                         optional(QStringLiteral("--text"), QStringLiteral("F.txt"))},
                         QStringLiteral("NAME"),
                         0,
                         1,

@@ -15,6 +15,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -37,8 +38,12 @@ struct EntryRows {
 
 const QStringList &holderColumns()
 {
-    static const QStringList columns = {QStringLiteral("規程Code"), QStringLiteral("章Code"),         QStringLiteral("条Code"),
-                                        QStringLiteral("項Code"),   QStringLiteral("号Code"),         QStringLiteral("号の細分丸Code"),
+    static const QStringList columns = {QStringLiteral("規程Code"),
+                                        QStringLiteral("章Code"),
+                                        QStringLiteral("条Code"),
+                                        QStringLiteral("項Code"),
+                                        QStringLiteral("号Code"),
+                                        QStringLiteral("号の細分丸Code"),
                                         QStringLiteral("号の細分イロハCode")};
     return columns;
 }
@@ -102,7 +107,8 @@ QList<QVariantList> readAll(QSqlDatabase db, const QString &table, const QString
                             const QVariantList &binds, const QString &order)
 {
     QList<QVariantList> out;
-    RowReader rows = execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(quotedList(columns), table, where, order), binds);
+    RowReader rows =
+        execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(quotedList(columns), table, where, order), binds);
     while (rows.next()) {
         QVariantList values;
         for (int i = 0; i < columns.size(); ++i)
@@ -122,8 +128,8 @@ EntryRows readEntry(QSqlDatabase db, const EntryKey &key)
                      segmented ? QStringLiteral("CAST(結合 AS INTEGER)") : QStringLiteral("rowid"));
     if (key.level != Level::Document) {
         const QString order = QStringLiteral("Code, CAST(結合 AS INTEGER)");
-        e.words = readAll(db, QStringLiteral("変数テーブル語句"), schemaTable(QStringLiteral("変数テーブル語句")).columnNames(), holderWhere(),
-                          holderBinds(key), order);
+        e.words = readAll(db, QStringLiteral("変数テーブル語句"), schemaTable(QStringLiteral("変数テーブル語句")).columnNames(),
+                          holderWhere(), holderBinds(key), order);
         e.references = readAll(db, QStringLiteral("変数テーブル番号"), schemaTable(QStringLiteral("変数テーブル番号")).columnNames(),
                                holderWhere(), holderBinds(key), order);
     }
@@ -141,7 +147,9 @@ bool entryExists(QSqlDatabase db, const EntryKey &key)
 
 bool entrySelected(QSqlDatabase db, const EntryKey &key)
 {
-    return scalar(db, QStringLiteral("SELECT 選択フラグ FROM \"%1\" WHERE %2 ORDER BY rowid LIMIT 1").arg(dictionaryTable(key.level), entryWhere(key.level)),
+    return scalar(db,
+                  QStringLiteral("SELECT 選択フラグ FROM \"%1\" WHERE %2 ORDER BY rowid LIMIT 1")
+                      .arg(dictionaryTable(key.level), entryWhere(key.level)),
                   entryBinds(key))
         .toBool();
 }
@@ -161,7 +169,9 @@ bool holdsEntriesBelow(QSqlDatabase db, const EntryKey &key)
             parts << QStringLiteral("\"%1\" = ?").arg(placeColumns()[i - 1]);
             binds << key.place[i];
         }
-        if (scalar(db, QStringLiteral("SELECT 1 FROM \"%1\" WHERE %2 LIMIT 1").arg(QString::fromUtf16(info.table), parts.join(QStringLiteral(" AND "))),
+        if (scalar(db,
+                   QStringLiteral("SELECT 1 FROM \"%1\" WHERE %2 LIMIT 1")
+                       .arg(QString::fromUtf16(info.table), parts.join(QStringLiteral(" AND "))),
                    binds)
                 .isValid())
             return true;
@@ -356,10 +366,12 @@ private:
                 m_composedDocuments.insert(k);
         }
         RowReader articles =
-            execSql(m_db, QStringLiteral("SELECT 文章形式Code, 規程Code, 条Code, 番号 FROM 作成データ補助～条 WHERE 種別 = ?"), {levelCode(Level::Article)});
+            execSql(m_db, QStringLiteral("SELECT 文章形式Code, 規程Code, 条Code, 番号 FROM 作成データ補助～条 WHERE 種別 = ?"),
+                    {levelCode(Level::Article)});
         while (articles.next()) {
-            m_articles.insert(QStringList{articles.value(0).toString(), articles.value(1).toString(), articles.value(2).toString()}.join(u'|'),
-                              QStringLiteral("第%1条").arg(fullWidthDigits(articles.value(3).toInt())));
+            m_articles.insert(
+                QStringList{articles.value(0).toString(), articles.value(1).toString(), articles.value(2).toString()}.join(u'|'),
+                QStringLiteral("第%1条").arg(fullWidthDigits(articles.value(3).toInt())));
         }
     }
 
@@ -433,7 +445,8 @@ private:
         const EntryRows fresh = readEntry(m_seed, key);
         insertEntryRows(m_db, key, fresh, false);
         noteHolders(key, fresh, {}, false, false);
-        const bool standard = !fresh.rows.isEmpty() && fresh.rows.first().value(int(fresh.columns.indexOf(QStringLiteral("選択フラグ")))).toBool();
+        const bool standard =
+            !fresh.rows.isEmpty() && fresh.rows.first().value(int(fresh.columns.indexOf(QStringLiteral("選択フラグ")))).toBool();
         if (standard && m_composedDocuments.contains(key.style + u'|' + key.place[0])) {
             UpdateEntry e = entry(UpdateKind::Proposed, key);
             e.requirement = legalRequirementFor(m_db, key);
@@ -453,8 +466,9 @@ private:
         if (changedByCompany || composed || holdsEntriesBelow(m_db, key)) {
             keep(key);
             UpdateEntry e = entry(UpdateKind::Kept, key);
-            e.note = composed ? QStringLiteral("作成中のため残す") : changedByCompany ? QStringLiteral("会社で変更済みのため残す")
-                                                                   : QStringLiteral("下に会社の条項があるため残す");
+            e.note = composed           ? QStringLiteral("作成中のため残す")
+                     : changedByCompany ? QStringLiteral("会社で変更済みのため残す")
+                                        : QStringLiteral("下に会社の条項があるため残す");
             list(e);
             return;
         }
@@ -606,8 +620,8 @@ int UpdateResult::count(UpdateKind kind) const
 QString UpdateResult::summary() const
 {
     QStringList counts;
-    for (UpdateKind kind : {UpdateKind::Replaced, UpdateKind::Conflict, UpdateKind::Added, UpdateKind::Proposed, UpdateKind::Removed,
-                            UpdateKind::Kept})
+    for (UpdateKind kind :
+         {UpdateKind::Replaced, UpdateKind::Conflict, UpdateKind::Added, UpdateKind::Proposed, UpdateKind::Removed, UpdateKind::Kept})
         counts << updateKindCaption(kind) + u' ' + QString::number(count(kind));
     QString line = company + QStringLiteral(": ") + from + (guessed ? QStringLiteral("（推定）") : QString()) + QStringLiteral(" → ") + to
                    + u' ' + counts.join(u'、');
@@ -657,9 +671,10 @@ Outcome CompanyUpdate::updateOpen(QSqlDatabase db, const QString &name, const Pr
             const Release *best = bestAgreeing(releases, dictionaryPrints(db));
             result.from = best ? best->name : releases.current.name;
             result.guessed = true;
-            m_prompt.information(kTitle, quotedName(name)
-                                             + QStringLiteral("には辞書の版が記録されていません。最もよく一致する版 %1 で作成されたものとして扱います。")
-                                                   .arg(result.from));
+            m_prompt.information(
+                kTitle, quotedName(name)
+                            + QStringLiteral("には辞書の版が記録されていません。最もよく一致する版 %1 で作成されたものとして扱います。")
+                                  .arg(result.from));
         }
         if (releaseNumber(result.from) > releaseNumber(result.to)) {
             m_prompt.warning(kTitle, quotedName(name) + QStringLiteral("は、このプログラムより新しい辞書で作成されています。"));

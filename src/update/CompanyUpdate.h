@@ -51,9 +51,9 @@ struct DocumentComparison {
 
 struct UpdateResult {
     QString company;
-    QString from;       // the company's release
+    QString from;         // the company's release
     bool guessed = false; // no release recorded: the best-agreeing one
-    QString to;         // the program's release
+    QString to;           // the program's release
     bool dryRun = false;
     QString backup; // the snapshot's folder
     QList<UpdateEntry> entries;
@@ -65,9 +65,9 @@ struct UpdateResult {
 };
 
 struct UpdateOptions {
-    bool dryRun = false;     // everything is worked out and nothing kept
-    QStringList take;        // the places of 競合 whose new text the user takes
-    bool compare = true;     // keep the versions and make the 新旧対照表
+    bool dryRun = false; // everything is worked out and nothing kept
+    QStringList take;    // the places of 競合 whose new text the user takes
+    bool compare = true; // keep the versions and make the 新旧対照表
 };
 
 // The program's release: the seed file's, with every recorded release.

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace normaris {
 
 namespace {
@@ -111,8 +113,7 @@ EntryKey EntryKey::parent() const
     }
     p.place[depth] = QString();
     for (const LevelInfo &info : kLevels) {
-        if (info.placeDepth == depth - 1 && info.level != Level::Closing && info.level != Level::Preamble
-            && info.level != Level::Document)
+        if (info.placeDepth == depth - 1 && info.level != Level::Closing && info.level != Level::Preamble && info.level != Level::Document)
             p.level = info.level;
     }
     return p;
@@ -166,8 +167,9 @@ ReleasePrints dictionaryPrints(QSqlDatabase db)
             texts[k] += (!first && lineBreak ? QStringLiteral("\n") : QString()) + text;
         }
     }
-    const QString placeSelect = QStringLiteral("種別, COALESCE(規程Code,''), COALESCE(章Code,''), COALESCE(条Code,''), COALESCE(項Code,''), "
-                                               "COALESCE(号Code,''), COALESCE(号の細分丸Code,''), COALESCE(号の細分イロハCode,'')");
+    const QString placeSelect =
+        QStringLiteral("種別, COALESCE(規程Code,''), COALESCE(章Code,''), COALESCE(条Code,''), COALESCE(項Code,''), "
+                       "COALESCE(号Code,''), COALESCE(号の細分丸Code,''), COALESCE(号の細分イロハCode,'')");
     auto holderOf = [](const RowReader &rows) {
         QStringList parts;
         for (int i = 0; i < 8; ++i)
@@ -176,20 +178,22 @@ ReleasePrints dictionaryPrints(QSqlDatabase db)
     };
     QMap<QString, QString> wordShapes, wordValues, references;
     {
-        RowReader rows = execSql(db, QStringLiteral("SELECT %1, Code, 結合, 表示名称, 語句 FROM 変数テーブル語句 ORDER BY %1, Code, CAST(結合 AS INTEGER)")
-                                         .arg(placeSelect));
+        RowReader rows = execSql(
+            db, QStringLiteral("SELECT %1, Code, 結合, 表示名称, 語句 FROM 変数テーブル語句 ORDER BY %1, Code, CAST(結合 AS INTEGER)")
+                    .arg(placeSelect));
         while (rows.next()) {
             const QString at = holderOf(rows);
-            wordShapes[at] += QStringList{rows.value(8).toString(), rows.value(9).toString(), rows.value(10).toString()}.join(kField) + kRecord;
+            wordShapes[at] +=
+                QStringList{rows.value(8).toString(), rows.value(9).toString(), rows.value(10).toString()}.join(kField) + kRecord;
             wordValues[at] += rows.value(8).toString() + kField + rows.value(11).toString() + kRecord;
         }
     }
     {
-        RowReader rows =
-            execSql(db, QStringLiteral("SELECT %1, Code, 結合, 変換参照■規程Code, 変換参照■章Code, 変換参照■条Code, 変換参照■項Code, "
-                                       "変換参照■号Code, 変換参照■号の細分丸Code, 変換参照■号の細分イロハCode, 変換参照■結合, 変換参照■種別 "
-                                       "FROM 変数テーブル番号 ORDER BY %1, Code, CAST(結合 AS INTEGER)")
-                            .arg(placeSelect));
+        RowReader rows = execSql(
+            db, QStringLiteral("SELECT %1, Code, 結合, 変換参照■規程Code, 変換参照■章Code, 変換参照■条Code, 変換参照■項Code, "
+                               "変換参照■号Code, 変換参照■号の細分丸Code, 変換参照■号の細分イロハCode, 変換参照■結合, 変換参照■種別 "
+                               "FROM 変数テーブル番号 ORDER BY %1, Code, CAST(結合 AS INTEGER)")
+                    .arg(placeSelect));
         while (rows.next()) {
             QStringList values;
             for (int i = 8; i < 19; ++i)

@@ -57,12 +57,14 @@ QString updateReportText(const UpdateResult &result)
 
 void writeUpdateReport(const QString &path, const UpdateResult &result)
 {
-    const QList<XlsxColumn> columns = {{QStringLiteral("区分"), 10},       {QStringLiteral("場所"), 30},       {QStringLiteral("規程"), 24},
-                                       {QStringLiteral("条"), 10},         {QStringLiteral("出荷時の文章"), 50}, {QStringLiteral("会社の文章"), 50},
-                                       {QStringLiteral("新しい文章"), 50}, {QStringLiteral("根拠"), 24},       {QStringLiteral("注記"), 24}};
+    const QList<XlsxColumn> columns = {
+        {QStringLiteral("区分"), 10},       {QStringLiteral("場所"), 30},         {QStringLiteral("規程"), 24},
+        {QStringLiteral("条"), 10},         {QStringLiteral("出荷時の文章"), 50}, {QStringLiteral("会社の文章"), 50},
+        {QStringLiteral("新しい文章"), 50}, {QStringLiteral("根拠"), 24},         {QStringLiteral("注記"), 24}};
     QList<QStringList> rows;
     for (const UpdateEntry &e : result.entries)
-        rows << QStringList{updateKindCaption(e.kind), e.place, e.documentName, e.article, e.shipped, e.company, e.offered, e.requirement, e.note};
+        rows << QStringList{
+            updateKindCaption(e.kind), e.place, e.documentName, e.article, e.shipped, e.company, e.offered, e.requirement, e.note};
     writeXlsxSheet(path, QStringLiteral("ディクショナリ更新　") + result.summary(), columns, rows);
 }
 

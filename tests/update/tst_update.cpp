@@ -1,6 +1,7 @@
 // ディクショナリ更新: three releases made from the project's own sources, companies made
 // from the first and updated to the others, entry by entry.
 
+#include "CliRun.h"
 #include "ReleaseSources.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
@@ -33,8 +34,8 @@ const QString kNewest = QStringLiteral("2099.02");
 QString userRows(QSqlDatabase db)
 {
     QString out;
-    for (const QString &table : {QStringLiteral("規程"), QStringLiteral("前文"), QStringLiteral("章"), QStringLiteral("条"), QStringLiteral("項"),
-                                 QStringLiteral("号"), QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ"),
+    for (const QString &table : {QStringLiteral("規程"), QStringLiteral("前文"), QStringLiteral("章"), QStringLiteral("条"),
+                                 QStringLiteral("項"), QStringLiteral("号"), QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ"),
                                  QStringLiteral("変数テーブル語句"), QStringLiteral("変数テーブル番号")}) {
         const QString key = table == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
         RowReader rows = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2\" = '75' ORDER BY ID").arg(table, key));
@@ -85,6 +86,7 @@ private slots:
     void dryRunKeepsTheCompany();
     void recordTravelsWithCopies();
     void allCompanies();
+    void commandLine();
 
 private:
     // A program folder whose seed file is that of release a, with every release recorded.
@@ -113,8 +115,10 @@ void TestUpdate::initTestCase()
         lines = replaceLine(lines, QStringLiteral("参照 0001 条0002 項01 号01"), QStringLiteral("参照 0001 条0002 項01 号02"));
         lines = removeParagraph(lines, QStringLiteral("0006"), QStringLiteral("03"));
         lines = removeParagraph(lines, QStringLiteral("0014"), QStringLiteral("02"));
-        lines = appendArticle(lines, QStringLiteral("6901"), QStringLiteral("在庫の条"), QStringLiteral("在庫として加える条文である。"), true);
-        lines = appendArticle(lines, QStringLiteral("6902"), QStringLiteral("標準の条"), QStringLiteral("標準案に加える条文である。"), false);
+        lines =
+            appendArticle(lines, QStringLiteral("6901"), QStringLiteral("在庫の条"), QStringLiteral("在庫として加える条文である。"), true);
+        lines =
+            appendArticle(lines, QStringLiteral("6902"), QStringLiteral("標準の条"), QStringLiteral("標準案に加える条文である。"), false);
         return lines;
     });
     m_every = makeRelease(every, kNewer, seedOf(QStringLiteral("every")));
@@ -126,14 +130,16 @@ void TestUpdate::initTestCase()
         lines = appendToParagraph(lines, QStringLiteral("0001"), QStringLiteral("02"), QStringLiteral("（改）"));
         lines = appendToParagraph(lines, QStringLiteral("0004"), QStringLiteral("02"), QStringLiteral("（改）"));
         lines = appendToParagraph(lines, QStringLiteral("0005"), QStringLiteral("01"), QStringLiteral("（改）"));
-        lines = appendArticle(lines, QStringLiteral("6901"), QStringLiteral("在庫の条"), QStringLiteral("在庫として加える条文である。"), true);
+        lines =
+            appendArticle(lines, QStringLiteral("6901"), QStringLiteral("在庫の条"), QStringLiteral("在庫として加える条文である。"), true);
         return lines;
     });
     m_three = makeRelease(three, kNewest, seedOf(QStringLiteral("three")));
 
     {
         QSqlDatabase db = openDatabase(seedOf(QStringLiteral("first")), QStringLiteral("test_probe_seed"), OpenMode::ReadOnly);
-        RowReader rows = execSql(db, QStringLiteral("SELECT 章Code, 条Code, 項Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'"));
+        RowReader rows =
+            execSql(db, QStringLiteral("SELECT 章Code, 条Code, 項Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'"));
         QVERIFY(rows.next());
         m_probationChapter = rows.value(0).toString();
         m_probationArticle = rows.value(1).toString();
@@ -243,8 +249,10 @@ void TestUpdate::everyKindOfChange()
     for (const UpdateEntry &e : result.entries)
         stockArticle = stockArticle || (e.place.endsWith(QStringLiteral(":条6901")) && e.kind == UpdateKind::Added);
     QVERIFY(stockArticle);
-    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6901'")).toInt(), 0);
-    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6902'")).toInt(), 0);
+    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6901'")).toInt(),
+             0);
+    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6902'")).toInt(),
+             0);
 
     // The 競合 with its three texts; the company's text is kept.
     const UpdateEntry *conflict = entryAt(result, QStringLiteral("1:規程01:章01:条0005:項01"));
@@ -256,27 +264,34 @@ void TestUpdate::everyKindOfChange()
     QVERIFY(clauseText(db, QStringLiteral("1"), QStringLiteral("0001"), QStringLiteral("02")).endsWith(QStringLiteral("（改）")));
 
     // The word: the new caption, the company's value.
-    RowReader word = execSql(db, QStringLiteral("SELECT 表示名称, 語句, 選択フラグ FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'"));
+    RowReader word =
+        execSql(db, QStringLiteral("SELECT 表示名称, 語句, 選択フラグ FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'"));
     QVERIFY(word.next());
     QCOMPARE(word.value(0).toString(), QStringLiteral("試用の期間"));
     QCOMPARE(word.value(1).toString(), QStringLiteral("２か月"));
     QCOMPARE(word.value(2).toInt(), 1);
     QVERIFY(!word.next());
     // The reference's new target.
-    QCOMPARE(scalar(db, QStringLiteral("SELECT 変換参照■号Code FROM 変数テーブル番号 WHERE 規程Code = '01' AND 条Code = '0003' AND Code = '0001'"))
+    QCOMPARE(scalar(db, QStringLiteral(
+                            "SELECT 変換参照■号Code FROM 変数テーブル番号 WHERE 規程Code = '01' AND 条Code = '0003' AND Code = '0001'"))
                  .toString(),
              QStringLiteral("02"));
     // The removed stock clause is gone with its rows; the composed one stays in style 1 only.
     QVERIFY(!scalar(db, QStringLiteral("SELECT 1 FROM 項 WHERE 規程Code = '01' AND 条Code = '0014' AND Code = '02'")).isValid());
-    QCOMPARE(scalar(db, QStringLiteral("SELECT COUNT(DISTINCT 文章形式Code) FROM 項 WHERE 規程Code = '01' AND 条Code = '0006' AND Code = '03'")).toInt(), 1);
-    QVERIFY(scalar(db, QStringLiteral("SELECT 1 FROM 変数テーブル番号 WHERE 規程Code = '01' AND 条Code = '0006' AND 項Code = '03'")).isValid());
+    QCOMPARE(
+        scalar(db, QStringLiteral("SELECT COUNT(DISTINCT 文章形式Code) FROM 項 WHERE 規程Code = '01' AND 条Code = '0006' AND Code = '03'"))
+            .toInt(),
+        1);
+    QVERIFY(
+        scalar(db, QStringLiteral("SELECT 1 FROM 変数テーブル番号 WHERE 規程Code = '01' AND 条Code = '0006' AND 項Code = '03'")).isValid());
 
     // Composition intact: the same rows, the replaced clause's text followed.
     QCOMPARE(scalar(db, QStringLiteral("SELECT COUNT(*) FROM 作成データ補助項～")).toInt(), composedBefore);
-    QVERIFY(scalar(db, QStringLiteral("SELECT 文章 FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0001' "
-                                      "AND 項Code = '02' AND 種別 = '4'"))
-                .toString()
-                .endsWith(QStringLiteral("（改）")));
+    QVERIFY(
+        scalar(db, QStringLiteral("SELECT 文章 FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0001' "
+                                  "AND 項Code = '02' AND 種別 = '4'"))
+            .toString()
+            .endsWith(QStringLiteral("（改）")));
     QCOMPARE(userRows(db), ownBefore);
     QCOMPARE(recordedRelease(db), kNewer);
 
@@ -344,9 +359,11 @@ void TestUpdate::threeClausesAndAStockArticle()
     QVERIFY(conflict->company.endsWith(QStringLiteral("（当社）")));
     QVERIFY(conflict->offered.endsWith(QStringLiteral("（改）")));
     QVERIFY(!conflict->shipped.contains(QStringLiteral("（")) || conflict->shipped != conflict->company);
-    QCOMPARE(scalar(db, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'")).toString(), QStringLiteral("２か月"));
+    QCOMPARE(scalar(db, QStringLiteral("SELECT 語句 FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0002'")).toString(),
+             QStringLiteral("２か月"));
     QCOMPARE(userRows(db), ownBefore);
-    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6901'")).toInt(), 0);
+    QCOMPARE(scalar(db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = '6901'")).toInt(),
+             0);
     for (const DocumentComparison &c : result.comparisons) {
         if (c.style != u"1" || c.document != u"01") {
             QVERIFY2(c.text.isEmpty(), qUtf8Printable(c.name + u'\n' + c.text));
@@ -371,8 +388,10 @@ void TestUpdate::companyWithoutRecord()
     UpdateOptions options;
     options.compare = false;
     QCOMPARE(CompanyUpdate(root.layout(), prompt).update(kCompany, options, result), Outcome::Done);
-    QCOMPARE(prompt.lines(), QStringList{kTitleLine + QStringLiteral("『甲』には辞書の版が記録されていません。最もよく一致する版 %1 で作成されたものとして扱います。")
-                                                          .arg(m_first.name)});
+    QCOMPARE(prompt.lines(),
+             QStringList{kTitleLine
+                         + QStringLiteral("『甲』には辞書の版が記録されていません。最もよく一致する版 %1 で作成されたものとして扱います。")
+                               .arg(m_first.name)});
     QVERIFY(result.guessed);
     QCOMPARE(result.from, m_first.name);
     QVERIFY(entryAt(result, QStringLiteral("1:規程01:章01:条0001:項02")));
@@ -416,7 +435,8 @@ void TestUpdate::dryRunKeepsTheCompany()
     // Taking the new text of a 競合.
     {
         QSqlDatabase db = openDatabase(file, QStringLiteral("test_edit"));
-        execSql(db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（当社）' WHERE 規程Code = '01' AND 条Code = '0005' AND Code = '01' AND 結合 <= '1'"));
+        execSql(db, QStringLiteral(
+                        "UPDATE 項 SET 項 = 項 || '（当社）' WHERE 規程Code = '01' AND 条Code = '0005' AND Code = '01' AND 結合 <= '1'"));
     }
     closeDatabase(QStringLiteral("test_edit"));
     options.dryRun = false;
@@ -427,9 +447,12 @@ void TestUpdate::dryRunKeepsTheCompany()
     QVERIFY(taken);
     QCOMPARE(updateKindCaption(taken->kind), QStringLiteral("置換"));
     QCOMPARE(taken->note, QStringLiteral("新しい文章にする"));
-    QVERIFY(valueIn(file, QStringLiteral("SELECT group_concat(項, '') FROM 項 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0005' AND Code = '01'"))
-                .toString()
-                .endsWith(QStringLiteral("（改）")));
+    QVERIFY(
+        valueIn(file,
+                QStringLiteral(
+                    "SELECT group_concat(項, '') FROM 項 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0005' AND Code = '01'"))
+            .toString()
+            .endsWith(QStringLiteral("（改）")));
 }
 
 void TestUpdate::recordTravelsWithCopies()
@@ -463,15 +486,50 @@ void TestUpdate::allCompanies()
     UpdateOptions options;
     options.compare = false;
     QStringList lines;
-    QCOMPARE(CompanyUpdate(root.layout(), prompt).updateAll(options,
-                                                             [&](int done, int total, const QString &, Outcome outcome, const UpdateResult &r) {
-                                                                 QCOMPARE(total, 2);
-                                                                 QCOMPARE(outcome, Outcome::Done);
-                                                                 lines << QString::number(done) + u' ' + r.summary().section(u'（', 0, 0);
-                                                             }),
+    QCOMPARE(CompanyUpdate(root.layout(), prompt)
+                 .updateAll(options,
+                            [&](int done, int total, const QString &, Outcome outcome, const UpdateResult &r) {
+                                QCOMPARE(total, 2);
+                                QCOMPARE(outcome, Outcome::Done);
+                                lines << QString::number(done) + u' ' + r.summary().section(u'（', 0, 0);
+                            }),
              Outcome::Done);
-    const QString counts = QStringLiteral(": %1 → %2 置換 4、競合 0、追加 4、追加候補 0、削除 0、残置 0").arg(m_first.name, kNewest);
+    const QString counts = QStringLiteral(": %1 → %2 置換 6、競合 0、追加 4、追加候補 0、削除 0、残置 0").arg(m_first.name, kNewest);
     QCOMPARE(lines, (QStringList{QStringLiteral("1 乙") + counts, QStringLiteral("2 甲") + counts}));
+}
+
+void TestUpdate::commandLine()
+{
+    TestRoot root;
+    install(root, seedOf(QStringLiteral("first")));
+    root.makeCompany(kCompany);
+    install(root, seedOf(QStringLiteral("three")));
+    const QString text = root.path() + QStringLiteral("/更新.txt");
+    const QString xlsx = root.path() + QStringLiteral("/更新.xlsx");
+    CliRun r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--text"), text,
+                                    QStringLiteral("--report"), xlsx});
+    QCOMPARE(r.err, QString());
+    QCOMPARE(r.status, 0);
+    const QString counts =
+        QStringLiteral("甲: %1 → %2 置換 6、競合 0、追加 4、追加候補 0、削除 0、残置 0（バックアップ: ").arg(m_first.name, kNewest);
+    QVERIFY2(r.out.startsWith(counts), qUtf8Printable(r.out));
+    QVERIFY(QFileInfo(xlsx).size() > 0);
+    const QString report = readText(text);
+    QVERIFY(report.contains(QStringLiteral("［置換］1:規程01:章01:条0001:項02　就業規則　第１条")));
+    QVERIFY(report.contains(QStringLiteral("■ 就業規則（である調）")));
+
+    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), QStringLiteral("--all")});
+    QCOMPARE(r.status, 0);
+    QCOMPARE(r.out, QStringLiteral("甲: %1 → %1 置換 0、競合 0、追加 0、追加候補 0、削除 0、残置 0\n").arg(kNewest));
+
+    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update")});
+    QCOMPARE(r.status, 2);
+    QCOMPARE(r.err, QStringLiteral("ディクショナリ更新: 会社名か --all のどちらかを指定してください。\n"));
+
+    install(root, seedOf(QStringLiteral("first")));
+    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--dry-run")});
+    QCOMPARE(r.status, 1);
+    QCOMPARE(r.err, QStringLiteral("ディクショナリ更新: 『甲』は、このプログラムより新しい辞書で作成されています。\n"));
 }
 
 QTEST_GUILESS_MAIN(TestUpdate)

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace normaris::seed {
 
 namespace {
@@ -75,16 +77,18 @@ QList<SourceError> settleRelease(const QString &sourceFolder, const QString &see
     }
     const auto recorded = std::find_if(releases.cbegin(), releases.cend(), [&](const Release &r) { return r.name == now.name; });
     if (recorded == releases.cend()) {
-        errors << SourceError{shown, 0,
-                              QStringLiteral("版 %1 の指紋が記録されていません。cmake --build build --target record-release で記録してください")
-                                  .arg(now.name)};
+        errors << SourceError{
+            shown, 0,
+            QStringLiteral("版 %1 の指紋が記録されていません。cmake --build build --target record-release で記録してください")
+                .arg(now.name)};
     } else if (recorded->prints != now.prints) {
         errors << SourceError{shown, 0,
                               QStringLiteral("辞書の内容が記録された版 %1 と違います（%2）。%3 に新しい版の名前を書き、"
                                              "cmake --build build --target record-release で記録してください")
                                   .arg(now.name, difference(recorded->prints, now.prints), kReleaseNameFile)};
     } else if (releaseNumber(releases.last().name) > releaseNumber(now.name)) {
-        errors << SourceError{kReleaseNameFile, 1, QStringLiteral("版 %1 より新しい版 %2 が記録されています").arg(now.name, releases.last().name)};
+        errors << SourceError{kReleaseNameFile, 1,
+                              QStringLiteral("版 %1 より新しい版 %2 が記録されています").arg(now.name, releases.last().name)};
     }
     if (!errors.isEmpty())
         return errors;
