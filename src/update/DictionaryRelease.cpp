@@ -143,7 +143,7 @@ ReleasePrints dictionaryPrints(QSqlDatabase db)
         const Level level = info.level;
         const QStringList keys = entryKeyColumns(level);
         const QStringList content = contentColumns(level);
-        QString order = u"文章形式Code," + quoted(keys);
+        QString order = QStringLiteral("文章形式Code,") + quoted(keys);
         if (info.segmented)
             order += QStringLiteral(", CAST(結合 AS INTEGER)");
         RowReader rows = execSql(db, QStringLiteral("SELECT 文章形式Code, %1, %2 FROM \"%3\" ORDER BY %4")

@@ -57,7 +57,7 @@ inline int paragraphLine(const QStringList &lines, const QString &article, const
         const QString t = lines[i].trimmed();
         if (t.startsWith(u"条 ") || t.startsWith(u"章 "))
             return -1;
-        if (t == u"項 " + paragraph)
+        if (t == QStringLiteral("項 ") + paragraph)
             return i;
     }
     return -1;
