@@ -4,6 +4,7 @@
 
 #include "BenchCompany.h"
 #include "base/Database.h"
+#include "rulebase/EffectiveDates.h"
 #include "update/CompanyUpdate.h"
 #include "update/DictionaryRelease.h"
 
@@ -22,11 +23,18 @@ const QString kEarlier = QStringLiteral("2000.01");
 // that release recorded beside the program's.
 void makeEarlier(QSqlDatabase db, const DataLayout &layout)
 {
+    // Dated, as a company whose documents were printed.
+    QStringList documents;
+    RowReader rows = execSql(db, QStringLiteral("SELECT Code FROM 規程 WHERE 文章形式Code = '1' AND 選択フラグ = 1"));
+    while (rows.next())
+        documents << rows.value(0).toString();
+    for (const QString &document : documents)
+        EffectiveDates(db, document).add(kStyle, QDate(2026, 4, 1));
     execSql(db,
             QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE rowid IN (SELECT MIN(rowid) FROM 項 WHERE CAST(Code AS INTEGER) < 70 "
                            "GROUP BY 文章形式Code, 規程Code, 条Code, Code ORDER BY 文章形式Code, 規程Code, 条Code, Code LIMIT 100)"));
     const Release earlier{kEarlier, dictionaryPrints(db)};
-    QFile file(layout.dataDir() + QStringLiteral("/releases/") + kEarlier + QStringLiteral(".tsv"));
+    QFile file(releasesFolder(layout.appPath) + u'/' + kEarlier + QStringLiteral(".tsv"));
     if (!file.open(QIODevice::WriteOnly) || file.write(releaseFileText(earlier).toUtf8()) < 0)
         std::fprintf(stderr, "cannot write the earlier release\n");
     recordRelease(db, kEarlier);

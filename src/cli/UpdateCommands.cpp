@@ -1,6 +1,7 @@
 // company update: the dictionary update of one company or of all.
 
 #include "cli/Cli.h"
+#include "base/Failure.h"
 #include "update/CompanyUpdate.h"
 #include "update/UpdateReport.h"
 

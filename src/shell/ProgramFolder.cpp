@@ -14,7 +14,7 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
     const DataLayout target{root};
     target.removeLeftoverWorkFolders();
     // The releases of the dictionary go with the seed file.
-    const QString releases = QStringLiteral("/Data/releases");
+    const QString releases = QStringLiteral("/releases");
     if (!QFileInfo(root + releases).isDir() && QFileInfo(programDir + releases).isDir())
         copyFolderContents(programDir + releases, root + releases);
     if (QFileInfo(target.seedFile()).isFile())

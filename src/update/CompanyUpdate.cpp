@@ -154,6 +154,21 @@ bool entrySelected(QSqlDatabase db, const EntryKey &key)
         .toBool();
 }
 
+// Whether the entry stands in the company's composition (a document it composes).
+bool entryComposed(QSqlDatabase db, const EntryKey &key)
+{
+    QStringList parts = {QStringLiteral("文章形式Code = ?"), QStringLiteral("規程Code = ?"), QStringLiteral("種別 = ?")};
+    QVariantList binds = {key.style, key.place[0], levelCode(key.level)};
+    for (int i = 1; i <= placeDepth(key.level); ++i) {
+        parts << QStringLiteral("\"%1\" = ?").arg(placeColumns()[i - 1]);
+        binds << key.place[i];
+    }
+    return scalar(db,
+                  QStringLiteral("SELECT 1 FROM \"%1\" WHERE %2 LIMIT 1").arg(workingTable(key.level), parts.join(QStringLiteral(" AND "))),
+                  binds)
+        .isValid();
+}
+
 // Whether the company keeps entries below key (its own, which no release touches).
 bool holdsEntriesBelow(QSqlDatabase db, const EntryKey &key)
 {
@@ -225,6 +240,20 @@ void followComposition(QSqlDatabase db, const EntryKey &key, const EntryRows &fr
     if (old.isEmpty())
         return;
     execSql(db, QStringLiteral("DELETE FROM \"%1\" WHERE %2").arg(table, where), binds);
+    // Every segment has a 順番 of its own: the rows after the clause move by the change in
+    // its segments, within the 条 (or, above 項, within the document).
+    const int delta = int(fresh.rows.size()) - int(old.size());
+    if (delta != 0) {
+        QString scope = QStringLiteral("文章形式Code = ? AND 規程Code = ?");
+        QVariantList scopeBinds = {key.style, key.place[0]};
+        if (isClauseLevel(key.level)) {
+            scope += QStringLiteral(" AND 章Code = ? AND 条Code = ?");
+            scopeBinds << key.place[1] << key.place[2];
+        }
+        execSql(db, QStringLiteral("UPDATE \"%1\" SET 順番 = 順番 + ? WHERE %2 AND 順番 > ?").arg(table, scope),
+                QVariantList{delta} + scopeBinds + QVariantList{old.last().order});
+    }
+    int order = old.first().order;
     QList<CompositionRow> rows;
     const QString textColumnName = textColumn(key.level);
     for (const QVariantList &values : fresh.rows) {
@@ -244,6 +273,7 @@ void followComposition(QSqlDatabase db, const EntryKey &key, const EntryRows &fr
         if (fresh.columns.contains(QStringLiteral("正式名称")))
             r.formalName = value(QStringLiteral("正式名称")).toString();
         r.changed = false;
+        r.order = order++;
         rows << r;
     }
     insertCompositionRows(db, table, rows);
@@ -358,13 +388,9 @@ public:
 private:
     void readNames()
     {
-        RowReader rows = execSql(m_db, QStringLiteral("SELECT 文章形式Code, Code, 規程, 選択フラグ FROM 規程"));
-        while (rows.next()) {
-            const QString k = rows.value(0).toString() + u'|' + rows.value(1).toString();
-            m_names.insert(k, rows.value(2).toString());
-            if (rows.value(3).toBool())
-                m_composedDocuments.insert(k);
-        }
+        RowReader rows = execSql(m_db, QStringLiteral("SELECT 文章形式Code, Code, 規程 FROM 規程"));
+        while (rows.next())
+            m_names.insert(rows.value(0).toString() + u'|' + rows.value(1).toString(), rows.value(2).toString());
         RowReader articles =
             execSql(m_db, QStringLiteral("SELECT 文章形式Code, 規程Code, 条Code, 番号 FROM 作成データ補助～条 WHERE 種別 = ?"),
                     {levelCode(Level::Article)});
@@ -447,7 +473,9 @@ private:
         noteHolders(key, fresh, {}, false, false);
         const bool standard =
             !fresh.rows.isEmpty() && fresh.rows.first().value(int(fresh.columns.indexOf(QStringLiteral("選択フラグ")))).toBool();
-        if (standard && m_composedDocuments.contains(key.style + u'|' + key.place[0])) {
+        // Part of the standard draft of what the company composed: selected in the release
+        // under an entry the company has composed.
+        if (standard && entryComposed(m_db, key.parent())) {
             UpdateEntry e = entry(UpdateKind::Proposed, key);
             e.requirement = legalRequirementFor(m_db, key);
             list(e);
@@ -462,7 +490,7 @@ private:
         if (!m_company.contains(k))
             return;
         const bool changedByCompany = m_company.value(k).shape != m_from.prints.value(k).shape;
-        const bool composed = entrySelected(m_db, key);
+        const bool composed = entryComposed(m_db, key);
         if (changedByCompany || composed || holdsEntriesBelow(m_db, key)) {
             keep(key);
             UpdateEntry e = entry(UpdateKind::Kept, key);
@@ -543,7 +571,6 @@ private:
     UpdateResult &m_result;
     ReleasePrints m_company;
     QHash<QString, QString> m_names;
-    QSet<QString> m_composedDocuments;
     QHash<QString, QString> m_articles;
     QMap<QString, Holders> m_holders;
     QSet<QString> m_keptPlaces;
@@ -636,7 +663,7 @@ ProgramReleases ProgramReleases::read(const DataLayout &layout)
 {
     ProgramReleases r;
     r.seedFile = layout.seedFile();
-    r.known = readReleases(layout.dataDir() + QStringLiteral("/releases"));
+    r.known = readReleases(releasesFolder(layout.appPath));
     SeedConnection seed(r.seedFile);
     r.current.name = recordedRelease(seed.db());
     if (const Release *recorded = r.find(r.current.name))

@@ -47,6 +47,7 @@ struct DocumentComparison {
     qint64 before = 0; // the kept versions
     qint64 after = 0;
     QString text; // the table as plain text; empty when nothing printed changed
+    QString note; // why there is no table (a document that can't be substituted yet)
 };
 
 struct UpdateResult {

@@ -4,7 +4,7 @@
 // flags, its words' captions and words, its references' targets; not its selection and
 // not what is below it. A release is a name (年.月, such as 2026.11) and the
 // fingerprints of every entry it shipped. data/releases/ keeps one file per release;
-// the build copies them to Data/releases/ beside the seed file.
+// the build copies them to releases/ of the program folder.
 //
 // A data file records the release it was made from in SQLite's user_version (年×100+月):
 // it travels with every copy of the file (VACUUM INTO, new companies, backups), and the
@@ -65,6 +65,10 @@ QString releaseFileText(const Release &release);
 Release parseReleaseFile(const QString &path);
 // Every release file of folder, oldest first. Throws Failure on a damaged one.
 QList<Release> readReleases(const QString &folder);
+
+// The folder of the release files in a program folder: <AppPath>/releases (beside Data/,
+// where every folder is a company).
+inline QString releasesFolder(const QString &appPath) { return appPath + QStringLiteral("/releases"); }
 
 // 2026.11 ↔ 202611; 0 for a name that is not of the form 年.月.
 int releaseNumber(const QString &name);

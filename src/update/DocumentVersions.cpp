@@ -23,7 +23,9 @@ public:
 
 } // namespace
 
-qint64 DocumentVersions::keep(const QString &style, const QString &document, const QString &kind)
+// Every document is built before any is substituted: a document that cites another
+// numbers its references from the other's work data.
+void DocumentVersions::keepAll()
 {
     QuietPrompt prompt;
     auto check = [&](Outcome outcome) {
@@ -31,14 +33,32 @@ qint64 DocumentVersions::keep(const QString &style, const QString &document, con
             throw Failure(prompt.m_last);
         return outcome == Outcome::Done;
     };
-    if (!check(WorkDataBuild(m_db, prompt).build(style, document)) || !check(SettingSubstitution(m_db, prompt).run(style, document)))
-        return 0;
-    RenderOptions options;
-    options.kind = kind == u"2" ? ExportKind::Agreement : ExportKind::Rules;
-    if (!check(DocumentExport(m_db, prompt).write(style, document, options, QString())))
-        return 0;
-    const QList<VersionHeader> versions = VersionStore(m_db).list(style, document);
-    return versions.isEmpty() ? 0 : versions.last().id;
+    QList<bool> built;
+    for (Composed &d : m_documents) {
+        prompt.m_last.clear();
+        built << check(WorkDataBuild(m_db, prompt).build(d.style, d.document));
+        d.note = built.last() ? QString() : prompt.m_last;
+    }
+    for (qsizetype i = 0; i < m_documents.size(); ++i) {
+        Composed &d = m_documents[i];
+        d.latest = 0;
+        if (!built[i])
+            continue;
+        prompt.m_last.clear();
+        if (!check(SettingSubstitution(m_db, prompt).run(d.style, d.document))) {
+            d.note = prompt.m_last;
+            continue;
+        }
+        RenderOptions options;
+        options.kind = d.kind == u"2" ? ExportKind::Agreement : ExportKind::Rules;
+        prompt.m_last.clear();
+        if (!check(DocumentExport(m_db, prompt).write(d.style, d.document, options, QString()))) {
+            d.note = prompt.m_last;
+            continue;
+        }
+        const QList<VersionHeader> versions = VersionStore(m_db).list(d.style, d.document);
+        d.latest = versions.isEmpty() ? 0 : versions.last().id;
+    }
 }
 
 void DocumentVersions::keepBefore()
@@ -47,18 +67,25 @@ void DocumentVersions::keepBefore()
     RowReader rows = execSql(m_db, QStringLiteral("SELECT 文章形式Code, Code, 規程, 文章種別 FROM 規程 WHERE 選択フラグ = 1 "
                                                   "AND EXISTS (SELECT 1 FROM 作成データ補助～条 a WHERE a.文章形式Code = 規程.文章形式Code "
                                                   "AND a.規程Code = 規程.Code) ORDER BY 文章形式Code, Code"));
-    while (rows.next())
-        m_documents << Composed{rows.value(0).toString(), rows.value(1).toString(), rows.value(2).toString(), rows.value(3).toString()};
+    while (rows.next()) {
+        Composed d;
+        d.style = rows.value(0).toString();
+        d.document = rows.value(1).toString();
+        d.name = rows.value(2).toString();
+        d.kind = rows.value(3).toString();
+        m_documents << d;
+    }
+    keepAll();
     for (Composed &d : m_documents)
-        d.before = keep(d.style, d.document, d.kind);
+        d.before = d.latest;
 }
 
 QList<DocumentComparison> DocumentVersions::keepAfter()
 {
+    keepAll();
     QList<DocumentComparison> out;
     for (const Composed &d : std::as_const(m_documents)) {
-        DocumentComparison c{d.style, d.document, d.name, d.before, 0, {}};
-        c.after = keep(d.style, d.document, d.kind);
+        DocumentComparison c{d.style, d.document, d.name, d.before, d.latest, {}, d.note};
         if (c.before && c.after && c.before != c.after) {
             QuietPrompt prompt;
             ComparisonRequest request;

@@ -16,12 +16,14 @@ public:
     QList<DocumentComparison> keepAfter();
 
 private:
-    // The version kept of one document, or 0 when there is nothing to print.
-    qint64 keep(const QString &style, const QString &document, const QString &kind);
+    // Keeps a version of every document: its number in latest, 0 when nothing printed.
+    void keepAll();
 
     struct Composed {
         QString style, document, name, kind;
         qint64 before = 0;
+        qint64 latest = 0;
+        QString note; // why no version was kept
     };
     QSqlDatabase m_db;
     QList<Composed> m_documents;

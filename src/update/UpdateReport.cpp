@@ -50,7 +50,10 @@ QString updateReportText(const UpdateResult &result)
     }
     for (const DocumentComparison &c : result.comparisons) {
         lines << QString() << QStringLiteral("■ %1（%2）").arg(c.name, styleCaption(c.style));
-        lines << (c.text.isEmpty() ? QStringLiteral("印刷される文章に変更はありません。") : c.text.trimmed());
+        if (!c.note.isEmpty())
+            lines << QStringLiteral("新旧対照表を作成できません。（%1）").arg(c.note);
+        else
+            lines << (c.text.isEmpty() ? QStringLiteral("印刷される文章に変更はありません。") : c.text.trimmed());
     }
     return lines.join(u'\n') + u'\n';
 }

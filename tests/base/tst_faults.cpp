@@ -253,7 +253,7 @@ Run updateStep(Fixture &f)
     execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
     execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
     const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
-    QFile file(f.root.layout().dataDir() + QStringLiteral("/releases/2000.01.tsv"));
+    QFile file(releasesFolder(f.root.path()) + QStringLiteral("/2000.01.tsv"));
     if (!file.open(QIODevice::WriteOnly) || file.write(releaseFileText(earlier).toUtf8()) < 0)
         qFatal("could not write the earlier release");
     file.close();

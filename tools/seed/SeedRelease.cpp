@@ -92,8 +92,10 @@ QList<SourceError> settleRelease(const QString &sourceFolder, const QString &see
     }
     if (!errors.isEmpty())
         return errors;
-    // The program reads them beside the seed file.
-    const QString installed = QFileInfo(seedPath).absolutePath() + u'/' + kReleasesFolder;
+    // The program reads them in its folder, the one above the seed file's.
+    QDir programFolder = QFileInfo(seedPath).absoluteDir();
+    programFolder.cdUp();
+    const QString installed = releasesFolder(programFolder.absolutePath());
     QDir(installed).removeRecursively();
     QDir().mkpath(installed);
     for (const Release &r : std::as_const(releases)) {

@@ -12,7 +12,7 @@ namespace normaris::seed {
 enum class ReleaseMode { Check, Record };
 
 // Checks (or first records) the release of the seed file at seedPath against
-// sourceFolder/releases, then copies every release file to releases/ beside the seed.
+// sourceFolder/releases, then copies every release file to releases/ of the program folder (above the seed's).
 QList<SourceError> settleRelease(const QString &sourceFolder, const QString &seedPath, ReleaseMode mode);
 
 } // namespace normaris::seed
