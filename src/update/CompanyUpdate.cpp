@@ -48,14 +48,6 @@ const QStringList &holderColumns()
     return columns;
 }
 
-QString quotedList(const QStringList &columns)
-{
-    QStringList q;
-    for (const QString &c : columns)
-        q << u'"' + c + u'"';
-    return q.join(u',');
-}
-
 // The columns of a table as the file has them (a file of the older form lacks 結合種別).
 QStringList fileColumns(QSqlDatabase db, const QString &table)
 {
@@ -108,7 +100,7 @@ QList<QVariantList> readAll(QSqlDatabase db, const QString &table, const QString
 {
     QList<QVariantList> out;
     RowReader rows =
-        execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(quotedList(columns), table, where, order), binds);
+        execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(quotedColumns(columns), table, where, order), binds);
     while (rows.next()) {
         QVariantList values;
         for (int i = 0; i < columns.size(); ++i)

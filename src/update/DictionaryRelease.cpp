@@ -53,13 +53,17 @@ QStringList contentColumns(Level level)
     return columns;
 }
 
-QString quoted(const QStringList &columns)
+} // namespace
+
+QString quotedColumns(const QStringList &columns)
 {
     QStringList q;
     for (const QString &c : columns)
         q << u'"' + c + u'"';
     return q.join(u',');
 }
+
+namespace {
 
 QString placeText(const QStringList &place) { return place.join(u'|'); }
 
@@ -143,11 +147,11 @@ ReleasePrints dictionaryPrints(QSqlDatabase db)
         const Level level = info.level;
         const QStringList keys = entryKeyColumns(level);
         const QStringList content = contentColumns(level);
-        QString order = QStringLiteral("文章形式Code,") + quoted(keys);
+        QString order = QStringLiteral("文章形式Code,") + quotedColumns(keys);
         if (info.segmented)
             order += QStringLiteral(", CAST(結合 AS INTEGER)");
         RowReader rows = execSql(db, QStringLiteral("SELECT 文章形式Code, %1, %2 FROM \"%3\" ORDER BY %4")
-                                         .arg(quoted(keys), quoted(content), dictionaryTable(level), order));
+                                         .arg(quotedColumns(keys), quotedColumns(content), dictionaryTable(level), order));
         while (rows.next()) {
             EntryKey key;
             key.style = rows.value(0).toString();

@@ -109,6 +109,7 @@ private slots:
 private:
     // A program folder whose seed file is that of release a, with every release recorded.
     void install(const TestRoot &root, const QString &seed) const;
+    void customise(const TestRoot &root, QSqlDatabase db) const;
     QString seedOf(const QString &name) const { return m_dir.path() + u'/' + name + QStringLiteral(".sqlite"); }
 
     QTemporaryDir m_dir;
@@ -166,6 +167,21 @@ void TestUpdate::initTestCase()
     closeDatabase(QStringLiteral("test_probe_seed"));
 }
 
+// The company edits 条0005 項01 through the level editor, sets a word, keeps entries of its own.
+void TestUpdate::customise(const TestRoot &root, QSqlDatabase db) const
+{
+    ScriptedPrompt prompt;
+    const dictionary::EntryEditor paragraphs(db, QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
+                                             {QStringLiteral("01"), QStringLiteral("0005")});
+    dictionary::SegmentEditor editor(db, paragraphs.placeOf(QStringLiteral("01")), paragraphs.documentKind());
+    QVERIFY(editor.open(prompt));
+    editor.segments()[0].text += QStringLiteral("（当社）");
+    QCOMPARE(editor.update(prompt), Outcome::Done);
+    EmbeddedWords(db, QStringLiteral("1"), QStringLiteral("01"))
+        .save(m_probationChapter, m_probationArticle, {{QStringLiteral("0002"), QStringLiteral("２か月")}});
+    addUserChain(root.layout().companyFile(kCompany));
+}
+
 void TestUpdate::install(const TestRoot &root, const QString &seed) const
 {
     QFile::remove(root.layout().seedFile());
@@ -212,18 +228,8 @@ void TestUpdate::everyKindOfChange()
     QSqlDatabase db = root.openCompany(kCompany);
     QCOMPARE(recordedRelease(db), m_first.name);
     ScriptedPrompt prompt;
-
-    // The company edits 条0005 項01 through the level editor, sets a word, keeps entries of its own.
-    const dictionary::EntryEditor paragraphs(db, QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
-                                             {QStringLiteral("01"), QStringLiteral("0005")});
-    dictionary::SegmentEditor editor(db, paragraphs.placeOf(QStringLiteral("01")), paragraphs.documentKind());
-    QVERIFY(editor.open(prompt));
-    editor.segments()[0].text += QStringLiteral("（当社）");
-    QCOMPARE(editor.update(prompt), Outcome::Done);
+    customise(root, db);
     const QString companyText = clauseText(db, QStringLiteral("1"), QStringLiteral("0005"), QStringLiteral("01"));
-    EmbeddedWords(db, QStringLiteral("1"), QStringLiteral("01"))
-        .save(m_probationChapter, m_probationArticle, {{QStringLiteral("0002"), QStringLiteral("２か月")}});
-    addUserChain(root.layout().companyFile(kCompany));
     const QString ownBefore = userRows(db);
     dateDocuments(db);
     const int composedBefore = scalar(db, QStringLiteral("SELECT COUNT(*) FROM 作成データ補助項～")).toInt();
@@ -349,15 +355,7 @@ void TestUpdate::threeClausesAndAStockArticle()
     install(root, seedOf(QStringLiteral("first")));
     QSqlDatabase db = root.openCompany(kCompany);
     ScriptedPrompt prompt;
-    const dictionary::EntryEditor paragraphs(db, QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
-                                             {QStringLiteral("01"), QStringLiteral("0005")});
-    dictionary::SegmentEditor editor(db, paragraphs.placeOf(QStringLiteral("01")), paragraphs.documentKind());
-    QVERIFY(editor.open(prompt));
-    editor.segments()[0].text += QStringLiteral("（当社）");
-    QCOMPARE(editor.update(prompt), Outcome::Done);
-    EmbeddedWords(db, QStringLiteral("1"), QStringLiteral("01"))
-        .save(m_probationChapter, m_probationArticle, {{QStringLiteral("0002"), QStringLiteral("２か月")}});
-    addUserChain(root.layout().companyFile(kCompany));
+    customise(root, db);
     const QString ownBefore = userRows(db);
     dateDocuments(db);
 
