@@ -7,6 +7,7 @@
 #include "TestRoot.h"
 #include "UserEntries.h"
 #include "base/AppState.h"
+#include "base/CompanyLock.h"
 #include "composition/ClauseAdder.h"
 #include "composition/CompositionRow.h"
 #include "dictionary/EntryEditor.h"
@@ -15,10 +16,16 @@
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/EffectiveDates.h"
+#include "shell/forms/FormHelpers.h"
 #include "update/CompanyUpdate.h"
+#include "update/forms/frmDicUpdate.h"
 #include "update/UpdateReport.h"
 #include "words/EmbeddedWords.h"
 
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -105,6 +112,7 @@ private slots:
     void recordTravelsWithCopies();
     void allCompanies();
     void commandLine();
+    void dialog();
 
 private:
     // A program folder whose seed file is that of release a, with every release recorded.
@@ -500,23 +508,35 @@ void TestUpdate::allCompanies()
 {
     TestRoot root;
     install(root, seedOf(QStringLiteral("first")));
-    root.makeCompany(kCompany);
-    root.makeCompany(QStringLiteral("乙"));
+    for (const QString &name : {QStringLiteral("乙"), QStringLiteral("丙"), kCompany})
+        root.makeCompany(name);
     install(root, seedOf(QStringLiteral("three")));
     ScriptedPrompt prompt;
     UpdateOptions options;
     options.compare = false;
     QStringList lines;
-    QCOMPARE(CompanyUpdate(root.layout(), prompt)
-                 .updateAll(options,
-                            [&](int done, int total, const QString &, Outcome outcome, const UpdateResult &r) {
-                                QCOMPARE(total, 2);
-                                QCOMPARE(outcome, Outcome::Done);
-                                lines << QString::number(done) + u' ' + r.summary().section(u'（', 0, 0);
-                            }),
-             Outcome::Done);
+    {
+        // 丙 is kept by another program: named and skipped.
+        const CompanyLock held(root.layout().companyDir(QStringLiteral("丙")), QStringLiteral("丙"));
+        QCOMPARE(CompanyUpdate(root.layout(), prompt)
+                     .updateAll(options,
+                                [&](int done, int total, const QString &name, Outcome outcome, const UpdateResult &r) {
+                                    QCOMPARE(total, 3);
+                                    lines << QString::number(done) + u' '
+                                                 + (outcome == Outcome::Done ? r.summary().section(u'（', 0, 0)
+                                                                             : name + QStringLiteral(" 使用中"));
+                                }),
+                 Outcome::Stopped);
+    }
+    QCOMPARE(prompt.lines(),
+             QStringList{
+                 kProgramTitle
+                 + QStringLiteral(": 『丙』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。")});
     const QString counts = QStringLiteral(": %1 → %2 置換 6、競合 0、追加 4、追加候補 0、削除 0、残置 0").arg(m_first.name, kNewest);
-    QCOMPARE(lines, (QStringList{QStringLiteral("1 乙") + counts, QStringLiteral("2 甲") + counts}));
+    QStringList expected;
+    for (const QString &name : root.layout().companyList())
+        expected << QString::number(expected.size() + 1) + u' ' + name + (name == u"丙" ? QStringLiteral(" 使用中") : counts);
+    QCOMPARE(lines, expected);
 }
 
 void TestUpdate::commandLine()
@@ -553,5 +573,45 @@ void TestUpdate::commandLine()
     QCOMPARE(r.err, QStringLiteral("ディクショナリ更新: 『甲』は、このプログラムより新しい辞書で作成されています。\n"));
 }
 
-QTEST_GUILESS_MAIN(TestUpdate)
+void TestUpdate::dialog()
+{
+    TestRoot root;
+    install(root, seedOf(QStringLiteral("first")));
+    QSqlDatabase db = root.openCompany(kCompany);
+    customise(root, db);
+    install(root, seedOf(QStringLiteral("three")));
+    ScriptedPrompt prompt;
+    setUiPrompt(&prompt);
+    frmDicUpdate form;
+    const auto button = [&form](const char *name) { return form.findChild<QPushButton *>(QString::fromLatin1(name)); };
+    const auto text = [&form](const char *name) { return form.findChild<QPlainTextEdit *>(QString::fromLatin1(name))->toPlainText(); };
+    QVERIFY(form.findChild<QRadioButton *>(QStringLiteral("Option1_0"))->isChecked());
+    QVERIFY(!button("Command2")->isEnabled());
+
+    // The summary first, then the 競合 with its three texts.
+    button("Command1")->click();
+    QVERIFY2(prompt.lines().isEmpty(), qUtf8Printable(prompt.lines().join(u'\n')));
+    QVERIFY2(text("Text1").startsWith(
+                 QStringLiteral("ディクショナリ更新　甲: %1 → %2 置換 5、競合 1、追加 4、追加候補 0、削除 0、残置 0（試行のみ）")
+                     .arg(m_first.name, kNewest)),
+             qUtf8Printable(text("Text1")));
+    QCOMPARE(form.findChild<QLabel *>(QStringLiteral("Label2"))->text(),
+             QStringLiteral("競合 1／1　1:規程01:章01:条0005:項01　就業規則　第５条"));
+    QVERIFY(text("Text3").endsWith(QStringLiteral("（当社）")));
+    QVERIFY(text("Text4").endsWith(QStringLiteral("（改）")));
+    QCOMPARE(text("Text2") + QStringLiteral("（当社）"), text("Text3"));
+    QVERIFY(!button("Command2")->isEnabled());
+    QCOMPARE(clauseText(db, QStringLiteral("1"), QStringLiteral("0001"), QStringLiteral("02")).endsWith(QStringLiteral("（改）")), false);
+
+    // 新しい文章にする, then the update.
+    button("Command4")->click();
+    QVERIFY(button("Command2")->isEnabled());
+    button("Command2")->click();
+    QCOMPARE(prompt.lines(), QStringList{kTitleLine + QStringLiteral("更新が完了しました。")});
+    QVERIFY(clauseText(db, QStringLiteral("1"), QStringLiteral("0005"), QStringLiteral("01")).endsWith(QStringLiteral("（改）")));
+    QVERIFY(text("Text1").contains(QStringLiteral("［置換］1:規程01:章01:条0005:項01　就業規則　第５条（新しい文章にする）")));
+    setUiPrompt(nullptr);
+}
+
+QTEST_MAIN(TestUpdate)
 #include "tst_update.moc"
