@@ -390,6 +390,8 @@ QString readReleaseName(const QString &folder, QList<SourceError> &errors)
 {
     const QString shown = kReleaseNameFile;
     QFile f(folder + u'/' + kReleaseNameFile);
+    if (!f.exists())
+        return {}; // sources of no release: the build's release check refuses them
     if (!f.open(QIODevice::ReadOnly)) {
         errors << SourceError{shown, 0, QStringLiteral("読めません")};
         return {};

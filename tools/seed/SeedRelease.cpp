@@ -62,6 +62,8 @@ QList<SourceError> settleRelease(const QString &sourceFolder, const QString &see
 {
     const QString folder = sourceFolder + u'/' + kReleasesFolder;
     const Release now = seedRelease(seedPath);
+    if (now.name.isEmpty())
+        return {SourceError{kReleaseNameFile, 0, QStringLiteral("辞書の版の名前（2026.11 の形）を書いてください")}};
     const QString shown = kReleasesFolder + u'/' + now.name + QStringLiteral(".tsv");
     const QString file = sourceFolder + u'/' + shown;
     QList<SourceError> errors;
