@@ -40,7 +40,7 @@ frmDicUpdate::frmDicUpdate(QWidget *parent) : QDialog(parent)
     m_message->setObjectName(QStringLiteral("Label1"));
     outer->addWidget(m_message);
 
-    const QString company = AppState::instance().CompanyName;
+    const QString company = AppState::instance().companyPanel();
     auto *target = new QGroupBox(QStringLiteral("更新する会社"), this);
     auto *targetLayout = new QHBoxLayout(target);
     m_open = new QRadioButton(
@@ -107,7 +107,7 @@ void frmDicUpdate::check()
     UpdateOptions options;
     options.dryRun = true;
     options.compare = false;
-    const QString company = AppState::instance().CompanyName;
+    const QString company = AppState::instance().companyPanel();
     if (CompanyUpdate(programLayout(), uiPrompt()).update(company, options, m_trial) != Outcome::Done)
         return;
     m_summary->setPlainText(updateReportText(m_trial));
@@ -159,7 +159,7 @@ void frmDicUpdate::runUpdate()
     UpdateOptions options;
     options.take = m_taken;
     UpdateResult result;
-    const QString company = AppState::instance().CompanyName;
+    const QString company = AppState::instance().companyPanel();
     if (CompanyUpdate(programLayout(), uiPrompt()).update(company, options, result) != Outcome::Done)
         return;
     m_summary->setPlainText(updateReportText(result));
