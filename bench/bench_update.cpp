@@ -64,19 +64,25 @@ int main(int argc, char *argv[])
 
     QuietPrompt prompt;
     UpdateResult result;
+    UpdateOptions plain;
+    plain.compare = false;
+    UpdateOptions dry = plain;
+    dry.dryRun = true;
+    const double without = timed([&] { CompanyUpdate(layout, prompt).update(QStringLiteral("会社001"), dry, result); });
+    std::printf("one company, worked out without the 新旧対照表 (dry run): %lld entries: %.0f ms\n",
+                static_cast<long long>(result.entries.size()), without);
     const double one = timed([&] { CompanyUpdate(layout, prompt).update(QStringLiteral("ベンチ"), {}, result); });
     std::printf("one company: %d composed documents, %lld entries listed (%d replaced), %lld tables compared: %.0f ms\n", documents,
                 static_cast<long long>(result.entries.size()), result.count(UpdateKind::Replaced),
                 static_cast<long long>(result.comparisons.size()), one);
-    std::printf("  %s\n", qUtf8Printable(result.summary()));
 
     int updated = 0;
     const double all = timed([&] {
-        CompanyUpdate(layout, prompt).updateAll({}, [&](int, int, const QString &, Outcome outcome, const UpdateResult &) {
+        CompanyUpdate(layout, prompt).updateAll(plain, [&](int, int, const QString &, Outcome outcome, const UpdateResult &) {
             updated += outcome == Outcome::Done ? 1 : 0;
         });
     });
-    std::printf("%d companies (%d updated, with their 新旧対照表): %.1f s\n", companies + 1, updated, all / 1000);
+    std::printf("%d companies (%d updated, backups taken, without the 新旧対照表): %.1f s\n", companies + 1, updated, all / 1000);
     if (prompt.m_messages)
         std::printf("last message: %s\n", qUtf8Printable(prompt.m_last));
     return 0;
