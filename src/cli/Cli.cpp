@@ -86,6 +86,7 @@ QString parseCommandLine(const Command &command, const QStringList &rest, Argume
         if (!o.choices.isEmpty() && !o.choices.contains(value))
             return QStringLiteral("%1 takes %2, not '%3'").arg(o.name, o.choices.join(u'|'), value);
         parsed.options.insert(o.name, value);
+        parsed.lists.insert(o.name, parser.values(name));
     }
     parsed.words = parser.positionalArguments();
     if (parsed.words.size() > command.maxArguments)
@@ -217,6 +218,7 @@ QList<Command> allCommands()
     addImportCommands(commands);
     addVersionCommands(commands);
     addCheckCommands(commands);
+    addUpdateCommands(commands);
     return commands;
 }
 

@@ -41,10 +41,12 @@ Option optionalStyle();
 
 // The words and options of one command line, after the command's own words.
 struct Arguments {
-    QStringList words;               // the command's arguments
-    QHash<QString, QString> options; // --name value
-    QSet<QString> flags;             // --name alone
+    QStringList words;                 // the command's arguments
+    QHash<QString, QString> options;   // --name value
+    QSet<QString> flags;               // --name alone
+    QHash<QString, QStringList> lists; // every value of an option given more than once
 
+    QStringList values(const QString &name) const { return lists.value(name); }
     QString option(const QString &name) const { return options.value(name); }
     bool has(const QString &name) const { return options.contains(name) || flags.contains(name); }
 };
@@ -91,6 +93,7 @@ void addDictCommands(QList<Command> &commands);
 void addImportCommands(QList<Command> &commands);
 void addVersionCommands(QList<Command> &commands);
 void addCheckCommands(QList<Command> &commands);
+void addUpdateCommands(QList<Command> &commands);
 
 // Runs one command line (without the program name). Output and help go to out; boxes
 // and usage errors to err.

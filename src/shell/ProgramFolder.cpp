@@ -19,6 +19,10 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
     if (QFileInfo(legal::requirementsFile(programDir)).isFile() && QFileInfo(target.dataDir()).isDir()
         && legal::requirementsFile(programDir) != legal::requirementsFile(root))
         copyFileAtomically(legal::requirementsFile(programDir), legal::requirementsFile(root));
+    // The releases of the dictionary go with the seed file.
+    const QString releases = QStringLiteral("/releases");
+    if (!QFileInfo(root + releases).isDir() && QFileInfo(programDir + releases).isDir())
+        copyFolderContents(programDir + releases, root + releases);
     if (QFileInfo(target.seedFile()).isFile())
         return;
     if (!QFileInfo(own.seedFile()).isFile())

@@ -37,6 +37,7 @@
 #include "rulebase/EffectiveDates.h"
 #include "rulebase/Maintenance.h"
 #include "versions/ComparisonExport.h"
+#include "update/CompanyUpdate.h"
 #include "words/EmbeddedWords.h"
 
 #include <QDirIterator>
@@ -284,6 +285,27 @@ std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
     return editor;
 }
 
+// The company 甲 as if made from an earlier release: one clause as it read then, one it
+// did not have, and that release recorded beside the program's.
+Run updateStep(Fixture &f)
+{
+    execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
+    execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
+    const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
+    QFile file(releasesFolder(f.root.path()) + QStringLiteral("/2000.01.tsv"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(releaseFileText(earlier).toUtf8()) < 0)
+        qFatal("could not write the earlier release");
+    file.close();
+    recordRelease(f.db, earlier.name);
+    const ProgramReleases releases = ProgramReleases::read(f.root.layout());
+    return [&f, releases] {
+        UpdateResult result;
+        UpdateOptions options;
+        options.compare = false;
+        return CompanyUpdate(f.root.layout(), f.prompt).updateOpen(f.db, kCompany, releases, options, result);
+    };
+}
+
 QList<FaultStep> steps()
 {
     QList<FaultStep> list;
@@ -297,6 +319,7 @@ QList<FaultStep> steps()
         list << FaultStep{QStringLiteral("release %1").arg(QString::fromLatin1(name)), [l](Fixture &f) { return releaseStep(f, l); },
                           kCancelledCritical};
     }
+    list << FaultStep{QStringLiteral("dictionary update"), updateStep, kCancelledCritical};
     list << FaultStep{QStringLiteral("build"),
                       [](Fixture &f) -> Run { return [&f] { return WorkDataBuild(f.db, f.prompt).build(kStyle, kDoc); }; },
                       kCancelledInformation};

@@ -1,5 +1,7 @@
 #include "seed/SeedParser.h"
 
+#include "update/DictionaryRelease.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -426,6 +428,22 @@ FixedTable parseTable(const QString &file, const QString &text, QList<SourceErro
     return table;
 }
 
+QString readReleaseName(const QString &folder, QList<SourceError> &errors)
+{
+    const QString shown = kReleaseNameFile;
+    QFile f(folder + u'/' + kReleaseNameFile);
+    if (!f.exists())
+        return {}; // sources of no release: the build's release check refuses them
+    if (!f.open(QIODevice::ReadOnly)) {
+        errors << SourceError{shown, 0, QStringLiteral("読めません")};
+        return {};
+    }
+    const QString name = QString::fromUtf8(f.readAll()).trimmed();
+    if (releaseNumber(name) == 0)
+        errors << SourceError{shown, 1, QStringLiteral("版の名前「%1」は 2026.11 の形で書いてください").arg(name)};
+    return name;
+}
+
 Dictionary readDictionary(const QString &folder, QList<SourceError> &errors)
 {
     Dictionary dictionary;
@@ -448,6 +466,7 @@ Dictionary readDictionary(const QString &folder, QList<SourceError> &errors)
             [&](const QString &file, const QString &text) { dictionary.documents << parseDocument(file, text, errors); });
     readAll(QStringLiteral("tables"), QStringLiteral("*.tsv"),
             [&](const QString &file, const QString &text) { dictionary.fixedTables << parseTable(file, text, errors); });
+    dictionary.release = readReleaseName(folder, errors);
     return dictionary;
 }
 

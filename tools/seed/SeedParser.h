@@ -40,7 +40,11 @@ QString decodeSource(const QString &file, const QByteArray &bytes, QList<SourceE
 Document parseDocument(const QString &file, const QString &text, QList<SourceError> &errors);
 // Parses one table file.
 FixedTable parseTable(const QString &file, const QString &text, QList<SourceError> &errors);
-// Reads folder/documents/*.txt and folder/tables/*.tsv, each in name order.
+// The name of the dictionary's release: the one line of folder/release.txt (2026.11);
+// empty when there is no such file.
+inline const QString kReleaseNameFile = QStringLiteral("release.txt");
+QString readReleaseName(const QString &folder, QList<SourceError> &errors);
+// Reads folder/documents/*.txt and folder/tables/*.tsv, each in name order, and the release name.
 Dictionary readDictionary(const QString &folder, QList<SourceError> &errors);
 
 } // namespace normaris::seed

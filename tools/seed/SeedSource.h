@@ -79,6 +79,7 @@ struct FixedTable {
 };
 
 struct Dictionary {
+    QString release; // the release's name, 2026.11
     QList<Document> documents;
     QList<FixedTable> fixedTables;
 };

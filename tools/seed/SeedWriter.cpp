@@ -8,6 +8,7 @@
 #include "seed/SeedParser.h"
 #include "seed/SeedRequirements.h"
 #include "seed/SeedValidator.h"
+#include "update/DictionaryRelease.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -173,6 +174,7 @@ void writeSeed(const Dictionary &dictionary, const QString &path)
             createSchema(db);
             Writer(db).write(dictionary);
             transaction.commit();
+            recordRelease(db, dictionary.release);
         }
         closeDatabase(kConnection);
         replaceFile(partial, path);

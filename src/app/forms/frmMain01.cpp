@@ -16,6 +16,7 @@
 #include "base/BusyCursor.h"
 #include "shell/forms/FormHelpers.h"
 #include "app/forms/frmAbout.h"
+#include "update/forms/frmDicUpdate.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -65,10 +66,10 @@ void frmMain01::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."}, {2, nullptr},    {3, "バックアップ(&B)..."}, {4, "最適化(&S)..."}, {5, nullptr},
-        {6, "会社削除(&D)..."}, {7, nullptr},           {8, "終了(&E)"},
+        {0, "新規作成(&N)..."},           {1, "会社指定(&O)..."}, {2, nullptr},           {3, "バックアップ(&B)..."}, {4, "最適化(&S)..."},
+        {9, "ディクショナリ更新(&U)..."}, {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr},           {8, "終了(&E)"},
     };
-    const std::function<void()> actions[9] = {
+    const std::function<void()> actions[10] = {
         [this] { newCompany(); },
         [this] { chooseCompany(); },
         {},
@@ -78,6 +79,10 @@ void frmMain01::buildMenus()
         [this] { deleteCompany(); },
         {},
         [this] { quit(); },
+        [this] {
+            showModal(new frmDicUpdate(this));
+            onActivated();
+        },
     };
     for (const auto &[index, caption] : entries) {
         QAction *action = caption ? file->addAction(QString::fromUtf8(caption)) : file->addSeparator();

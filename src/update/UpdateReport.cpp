@@ -1,0 +1,81 @@
+#include "update/UpdateReport.h"
+
+#include "base/Failure.h"
+#include "fileformats/XlsxSheet.h"
+
+#include <QSaveFile>
+
+namespace normaris {
+
+namespace {
+
+QString styleCaption(const QString &style) { return style == u"2" ? QStringLiteral("ですます調") : QStringLiteral("である調"); }
+
+QString where(const UpdateEntry &e)
+{
+    QString s = e.place;
+    if (!e.documentName.isEmpty())
+        s += QStringLiteral("　") + e.documentName;
+    if (!e.article.isEmpty())
+        s += QStringLiteral("　") + e.article;
+    return s;
+}
+
+QStringList indented(const QString &caption, const QString &text)
+{
+    QStringList lines = {QStringLiteral("　　") + caption};
+    const QStringList parts = text.isEmpty() ? QStringList{QStringLiteral("（なし）")} : text.split(u'\n');
+    for (const QString &line : parts)
+        lines << QStringLiteral("　　　") + line;
+    return lines;
+}
+
+} // namespace
+
+QString updateReportText(const UpdateResult &result)
+{
+    QStringList lines = {QStringLiteral("ディクショナリ更新　") + result.summary()};
+    for (const UpdateEntry &e : result.entries) {
+        QString line = QStringLiteral("［%1］%2").arg(updateKindCaption(e.kind), where(e));
+        if (!e.note.isEmpty())
+            line += QStringLiteral("（%1）").arg(e.note);
+        lines << line;
+        if (e.kind == UpdateKind::Conflict) {
+            lines << indented(QStringLiteral("出荷時の文章:"), e.shipped);
+            lines << indented(QStringLiteral("会社の文章:"), e.company);
+            lines << indented(QStringLiteral("新しい文章:"), e.offered);
+        } else if (e.kind == UpdateKind::Proposed && !e.requirement.isEmpty()) {
+            lines << QStringLiteral("　　根拠: ") + e.requirement;
+        }
+    }
+    for (const DocumentComparison &c : result.comparisons) {
+        lines << QString() << QStringLiteral("■ %1（%2）").arg(c.name, styleCaption(c.style));
+        if (!c.note.isEmpty())
+            lines << QStringLiteral("新旧対照表を作成できません。（%1）").arg(c.note);
+        else
+            lines << (c.text.isEmpty() ? QStringLiteral("印刷される文章に変更はありません。") : c.text.trimmed());
+    }
+    return lines.join(u'\n') + u'\n';
+}
+
+void writeUpdateReport(const QString &path, const UpdateResult &result)
+{
+    const QList<XlsxColumn> columns = {
+        {QStringLiteral("区分"), 10},       {QStringLiteral("場所"), 30},         {QStringLiteral("規程"), 24},
+        {QStringLiteral("条"), 10},         {QStringLiteral("出荷時の文章"), 50}, {QStringLiteral("会社の文章"), 50},
+        {QStringLiteral("新しい文章"), 50}, {QStringLiteral("根拠"), 24},         {QStringLiteral("注記"), 24}};
+    QList<QStringList> rows;
+    for (const UpdateEntry &e : result.entries)
+        rows << QStringList{
+            updateKindCaption(e.kind), e.place, e.documentName, e.article, e.shipped, e.company, e.offered, e.requirement, e.note};
+    writeXlsxSheet(path, QStringLiteral("ディクショナリ更新　") + result.summary(), columns, rows);
+}
+
+void writeUpdateText(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
+        throw Failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(path));
+}
+
+} // namespace normaris
