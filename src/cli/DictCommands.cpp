@@ -8,10 +8,14 @@
 #include "dictionary/DocumentWords.h"
 #include "dictionary/EntryEditor.h"
 #include "dictionary/EntryText.h"
+#include "intake/RulesFile.h"
+#include "intake/RulesIntake.h"
+#include "intake/RulesStructure.h"
 #include "seed/SeedParser.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace normaris::cli {
 
@@ -205,6 +209,61 @@ int dictDelete(Context &c)
     return exitCodeOf(editor.remove(c.prompt, codes.last()));
 }
 
+// The first code from 70 that no document of the style has.
+QString freeUserCode(const QString &style)
+{
+    const QList<DocumentRecord> documents = DocumentMaster(AppState::cn(), style).documents();
+    for (int n = 70; n <= 99; ++n) {
+        const QString code = QString::number(n);
+        if (std::none_of(documents.begin(), documents.end(), [&](const DocumentRecord &d) { return d.code == code; }))
+            return code;
+    }
+    return QStringLiteral("99");
+}
+
+int dictRead(Context &c)
+{
+    const QString path = c.args.option(QStringLiteral("--file"));
+    const QString title = QStringLiteral("取込エラー");
+    if (intake::needsConversion(path))
+        c.prompt.plain(QStringLiteral("変換"), QStringLiteral("LibreOffice でファイルを変換しています…"));
+    const intake::RulesFileResult read = intake::readRulesFile(path);
+    if (!read.lines) {
+        c.prompt.error(title, read.refusal);
+        return ExitStopped;
+    }
+    const QString code = c.args.options.value(QStringLiteral("--code"), freeUserCode(styleOf(c)));
+    const intake::FoundRules rules = intake::findStructure(*read.lines, QFileInfo(path).fileName(), code);
+    if (rules.source.entries.isEmpty()) {
+        c.prompt.error(
+            title, QStringLiteral("ファイル「%1」には条が見つかりません。規則の文書か確かめてください。").arg(QFileInfo(path).fileName()));
+        return ExitStopped;
+    }
+    intake::IntakeRequest request;
+    request.style = styleOf(c);
+    request.code = code;
+    request.name = c.args.options.value(QStringLiteral("--name"), intake::defaultName(rules));
+    request.companyName = c.args.options.value(QStringLiteral("--company-name"));
+    if (request.name.isEmpty())
+        request.name = QStringLiteral("現行規程");
+    for (const QString &line : intake::summaryOf(rules))
+        c.out << line << '\n';
+    if (c.args.has(QStringLiteral("--text"))) {
+        intake::FoundRules marked = rules;
+        intake::markCompanyName(marked, request.companyName);
+        QFile out(c.args.option(QStringLiteral("--text")));
+        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)
+            || out.write(intake::dictionaryText(marked, request.style, request.name, request.name).toUtf8()) < 0) {
+            c.prompt.failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(out.fileName()));
+            return ExitFailure;
+        }
+        return ExitDone;
+    }
+    if (!c.prompt.question(QStringLiteral("確認"), QStringLiteral("規程%1「%2」として書き込みますか？").arg(code, request.name)))
+        return ExitStopped;
+    return exitCodeOf(intake::writeRules(c.prompt, AppState::cn(), rules, request));
+}
+
 int wordsList(Context &c)
 {
     for (const DocumentWord &w : DocumentWords(AppState::cn(), c.args.option(QStringLiteral("--doc"))).words())
@@ -251,6 +310,12 @@ void addDictCommands(QList<Command> &commands)
     commands << companyCommand({kDict, QStringLiteral("get")}, place, {}, 0, 0, dictGet, true);
     commands << companyCommand({kDict, QStringLiteral("put")}, {requiredStyle()}, QStringLiteral("FILE"), 1, 1, dictPut, true);
     commands << companyCommand({kDict, QStringLiteral("delete")}, place, {}, 0, 0, dictDelete, true);
+    commands << companyCommand({kDict, QStringLiteral("read")},
+                               {requiredStyle(), required(QStringLiteral("--file"), QStringLiteral("FILE")),
+                                optional(QStringLiteral("--code"), QStringLiteral("NN")), name,
+                                optional(QStringLiteral("--company-name"), QStringLiteral("WORD")),
+                                optional(QStringLiteral("--text"), QStringLiteral("OUT.txt"))},
+                               {}, 0, 0, dictRead, false);
     commands << companyCommand({kDict, QStringLiteral("words"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, wordsList, true);
     commands << companyCommand({kDict, QStringLiteral("refs"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, refsList, true);
 }
