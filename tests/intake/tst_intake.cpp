@@ -10,6 +10,7 @@
 #include "intake/RulesFile.h"
 #include "intake/RulesIntake.h"
 #include "intake/RulesStructure.h"
+#include "versions/DocumentPairing.h"
 
 #include <QDir>
 #include <QFile>
@@ -109,6 +110,38 @@ QString officeConvert(const QString &file, const QString &format, const QString 
         return {};
     const QString out = dir + u'/' + QFileInfo(file).completeBaseName() + u'.' + format.section(u':', 0, 0);
     return QFileInfo::exists(out) ? out : QString();
+}
+
+// A version of chapters, each a title and its articles (caption, text), numbered through.
+Version versionOf(const QList<std::pair<QString, QList<std::pair<QString, QString>>>> &chapters, int codeBase)
+{
+    Version v;
+    v.header.name = QStringLiteral("就業規則");
+    int article = 0, chapter = 0;
+    for (const auto &[title, articles] : chapters) {
+        ++chapter;
+        PrintedRow c;
+        c.level = Level::Chapter;
+        c.codes[0] = QString::number(codeBase + chapter);
+        c.label = QStringLiteral("第%1章").arg(chapter);
+        c.text = title;
+        v.rows << c;
+        for (const auto &[caption, text] : articles) {
+            ++article;
+            PrintedRow a = c;
+            a.level = Level::Article;
+            a.codes[1] = QString::number(codeBase * 100 + article);
+            a.label = QStringLiteral("第%1条").arg(article);
+            a.text = QStringLiteral("（%1）").arg(caption);
+            PrintedRow p = a;
+            p.level = Level::Paragraph;
+            p.codes[2] = QString::number(codeBase);
+            p.label.clear();
+            p.text = text;
+            v.rows << a << p;
+        }
+    }
+    return v;
 }
 
 } // namespace
@@ -344,6 +377,71 @@ private slots:
               QStringLiteral("第６条第２項及び第６条第１項"), QStringLiteral("前条に違反"), QStringLiteral("第１０条に定める"),
               QStringLiteral("賃金規程第３条"), QStringLiteral("第９９条の定め")})
             QVERIFY2(printed.contains(citation), qPrintable(citation + u'\n' + printed));
+    }
+
+    // The search reads the clauses as they stand: a word written a moment ago is found,
+    // and no longer after the clause changed.
+    void searchFollowsTheClauses()
+    {
+        const QString head = QStringLiteral("文章形式 1\n規程 70 就業規則\n\n章 70 総則\n\n条 7000 目的\n  項 71\n= %1\n");
+        writeBytes(path(QStringLiteral("tele.txt")), head.arg(QStringLiteral("従業員は、会社が認めるときはテレワーク勤務をすることができる。")).toUtf8());
+        QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
+        CliRun r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
+                        QStringLiteral("テレワーク　勤務")});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(r.out, QStringLiteral("1\t規程70 章70 条7000 項71\t就業規則\t第１条\t従業員は、会社が認めるときはテレワーク勤務をすることができる。\n"));
+        writeBytes(path(QStringLiteral("tele.txt")), head.arg(QStringLiteral("従業員は、会社が認めるときは在宅で勤務することができる。")).toUtf8());
+        QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
+        r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
+                 QStringLiteral("テレワーク")});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("条文検索: 「テレワーク」を含む条文はありません。\n"));
+        // Two characters are found too, in both styles of the standard rules and in the read-in document.
+        r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
+                 QStringLiteral("懲戒"), QStringLiteral("--doc"), QStringLiteral("70")});
+        QCOMPARE(r.status, 0);
+        QVERIFY2(r.out.contains(QStringLiteral("1\t規程70 章72 条7009 項70\t就業規則\t第１０条\t従業員が前条に違反したときは、次条に定めるところにより懲戒する。")), qPrintable(r.out));
+    }
+
+    // A renamed article, a split article and a moved chapter; an override wins.
+    void pairingFollowsCaptionsAndText()
+    {
+        const QString purpose = QStringLiteral("この規則は、従業員の就業に関する事項を定める。");
+        const QString hiring = QStringLiteral("会社は、就職希望者のうちから選考して従業員を採用する。");
+        const QString holiday = QStringLiteral("休日は、土曜日、日曜日及び国民の祝日とする。");
+        const Version older = versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用"), hiring}}},
+                                         {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}},
+                                         {QStringLiteral("賃金"), {{QStringLiteral("賃金"), QStringLiteral("賃金は、月給制とし、毎月２５日に支払う。")}}}},
+                                        70);
+        const Version newer = versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用手続"), hiring}}},
+                                         {QStringLiteral("賃金"),
+                                          {{QStringLiteral("賃金の形態"), QStringLiteral("賃金は、月給制とする。")},
+                                           {QStringLiteral("賃金の支払日"), QStringLiteral("賃金は、毎月２５日に支払う。")}}},
+                                         {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}}},
+                                        1);
+        QList<ArticlePair> pairing;
+        ComparisonTable table = compareDocuments(older, newer, {}, &pairing);
+        QStringList lines;
+        for (const ArticlePair &p : pairing)
+            lines << p.line();
+        QCOMPARE(lines, (QStringList{QStringLiteral("第１条（目的） = 第1条（目的） 100%").replace(QStringLiteral("第１条"), QStringLiteral("第1条")),
+                                     QStringLiteral("第2条（採用） = 第2条（採用手続） 75%"), QStringLiteral("第4条（賃金） = 第3条（賃金の形態） 56%"),
+                                     QStringLiteral("（新設） = 第4条（賃金の支払日）"), QStringLiteral("第3条（休日） = 第5条（休日） 100%")}));
+        QStringList kinds;
+        for (const ComparisonEntry &e : table.entries)
+            kinds << QString::number(int(e.kind));
+        QCOMPARE(kinds, (QStringList{QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("1")}));
+        QCOMPARE(table.renumbered.size(), 1);
+        QCOMPARE(table.renumbered[0].line(), QStringLiteral("第3条 → 第5条（休日）"));
+
+        // The user pairs the old 賃金 with the 支払日 instead.
+        compareDocuments(older, newer, {PairOverride{4, 4}}, &pairing);
+        QCOMPARE(pairing.value(2).line(), QStringLiteral("（新設） = 第3条（賃金の形態）"));
+        QCOMPARE(pairing.value(3).line(), QStringLiteral("第4条（賃金） = 第4条（賃金の支払日） （指定）"));
+        QString wrong;
+        QVERIFY(!parseOverrides(QStringLiteral("4=4,x"), &wrong));
+        QCOMPARE(wrong, QStringLiteral("x"));
+        QCOMPARE(parseOverrides(QStringLiteral("４=1,2=0"), nullptr)->size(), 2);
     }
 
     // The code is refused when taken; nothing is written.
