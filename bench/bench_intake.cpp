@@ -25,7 +25,8 @@ QString syntheticRules(int articles)
     for (int a = 1; a <= articles; ++a) {
         if ((a - 1) % perChapter == 0)
             text += QStringLiteral("\n第%1章　第%1の事項\n").arg((a - 1) / perChapter + 1);
-        text += QStringLiteral("（第%1の見出し）\n第%1条　会社は、従業員が業務を円滑に遂行できるよう、必要な措置を講ずるものとする。\n").arg(a);
+        text +=
+            QStringLiteral("（第%1の見出し）\n第%1条　会社は、従業員が業務を円滑に遂行できるよう、必要な措置を講ずるものとする。\n").arg(a);
         text += QStringLiteral("２　%1の場合において、会社は、次の事項に留意しなければならない。\n")
                     .arg(a > 1 ? QStringLiteral("前条") : QStringLiteral("前項"));
         text += QStringLiteral("一　従業員の健康の確保\n二　業務の効率化\n三　関係法令の遵守\n");

@@ -267,12 +267,14 @@ int dictRead(Context &c)
 
 int dictSearch(Context &c)
 {
-    const QList<SearchHit> hits = ClauseSearch(AppState::cn()).find(c.args.option(QStringLiteral("--text")), c.args.option(QStringLiteral("--doc")));
+    const QList<SearchHit> hits =
+        ClauseSearch(AppState::cn()).find(c.args.option(QStringLiteral("--text")), c.args.option(QStringLiteral("--doc")));
     for (const SearchHit &h : hits)
-        c.out << h.style << '\t' << h.place() << '\t' << h.documentName << '\t' << (h.articleNumber.isEmpty() ? QStringLiteral("-") : h.articleNumber)
-              << '\t' << h.context << '\n';
+        c.out << h.style << '\t' << h.place() << '\t' << h.documentName << '\t'
+              << (h.articleNumber.isEmpty() ? QStringLiteral("-") : h.articleNumber) << '\t' << h.context << '\n';
     if (hits.isEmpty()) {
-        c.prompt.plain(QStringLiteral("条文検索"), QStringLiteral("「%1」を含む条文はありません。").arg(c.args.option(QStringLiteral("--text"))));
+        c.prompt.plain(QStringLiteral("条文検索"),
+                       QStringLiteral("「%1」を含む条文はありません。").arg(c.args.option(QStringLiteral("--text"))));
         return ExitStopped;
     }
     return ExitDone;
@@ -324,9 +326,10 @@ void addDictCommands(QList<Command> &commands)
     commands << companyCommand({kDict, QStringLiteral("get")}, place, {}, 0, 0, dictGet, true);
     commands << companyCommand({kDict, QStringLiteral("put")}, {requiredStyle()}, QStringLiteral("FILE"), 1, 1, dictPut, true);
     commands << companyCommand({kDict, QStringLiteral("delete")}, place, {}, 0, 0, dictDelete, true);
-    commands << companyCommand({kDict, QStringLiteral("search")},
-                               {required(QStringLiteral("--text"), QStringLiteral("WORDS")), optional(QStringLiteral("--doc"), QStringLiteral("NN"))},
-                               {}, 0, 0, dictSearch, false);
+    commands << companyCommand(
+        {kDict, QStringLiteral("search")},
+        {required(QStringLiteral("--text"), QStringLiteral("WORDS")), optional(QStringLiteral("--doc"), QStringLiteral("NN"))}, {}, 0, 0,
+        dictSearch, false);
     commands << companyCommand({kDict, QStringLiteral("read")},
                                {requiredStyle(), required(QStringLiteral("--file"), QStringLiteral("FILE")),
                                 optional(QStringLiteral("--code"), QStringLiteral("NN")), name,

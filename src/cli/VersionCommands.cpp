@@ -77,7 +77,8 @@ int compare(Context &c)
     QString wrong;
     const std::optional<QList<PairOverride>> overrides = parseOverrides(c.args.option(QStringLiteral("--pair")), &wrong);
     if (!overrides) {
-        c.prompt.error(ComparisonExport::kTitle, QStringLiteral("--pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「%1」）。").arg(wrong));
+        c.prompt.error(ComparisonExport::kTitle,
+                       QStringLiteral("--pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「%1」）。").arg(wrong));
         return ExitStopped;
     }
     if (request.against.isEmpty() && (c.args.has(QStringLiteral("--pair")) || c.args.has(QStringLiteral("--pairs")))) {
@@ -90,8 +91,8 @@ int compare(Context &c)
     std::optional<ComparisonPdf> pdfOutput;
     if (!pdf.isEmpty())
         pdfOutput.emplace(pdf);
-    const Outcome outcome =
-        ComparisonExport(AppState::cn(), c.prompt).write(request, out, c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr);
+    const Outcome outcome = ComparisonExport(AppState::cn(), c.prompt)
+                                .write(request, out, c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr);
     if (outcome == Outcome::Done && c.args.has(QStringLiteral("--pairs"))) {
         for (const ArticlePair &p : pairing)
             c.out << p.line() << '\n';

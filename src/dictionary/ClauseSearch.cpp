@@ -75,14 +75,14 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
         for (const QString &k : keys)
             selected << QStringLiteral("t.\"%1\"").arg(k);
         const bool segmented = info.segmented;
-        const QString sql = QStringLiteral("SELECT %1, t.\"%2\", d.規程 %3 FROM \"%4\" t JOIN 規程 d ON d.文章形式Code = t.文章形式Code "
-                                           "AND d.Code = t.規程Code%5 ORDER BY t.文章形式Code, CAST(t.規程Code AS INTEGER), %6")
-                                .arg(selected.join(u','), any.textColumn(), segmented ? QStringLiteral(", t.結合") : QString(), any.table(),
-                                     documentFilter,
-                                     QStringList(selected.mid(2)).replaceInStrings(QRegularExpression(QStringLiteral("^(.*)$")),
-                                                                                   QStringLiteral("CAST(\\1 AS INTEGER)"))
-                                             .join(u',')
-                                         + (segmented ? QStringLiteral(", CAST(t.結合 AS INTEGER)") : QString()));
+        const QString sql =
+            QStringLiteral("SELECT %1, t.\"%2\", d.規程 %3 FROM \"%4\" t JOIN 規程 d ON d.文章形式Code = t.文章形式Code "
+                           "AND d.Code = t.規程Code%5 ORDER BY t.文章形式Code, CAST(t.規程Code AS INTEGER), %6")
+                .arg(selected.join(u','), any.textColumn(), segmented ? QStringLiteral(", t.結合") : QString(), any.table(), documentFilter,
+                     QStringList(selected.mid(2))
+                             .replaceInStrings(QRegularExpression(QStringLiteral("^(.*)$")), QStringLiteral("CAST(\\1 AS INTEGER)"))
+                             .join(u',')
+                         + (segmented ? QStringLiteral(", CAST(t.結合 AS INTEGER)") : QString()));
         auto rows = execSql(m_db, sql, documentValue);
         QString lastKey;
         while (rows.next()) {
@@ -123,8 +123,10 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
         conditions << QStringLiteral("本文 LIKE ? ESCAPE '\\'");
         values << likePattern(w);
     }
-    auto found = execSql(index.db(), QStringLiteral("SELECT 番号 FROM 索引 WHERE %1 ORDER BY CAST(番号 AS INTEGER)").arg(conditions.join(QStringLiteral(" AND "))),
-                         values);
+    auto found = execSql(
+        index.db(),
+        QStringLiteral("SELECT 番号 FROM 索引 WHERE %1 ORDER BY CAST(番号 AS INTEGER)").arg(conditions.join(QStringLiteral(" AND "))),
+        values);
     QList<SearchHit> hits;
     while (found.next()) {
         const qsizetype i = found.value(0).toLongLong();
@@ -135,12 +137,12 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
         hit.context = (from > 0 ? QStringLiteral("…") : QString()) + text.mid(from, at - from + wanted.first().size() + kContext)
                       + (at + wanted.first().size() + kContext < text.size() ? QStringLiteral("…") : QString());
         if (hit.codes.size() >= 2) {
-            const QVariant number = scalar(m_db,
-                                           QStringLiteral("SELECT 番号 FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '3' "
-                                                          "AND 章Code = ? AND 条Code = ?"),
-                                           {hit.style, hit.document, hit.codes[0], hit.codes[1]});
-            if (number.isValid())
-            {
+            const QVariant number =
+                scalar(m_db,
+                       QStringLiteral("SELECT 番号 FROM 作成データ補助～条 WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '3' "
+                                      "AND 章Code = ? AND 条Code = ?"),
+                       {hit.style, hit.document, hit.codes[0], hit.codes[1]});
+            if (number.isValid()) {
                 QString digits = number.toString();
                 for (QChar &c : digits)
                     c = QChar(c.unicode() - u'0' + 0xFF10);

@@ -88,7 +88,8 @@ std::optional<ComparisonTable> ComparisonExport::againstDocument(const Compariso
     const QList<VersionHeader> news = store.list(request.style, request.document);
     for (const auto &[versions, document] : {std::pair{&olds, request.against}, std::pair{&news, request.document}}) {
         if (versions->isEmpty()) {
-            m_prompt.error(kTitle, QStringLiteral("規程「%1」（文章形式 %2）の版がありません。先に出力してください。").arg(document, request.style));
+            m_prompt.error(
+                kTitle, QStringLiteral("規程「%1」（文章形式 %2）の版がありません。先に出力してください。").arg(document, request.style));
             return std::nullopt;
         }
     }

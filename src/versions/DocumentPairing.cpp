@@ -49,7 +49,10 @@ double dice(const QSet<quint32> &a, const QSet<quint32> &b)
     return 2.0 * double(common) / double(a.size() + b.size());
 }
 
-double similarity(const Article &a, const Article &b) { return 0.5 * dice(a.captionGrams, b.captionGrams) + 0.5 * dice(a.textGrams, b.textGrams); }
+double similarity(const Article &a, const Article &b)
+{
+    return 0.5 * dice(a.captionGrams, b.captionGrams) + 0.5 * dice(a.textGrams, b.textGrams);
+}
 
 QList<Article> articlesOf(const Version &v)
 {
@@ -275,8 +278,9 @@ ComparisonTable compareDocuments(const Version &older, const Version &newer, con
             }
             removedUpTo(i);
             nextOld = std::max(nextOld, qsizetype(i) + 1);
-            *pairing << ArticlePair{olds[i].label,   olds[i].heading, news[j].label, news[j].heading, int(similarity(olds[i], news[j]) * 100 + 0.5),
-                                    oldFixed[size_t(i)]};
+            *pairing << ArticlePair{
+                olds[i].label,      olds[i].heading, news[j].label, news[j].heading, int(similarity(olds[i], news[j]) * 100 + 0.5),
+                oldFixed[size_t(i)]};
         }
         removedUpTo(n);
     }

@@ -384,13 +384,17 @@ private slots:
     void searchFollowsTheClauses()
     {
         const QString head = QStringLiteral("文章形式 1\n規程 70 就業規則\n\n章 70 総則\n\n条 7000 目的\n  項 71\n= %1\n");
-        writeBytes(path(QStringLiteral("tele.txt")), head.arg(QStringLiteral("従業員は、会社が認めるときはテレワーク勤務をすることができる。")).toUtf8());
+        writeBytes(path(QStringLiteral("tele.txt")),
+                   head.arg(QStringLiteral("従業員は、会社が認めるときはテレワーク勤務をすることができる。")).toUtf8());
         QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
         CliRun r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
                         QStringLiteral("テレワーク　勤務")});
         QCOMPARE(r.status, 0);
-        QCOMPARE(r.out, QStringLiteral("1\t規程70 章70 条7000 項71\t就業規則\t第１条\t従業員は、会社が認めるときはテレワーク勤務をすることができる。\n"));
-        writeBytes(path(QStringLiteral("tele.txt")), head.arg(QStringLiteral("従業員は、会社が認めるときは在宅で勤務することができる。")).toUtf8());
+        QCOMPARE(r.out,
+                 QStringLiteral(
+                     "1\t規程70 章70 条7000 項71\t就業規則\t第１条\t従業員は、会社が認めるときはテレワーク勤務をすることができる。\n"));
+        writeBytes(path(QStringLiteral("tele.txt")),
+                   head.arg(QStringLiteral("従業員は、会社が認めるときは在宅で勤務することができる。")).toUtf8());
         QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
         r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
                  QStringLiteral("テレワーク")});
@@ -400,7 +404,9 @@ private slots:
         r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
                  QStringLiteral("懲戒"), QStringLiteral("--doc"), QStringLiteral("70")});
         QCOMPARE(r.status, 0);
-        QVERIFY2(r.out.contains(QStringLiteral("1\t規程70 章72 条7009 項70\t就業規則\t第１０条\t従業員が前条に違反したときは、次条に定めるところにより懲戒する。")), qPrintable(r.out));
+        QVERIFY2(r.out.contains(QStringLiteral(
+                     "1\t規程70 章72 条7009 項70\t就業規則\t第１０条\t従業員が前条に違反したときは、次条に定めるところにより懲戒する。")),
+                 qPrintable(r.out));
     }
 
     // A renamed article, a split article and a moved chapter; an override wins.
@@ -409,24 +415,28 @@ private slots:
         const QString purpose = QStringLiteral("この規則は、従業員の就業に関する事項を定める。");
         const QString hiring = QStringLiteral("会社は、就職希望者のうちから選考して従業員を採用する。");
         const QString holiday = QStringLiteral("休日は、土曜日、日曜日及び国民の祝日とする。");
-        const Version older = versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用"), hiring}}},
-                                         {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}},
-                                         {QStringLiteral("賃金"), {{QStringLiteral("賃金"), QStringLiteral("賃金は、月給制とし、毎月２５日に支払う。")}}}},
-                                        70);
-        const Version newer = versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用手続"), hiring}}},
-                                         {QStringLiteral("賃金"),
-                                          {{QStringLiteral("賃金の形態"), QStringLiteral("賃金は、月給制とする。")},
-                                           {QStringLiteral("賃金の支払日"), QStringLiteral("賃金は、毎月２５日に支払う。")}}},
-                                         {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}}},
-                                        1);
+        const Version older =
+            versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用"), hiring}}},
+                       {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}},
+                       {QStringLiteral("賃金"), {{QStringLiteral("賃金"), QStringLiteral("賃金は、月給制とし、毎月２５日に支払う。")}}}},
+                      70);
+        const Version newer =
+            versionOf({{QStringLiteral("総則"), {{QStringLiteral("目的"), purpose}, {QStringLiteral("採用手続"), hiring}}},
+                       {QStringLiteral("賃金"),
+                        {{QStringLiteral("賃金の形態"), QStringLiteral("賃金は、月給制とする。")},
+                         {QStringLiteral("賃金の支払日"), QStringLiteral("賃金は、毎月２５日に支払う。")}}},
+                       {QStringLiteral("休日"), {{QStringLiteral("休日"), holiday}}}},
+                      1);
         QList<ArticlePair> pairing;
         ComparisonTable table = compareDocuments(older, newer, {}, &pairing);
         QStringList lines;
         for (const ArticlePair &p : pairing)
             lines << p.line();
-        QCOMPARE(lines, (QStringList{QStringLiteral("第１条（目的） = 第1条（目的） 100%").replace(QStringLiteral("第１条"), QStringLiteral("第1条")),
-                                     QStringLiteral("第2条（採用） = 第2条（採用手続） 75%"), QStringLiteral("第4条（賃金） = 第3条（賃金の形態） 56%"),
-                                     QStringLiteral("（新設） = 第4条（賃金の支払日）"), QStringLiteral("第3条（休日） = 第5条（休日） 100%")}));
+        QCOMPARE(
+            lines,
+            (QStringList{QStringLiteral("第１条（目的） = 第1条（目的） 100%").replace(QStringLiteral("第１条"), QStringLiteral("第1条")),
+                         QStringLiteral("第2条（採用） = 第2条（採用手続） 75%"), QStringLiteral("第4条（賃金） = 第3条（賃金の形態） 56%"),
+                         QStringLiteral("（新設） = 第4条（賃金の支払日）"), QStringLiteral("第3条（休日） = 第5条（休日） 100%")}));
         QStringList kinds;
         for (const ComparisonEntry &e : table.entries)
             kinds << QString::number(int(e.kind));
