@@ -260,6 +260,8 @@ int dictRead(Context &c)
         }
         return ExitDone;
     }
+    if (!intake::checkIntakeCode(c.prompt, AppState::cn(), request.style, code))
+        return ExitStopped;
     if (!c.prompt.question(QStringLiteral("確認"), QStringLiteral("規程%1「%2」として書き込みますか？").arg(code, request.name)))
         return ExitStopped;
     return exitCodeOf(intake::writeRules(c.prompt, AppState::cn(), rules, request));

@@ -131,7 +131,9 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
     while (found.next()) {
         const qsizetype i = found.value(0).toLongLong();
         SearchHit hit = clauses[i];
-        const QString &text = texts[i];
+        // The words around the hit, a reference shown as its mark alone.
+        static const QRegularExpression reference(QStringLiteral("◆[0-9]{4}◆"));
+        const QString text = QString(texts[i]).replace(reference, QStringLiteral("◆"));
         const qsizetype at = text.indexOf(wanted.first());
         const qsizetype from = qMax<qsizetype>(0, at - kContext);
         hit.context = (from > 0 ? QStringLiteral("…") : QString()) + text.mid(from, at - from + wanted.first().size() + kContext)

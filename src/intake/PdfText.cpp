@@ -1,5 +1,5 @@
-// The text of a PDF through Poppler: every page's text in reading order, one line a
-// line of the layout. The only file that speaks to Poppler.
+// The text of a PDF through Poppler: every page's text as it is laid out, one line a line
+// of the page, an indented line keeping its indent. The only file that speaks to Poppler.
 
 #include "intake/RulesFile.h"
 
@@ -30,7 +30,7 @@ RulesFileResult readPdf(const QString &path)
         std::unique_ptr<poppler::page> page(document->create_page(i));
         if (!page)
             continue;
-        const poppler::byte_array utf8 = page->text(page->page_rect(), poppler::page::non_raw_non_physical_layout).to_utf8();
+        const poppler::byte_array utf8 = page->text(page->page_rect(), poppler::page::physical_layout).to_utf8();
         const QString text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
         for (const QString &line : text.split(u'\n')) {
             if (!line.trimmed().isEmpty())

@@ -69,6 +69,20 @@ QString defaultName(const FoundRules &rules)
     return name;
 }
 
+bool checkIntakeCode(Prompt &prompt, QSqlDatabase db, const QString &style, const QString &code)
+{
+    if (!isUserCode(Level::Document, code)) {
+        prompt.error(QStringLiteral("入力エラー"), QStringLiteral("取り込む規程のCodeは70～99で指定してください。"));
+        return false;
+    }
+    if (dictionary::DocumentMaster(db, style).document(code)) {
+        prompt.error(QStringLiteral("入力エラー"),
+                     QStringLiteral("規程「%1」は既にあります。空いているCodeを指定してください。").arg(code));
+        return false;
+    }
+    return true;
+}
+
 Outcome writeRules(Prompt &prompt, QSqlDatabase db, const FoundRules &rules, const IntakeRequest &request)
 {
     if (rules.source.entries.isEmpty()) {
@@ -79,16 +93,9 @@ Outcome writeRules(Prompt &prompt, QSqlDatabase db, const FoundRules &rules, con
     markCompanyName(marked, request.companyName);
     QuietSteps quiet(prompt);
     return runStep(prompt, db, [&] {
-        if (!isUserCode(Level::Document, request.code)) {
-            prompt.error(QStringLiteral("入力エラー"), QStringLiteral("取り込む規程のCodeは70～99で指定してください。"));
+        if (!checkIntakeCode(prompt, db, request.style, request.code))
             return Outcome::Stopped;
-        }
         dictionary::DocumentMaster master(db, request.style);
-        if (master.document(request.code)) {
-            prompt.error(QStringLiteral("入力エラー"),
-                         QStringLiteral("規程「%1」は既にあります。空いているCodeを指定してください。").arg(request.code));
-            return Outcome::Stopped;
-        }
         dictionary::DocumentRecord record;
         record.code = request.code;
         record.name = request.name;

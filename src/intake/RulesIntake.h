@@ -22,6 +22,10 @@ struct IntakeRequest {
 // The name a document gets when the user gives none: the title the text begins with.
 QString defaultName(const FoundRules &rules);
 
+// The refusal of a code that is not 70–99 or that a document of the style has; true
+// when the code is free.
+bool checkIntakeCode(Prompt &prompt, QSqlDatabase db, const QString &style, const QString &code);
+
 // Writes the rules. rules.source.document must be request.code.
 Outcome writeRules(Prompt &prompt, QSqlDatabase db, const FoundRules &rules, const IntakeRequest &request);
 

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace normaris::intake {
 
@@ -186,7 +187,7 @@ private:
             if (m.hasMatch() && opens(p.kind, m, line))
                 return;
         }
-        plainLine(line, text);
+        plainLine(line, text, raw.text.front().isSpace() || raw.text.front() == u'　');
     }
 
     // A line of the kind: false when it cannot open that here (it is then plain text).
@@ -440,11 +441,20 @@ private:
         m_nodes[m_clause].pieces << Piece{text, lineBreak, line};
     }
 
-    void plainLine(int line, const QString &text)
+    // Whether a line of a page layout after these pieces goes on with the last one: a
+    // paragraph the page wrapped stops short of its 。, and its next line is not indented.
+    bool wrapped(const QList<Piece> &pieces, bool indented) const
+    {
+        return m_lines.laidOut && !indented && !pieces.isEmpty() && !pieces.last().text.endsWith(u'。');
+    }
+
+    void plainLine(int line, const QString &text, bool indented)
     {
         if (!m_started) {
             if (m_out.title.isEmpty() && m_preamble.isEmpty())
                 m_out.title = text;
+            else if (wrapped(m_preamble, indented))
+                m_preamble.last().text += text;
             else
                 m_preamble << Piece{text, !m_preamble.isEmpty(), line};
             return;
@@ -457,8 +467,7 @@ private:
             report(line, QStringLiteral("「%1」は置き場所がないため取り込みませんでした").arg(text.left(20)));
             return;
         }
-        if (m_lines.laidOut) {
-            // A paragraph the page wrapped goes on where it stopped.
+        if (wrapped(m_nodes[m_clause].pieces, indented)) {
             m_nodes[m_clause].pieces.last().text += text;
             return;
         }
@@ -584,6 +593,8 @@ private:
 
     void finish()
     {
+        std::stable_sort(m_out.report.begin(), m_out.report.end(),
+                         [](const ReportLine &a, const ReportLine &b) { return a.line < b.line; });
         if (!m_preamble.isEmpty()) {
             dictionary::ClauseSource preamble;
             preamble.file = m_out.source.file;

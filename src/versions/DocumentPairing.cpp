@@ -15,7 +15,7 @@ namespace {
 // Below this similarity two articles are not taken for one in the order of the
 // documents; across it (a moved chapter) they must be closer.
 constexpr double kInOrder = 0.35;
-constexpr double kAcross = 0.6;
+constexpr double kAcross = 0.45;
 // How far from the diagonal the ordered pairing looks, in articles.
 constexpr int kBand = 60;
 

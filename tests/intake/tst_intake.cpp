@@ -57,6 +57,15 @@ QString textOf(const QString &path, QString *refusal = nullptr)
     return text.mid(text.indexOf(u'\n') + 1);
 }
 
+// The dictionary text without its comment lines: the report's line numbers differ by
+// format (a PDF has no blank lines), the structure must not.
+QString bodyOf(const QString &text)
+{
+    QStringList lines = text.split(u'\n');
+    lines.removeIf([](const QString &l) { return l.startsWith(QStringLiteral("# ")); });
+    return lines.join(u'\n');
+}
+
 // A .docx of the given document part (and numbering part), packed as Word packs it.
 void writeDocx(const QString &path, const QByteArray &document, const QByteArray &numbering = {})
 {
@@ -186,9 +195,10 @@ private slots:
     void textReadsToTheGolden()
     {
         const QString got = textOf(kCorpus + QStringLiteral("rules.txt"));
+        // NORMARIS_UPDATE_GOLDEN=1 writes what is read as the new golden file, for review.
+        if (qEnvironmentVariableIsSet("NORMARIS_UPDATE_GOLDEN"))
+            writeBytes(kGolden + QStringLiteral("rules.dict.txt"), got.toUtf8());
         const QString golden = QString::fromUtf8(fileBytes(kGolden + QStringLiteral("rules.dict.txt")));
-        if (got != golden)
-            writeBytes(path(QStringLiteral("rules.got.txt")), got.toUtf8());
         QCOMPARE(got, golden);
     }
 
@@ -338,13 +348,13 @@ private slots:
         QCOMPARE(r.err, QString());
         QCOMPARE(r.status, 0);
         QVERIFY2(r.out.startsWith(QStringLiteral(
-                     "表題: 就業規則\n前文: あり\n章 5、条 11、項 15、号 11、号の細分 4、参照 11\n事業所名の候補: 株式会社みなと商会\n")),
+                     "表題: 就業規則\n前文: あり\n章 5、条 11、項 16、号 8、号の細分 4、参照 10\n事業所名の候補: 株式会社みなと商会\n")),
                  qPrintable(r.out));
         QVERIFY(!cli(QStringList{"dict", "docs", "list"} + company()).out.contains(QStringLiteral("\n70\t")));
 
         r = cli(QStringList{"dict", "read"} + company()
                 + QStringList{"--file", rules, "--code", "70", "--company-name", QStringLiteral("株式会社みなと商会")});
-        QCOMPARE(r.err, QString());
+        QCOMPARE(r.err, QStringLiteral("確認: 規程70「就業規則」として書き込みますか？\n"));
         QCOMPARE(r.status, 0);
         r = cli(QStringList{"dict", "docs", "list"} + company());
         QVERIFY2(r.out.contains(QStringLiteral("70\t就業規則\tTrue\t就業規則\tTrue\t1\n")), qPrintable(r.out));
@@ -385,27 +395,30 @@ private slots:
     {
         const QString head = QStringLiteral("文章形式 1\n規程 70 就業規則\n\n章 70 総則\n\n条 7000 目的\n  項 71\n= %1\n");
         writeBytes(path(QStringLiteral("tele.txt")),
-                   head.arg(QStringLiteral("従業員は、会社が認めるときはテレワーク勤務をすることができる。")).toUtf8());
+                   head.arg(QStringLiteral("従業員は、会社が認めるときはワーケーション勤務をすることができる。")).toUtf8());
         QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
         CliRun r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
-                        QStringLiteral("テレワーク　勤務")});
+                        QStringLiteral("ワーケーション　勤務")});
         QCOMPARE(r.status, 0);
         QCOMPARE(r.out,
                  QStringLiteral(
-                     "1\t規程70 章70 条7000 項71\t就業規則\t第１条\t従業員は、会社が認めるときはテレワーク勤務をすることができる。\n"));
+                     "1\t規程70 章70 条7000 項71\t就業規則\t第１条\t従業員は、会社が認めるときはワーケーション勤務をすることができる。\n"));
         writeBytes(path(QStringLiteral("tele.txt")),
                    head.arg(QStringLiteral("従業員は、会社が認めるときは在宅で勤務することができる。")).toUtf8());
         QCOMPARE(cli(QStringList{"dict", "put"} + company() + QStringList{"--doc", "70", path(QStringLiteral("tele.txt"))}).err, QString());
         r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
-                 QStringLiteral("テレワーク")});
+                 QStringLiteral("ワーケーション")});
         QCOMPARE(r.status, 1);
-        QCOMPARE(r.err, QStringLiteral("条文検索: 「テレワーク」を含む条文はありません。\n"));
+        QCOMPARE(r.err, QStringLiteral("条文検索: 「ワーケーション」を含む条文はありません。\n"));
         // Two characters are found too, in both styles of the standard rules and in the read-in document.
         r = cli({QStringLiteral("dict"), QStringLiteral("search"), QStringLiteral("--company"), kCompany, QStringLiteral("--text"),
                  QStringLiteral("懲戒"), QStringLiteral("--doc"), QStringLiteral("70")});
         QCOMPARE(r.status, 0);
-        QVERIFY2(r.out.contains(QStringLiteral(
-                     "1\t規程70 章72 条7009 項70\t就業規則\t第１０条\t従業員が前条に違反したときは、次条に定めるところにより懲戒する。")),
+        // Captions are searched too; the 第４条の２ makes the article 7008 print as 第９条.
+        QVERIFY2(r.out.startsWith(QStringLiteral("1\t規程70 章73 条7008\t就業規則\t第９条\t懲戒\n"
+                                                 "1\t規程70 章73 条7009\t就業規則\t第１０条\t懲戒の種類\n"
+                                                 "1\t規程70 章73 条7008 項70\t就業規則\t第９条\t"
+                                                 "…ときは、◆に定めるところにより懲戒する。この場合、賃金規程第３条…\n")),
                  qPrintable(r.out));
     }
 
@@ -432,11 +445,10 @@ private slots:
         QStringList lines;
         for (const ArticlePair &p : pairing)
             lines << p.line();
-        QCOMPARE(
-            lines,
-            (QStringList{QStringLiteral("第１条（目的） = 第1条（目的） 100%").replace(QStringLiteral("第１条"), QStringLiteral("第1条")),
-                         QStringLiteral("第2条（採用） = 第2条（採用手続） 75%"), QStringLiteral("第4条（賃金） = 第3条（賃金の形態） 56%"),
-                         QStringLiteral("（新設） = 第4条（賃金の支払日）"), QStringLiteral("第3条（休日） = 第5条（休日） 100%")}));
+        QCOMPARE(lines,
+                 (QStringList{QStringLiteral("第1条（目的） = 第1条（目的） 100%"), QStringLiteral("第2条（採用） = 第2条（採用手続） 75%"),
+                              QStringLiteral("（新設） = 第3条（賃金の形態）"), QStringLiteral("第4条（賃金） = 第4条（賃金の支払日） 57%"),
+                              QStringLiteral("第3条（休日） = 第5条（休日） 100%")}));
         QStringList kinds;
         for (const ComparisonEntry &e : table.entries)
             kinds << QString::number(int(e.kind));
@@ -444,10 +456,10 @@ private slots:
         QCOMPARE(table.renumbered.size(), 1);
         QCOMPARE(table.renumbered[0].line(), QStringLiteral("第3条 → 第5条（休日）"));
 
-        // The user pairs the old 賃金 with the 支払日 instead.
-        compareDocuments(older, newer, {PairOverride{4, 4}}, &pairing);
-        QCOMPARE(pairing.value(2).line(), QStringLiteral("（新設） = 第3条（賃金の形態）"));
-        QCOMPARE(pairing.value(3).line(), QStringLiteral("第4条（賃金） = 第4条（賃金の支払日） （指定）"));
+        // The user pairs the old 賃金 with the 形態 instead.
+        compareDocuments(older, newer, {PairOverride{4, 3}}, &pairing);
+        QCOMPARE(pairing.value(2).line(), QStringLiteral("第4条（賃金） = 第3条（賃金の形態） （指定）"));
+        QCOMPARE(pairing.value(3).line(), QStringLiteral("（新設） = 第4条（賃金の支払日）"));
         QString wrong;
         QVERIFY(!parseOverrides(QStringLiteral("4=4,x"), &wrong));
         QCOMPARE(wrong, QStringLiteral("x"));
@@ -471,16 +483,16 @@ private slots:
         QDir().mkpath(work);
         const QString odt = officeConvert(kCorpus + QStringLiteral("rules.txt"), QStringLiteral("odt"), work);
         QVERIFY(!odt.isEmpty());
-        const QString expected = textOf(kCorpus + QStringLiteral("rules.txt"));
+        const QString expected = bodyOf(textOf(kCorpus + QStringLiteral("rules.txt")));
         QString refusal;
-        QCOMPARE(textOf(odt, &refusal), expected);
+        QCOMPARE(bodyOf(textOf(odt, &refusal)), expected);
         QCOMPARE(refusal, QString());
         const QString docx = officeConvert(odt, QStringLiteral("docx:MS Word 2007 XML"), work);
         QVERIFY(!docx.isEmpty());
-        QCOMPARE(textOf(docx), expected);
+        QCOMPARE(bodyOf(textOf(docx)), expected);
         const QString pdf = officeConvert(odt, QStringLiteral("pdf"), work);
         QVERIFY(!pdf.isEmpty());
-        QCOMPARE(textOf(pdf), expected);
+        QCOMPARE(bodyOf(textOf(pdf)), expected);
     }
 };
 
