@@ -6,6 +6,7 @@
 #include "composition/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "dictionary/DocumentMaster.h"
+#include "rulebase/BasicSettings.h"
 
 namespace normaris::intake {
 
@@ -108,8 +109,15 @@ Outcome writeRules(Prompt &prompt, QSqlDatabase db, const FoundRules &rules, con
         // A step that failed has undone itself: the intake is undone as a whole.
         if (outcome == Outcome::Failed)
             throw Failure(QStringLiteral("取込の書き込みに失敗しました。"));
-        if (outcome == Outcome::Done && !request.companyName.isEmpty())
-            execSql(db, QStringLiteral("UPDATE 企業情報 SET 事業所名 = ? WHERE COALESCE(事業所名, '') = ''"), {request.companyName});
+        if (outcome == Outcome::Done && !request.companyName.isEmpty()) {
+            // 事業所名 is set when it is not yet.
+            BasicSettings settings(db);
+            QStringList values = settings.load();
+            if (values[0].isEmpty() || values[0] == settingFields()[0].marker) {
+                values[0] = request.companyName;
+                settings.save(values, settings.representative());
+            }
+        }
         return outcome;
     });
 }
