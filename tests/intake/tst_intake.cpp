@@ -473,6 +473,47 @@ private slots:
         QCOMPARE(parseOverrides(QStringLiteral("４=1,2=0"), nullptr)->size(), 2);
     }
 
+    // The 新旧対照表 of the read-in rules (70) against a new draft of them (73): articles
+    // paired by caption and text, the pairing printed and overridden.
+    void compareAgainstTheCurrentRules()
+    {
+        QString draft = QString::fromUtf8(fileBytes(kCorpus + QStringLiteral("rules.txt")));
+        draft.replace(QStringLiteral("（規則の遵守）\n第３条　会社及び従業員は、この規則を守り、誠実に職務を遂行しなければならない。\n\n"), QString());
+        draft.replace(QStringLiteral("（採用手続）"), QStringLiteral("（採用）"));
+        draft.replace(QStringLiteral("第４条の２"), QStringLiteral("第４条"));
+        writeBytes(path(QStringLiteral("draft.txt")), draft.toUtf8());
+        CliRun r = cli(QStringList{"dict", "read"} + company() + QStringList{"--file", path(QStringLiteral("draft.txt")), "--code", "73"});
+        QCOMPARE(r.status, 0);
+        QCOMPARE(cli({QStringLiteral("dates"), QStringLiteral("add"), QStringLiteral("--company"), kCompany, QStringLiteral("--doc"),
+                      QStringLiteral("73"), QStringLiteral("2026/10/1")})
+                     .status,
+                 0);
+        QCOMPARE(cli(QStringList{"build"} + company() + QStringList{"--doc", "73"}).status, 0);
+        QCOMPARE(cli(QStringList{"substitute"} + company() + QStringList{"--doc", "73"}).status, 0);
+        QCOMPARE(cli(QStringList{"export"} + company() + QStringList{"--doc", "73", "--out", path(QStringLiteral("73.docx"))}).status, 0);
+
+        const QStringList compare = QStringList{"compare"} + company()
+                                    + QStringList{"--doc", "73", "--against", "70", "--out", path(QStringLiteral("cmp.docx")), "--text",
+                                                  path(QStringLiteral("cmp.txt")), "--pairs"};
+        r = cli(compare);
+        QCOMPARE(r.err, QString());
+        QCOMPARE(r.status, 0);
+        const QStringList pairs = r.out.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(pairs.value(0), QStringLiteral("第１条（目的） = 第１条（目的） 100%"));
+        QCOMPARE(pairs.value(2), QStringLiteral("第３条（規則の遵守） = （削除）"));
+        QCOMPARE(pairs.value(3), QStringLiteral("第４条（採用手続） = 第３条（採用） 92%"));
+        const QString table = QString::fromUtf8(fileBytes(path(QStringLiteral("cmp.txt"))));
+        QVERIFY2(table.contains(QStringLiteral("（削除）")), qPrintable(table));
+
+        // The user's pairing wins, and a wrong one is refused.
+        r = cli(compare + QStringList{"--pair", "4=4"});
+        QCOMPARE(r.status, 0);
+        QVERIFY2(r.out.contains(QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n")), qPrintable(r.out));
+        r = cli(compare + QStringList{"--pair", "4-4"});
+        QCOMPARE(r.status, 1);
+        QCOMPARE(r.err, QStringLiteral("新旧対照表: --pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「4-4」）。\n"));
+    }
+
     // The code is refused when taken; nothing is written.
     void takenCodeIsRefused()
     {
