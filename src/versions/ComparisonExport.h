@@ -20,8 +20,8 @@ struct ComparisonRequest {
     QString company;             // the company's name when its 事業所名 is not set
     // The old side from another document of the company (its latest version), paired
     // by similarity with the overrides given; the pairing used goes to pairing.
-    QString against;
-    QList<PairOverride> overrides;
+    QString against = QString();
+    QList<PairOverride> overrides = {};
     QList<ArticlePair> *pairing = nullptr;
 };
 

@@ -48,7 +48,7 @@ private slots:
 
         session.prompt.clear();
         frmJoubunKensaku search;
-        search.findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("源泉徴収票"));
+        search.findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("前職のない者"));
         search.search();
         auto *hits = search.findChild<QTreeWidget *>(QStringLiteral("List1"));
         QCOMPARE(hits->topLevelItemCount(), 1);
