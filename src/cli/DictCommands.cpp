@@ -16,7 +16,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 
 namespace normaris::cli {
 
@@ -210,18 +209,6 @@ int dictDelete(Context &c)
     return exitCodeOf(editor.remove(c.prompt, codes.last()));
 }
 
-// The first code from 70 that no document of the style has.
-QString freeUserCode(const QString &style)
-{
-    const QList<DocumentRecord> documents = DocumentMaster(AppState::cn(), style).documents();
-    for (int n = 70; n <= 99; ++n) {
-        const QString code = QString::number(n);
-        if (std::none_of(documents.begin(), documents.end(), [&](const DocumentRecord &d) { return d.code == code; }))
-            return code;
-    }
-    return QStringLiteral("99");
-}
-
 int dictRead(Context &c)
 {
     const QString path = c.args.option(QStringLiteral("--file"));
@@ -233,7 +220,7 @@ int dictRead(Context &c)
         c.prompt.error(title, read.refusal);
         return ExitStopped;
     }
-    const QString code = c.args.options.value(QStringLiteral("--code"), freeUserCode(styleOf(c)));
+    const QString code = c.args.options.value(QStringLiteral("--code"), intake::firstFreeCode(AppState::cn(), styleOf(c)));
     const intake::FoundRules rules = intake::findStructure(*read.lines, QFileInfo(path).fileName(), code);
     if (rules.source.entries.isEmpty()) {
         c.prompt.error(

@@ -8,6 +8,8 @@
 #include "dictionary/DocumentMaster.h"
 #include "rulebase/BasicSettings.h"
 
+#include <algorithm>
+
 namespace normaris::intake {
 
 namespace {
@@ -68,6 +70,16 @@ QString defaultName(const FoundRules &rules)
     QString name = rules.title;
     name.remove(u' ').remove(u'　');
     return name;
+}
+
+QString firstFreeCode(QSqlDatabase db, const QString &style)
+{
+    const QList<dictionary::DocumentRecord> documents = dictionary::DocumentMaster(db, style).documents();
+    for (int n = 70; n < 99; ++n) {
+        if (std::none_of(documents.begin(), documents.end(), [n](const dictionary::DocumentRecord &d) { return d.code.toInt() == n; }))
+            return QString::number(n);
+    }
+    return QStringLiteral("99");
 }
 
 bool checkIntakeCode(Prompt &prompt, QSqlDatabase db, const QString &style, const QString &code)

@@ -22,6 +22,9 @@ struct IntakeRequest {
 // The name a document gets when the user gives none: the title the text begins with.
 QString defaultName(const FoundRules &rules);
 
+// The first code from 70 that no document of the style has (99 when all are taken).
+QString firstFreeCode(QSqlDatabase db, const QString &style);
+
 // The refusal of a code that is not 70–99 or that a document of the style has; true
 // when the code is free.
 bool checkIntakeCode(Prompt &prompt, QSqlDatabase db, const QString &style, const QString &code);

@@ -43,7 +43,8 @@ private slots:
 
         form.takeIn();
         QCOMPARE(session.prompt.lines(), QStringList{QStringLiteral("確認: 規程70「就業規則」として取り込みました。")});
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '70'")).toInt(), 11);
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '70'")).toInt(),
+                 11);
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 選択フラグ FROM 規程 WHERE 文章形式Code = '1' AND Code = '70'")).toInt(), 1);
 
         session.prompt.clear();

@@ -379,8 +379,10 @@ private slots:
                       QStringLiteral("70"), QStringLiteral("2026/4/1")})
                      .status,
                  0);
-        QCOMPARE(cli(QStringList{"build"} + company() + QStringList{"--doc", "70"}).err, QStringLiteral("処理完了: データ作成が完了しました。\n"));
-        QCOMPARE(cli(QStringList{"substitute"} + company() + QStringList{"--doc", "70"}).err, QStringLiteral("処理完了: 置換処理が完了しました。\n"));
+        QCOMPARE(cli(QStringList{"build"} + company() + QStringList{"--doc", "70"}).err,
+                 QStringLiteral("処理完了: データ作成が完了しました。\n"));
+        QCOMPARE(cli(QStringList{"substitute"} + company() + QStringList{"--doc", "70"}).err,
+                 QStringLiteral("処理完了: 置換処理が完了しました。\n"));
         r = cli(QStringList{"export"} + company()
                 + QStringList{"--doc", "70", "--out", path(QStringLiteral("70.docx")), "--text", path(QStringLiteral("70.out.txt"))});
         QCOMPARE(r.err, QString());
@@ -461,7 +463,8 @@ private slots:
         QStringList renumbered;
         for (const Renumbering &r : table.renumbered)
             renumbered << r.line();
-        QCOMPARE(renumbered, (QStringList{QStringLiteral("第3章 → 第2章　賃金"), QStringLiteral("第2章 → 第3章　休日"), QStringLiteral("第3条 → 第5条（休日）")}));
+        QCOMPARE(renumbered, (QStringList{QStringLiteral("第3章 → 第2章　賃金"), QStringLiteral("第2章 → 第3章　休日"),
+                                          QStringLiteral("第3条 → 第5条（休日）")}));
 
         // The user pairs the old 賃金 with the 形態 instead.
         compareDocuments(older, newer, {PairOverride{4, 3}}, &pairing);
@@ -478,7 +481,8 @@ private slots:
     void compareAgainstTheCurrentRules()
     {
         QString draft = QString::fromUtf8(fileBytes(kCorpus + QStringLiteral("rules.txt")));
-        draft.replace(QStringLiteral("（規則の遵守）\n第３条　会社及び従業員は、この規則を守り、誠実に職務を遂行しなければならない。\n\n"), QString());
+        draft.replace(QStringLiteral("（規則の遵守）\n第３条　会社及び従業員は、この規則を守り、誠実に職務を遂行しなければならない。\n\n"),
+                      QString());
         draft.replace(QStringLiteral("（採用手続）"), QStringLiteral("（採用）"));
         draft.replace(QStringLiteral("第４条の２"), QStringLiteral("第４条"));
         writeBytes(path(QStringLiteral("draft.txt")), draft.toUtf8());
@@ -492,9 +496,11 @@ private slots:
         QCOMPARE(cli(QStringList{"substitute"} + company() + QStringList{"--doc", "73"}).status, 0);
         QCOMPARE(cli(QStringList{"export"} + company() + QStringList{"--doc", "73", "--out", path(QStringLiteral("73.docx"))}).status, 0);
 
-        const QStringList compare = QStringList{"compare"} + company()
-                                    + QStringList{"--doc", "73", "--against", "70", "--out", path(QStringLiteral("cmp.docx")), "--text",
-                                                  path(QStringLiteral("cmp.txt")), "--pairs"};
+        const QStringList compare = QStringList{"compare"} + company() + QStringList{"--doc",     "73",
+                                                                                     "--against", "70",
+                                                                                     "--out",     path(QStringLiteral("cmp.docx")),
+                                                                                     "--text",    path(QStringLiteral("cmp.txt")),
+                                                                                     "--pairs"};
         r = cli(compare);
         QCOMPARE(r.err, QString());
         QCOMPARE(r.status, 0);

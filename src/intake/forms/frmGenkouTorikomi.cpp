@@ -2,7 +2,6 @@
 
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
-#include "dictionary/DocumentMaster.h"
 #include "intake/RulesFile.h"
 #include "intake/RulesIntake.h"
 #include "shell/forms/FormHelpers.h"
@@ -23,7 +22,6 @@
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace normaris {
 
@@ -135,15 +133,8 @@ void frmGenkouTorikomi::readFile()
         return;
     }
     // The first free code of the user's own, as a suggestion.
-    const QString style = m_style->currentData().toString();
-    const QList<dictionary::DocumentRecord> documents = dictionary::DocumentMaster(AppState::cn(), style).documents();
-    QString code;
-    for (int n = 70; n <= 99 && code.isEmpty(); ++n) {
-        if (std::none_of(documents.begin(), documents.end(), [n](const dictionary::DocumentRecord &d) { return d.code.toInt() == n; }))
-            code = QString::number(n);
-    }
     if (m_code->text().isEmpty())
-        m_code->setText(code);
+        m_code->setText(intake::firstFreeCode(AppState::cn(), m_style->currentData().toString()));
     intake::FoundRules rules = intake::findStructure(*read.lines, QFileInfo(path).fileName(), m_code->text());
     if (rules.source.entries.isEmpty()) {
         uiPrompt().error(
