@@ -156,6 +156,8 @@ public:
 
     FoundRules run()
     {
+        if (m_lines.laidOut)
+            m_fullLine = fullLineWidth();
         for (qsizetype i = 0; i < m_lines.lines.size(); ++i)
             take(int(i) + 1, m_lines.lines[i]);
         if (m_articles.isEmpty())
@@ -169,11 +171,37 @@ public:
 private:
     void report(int line, const QString &text) { m_out.report << ReportLine{line, text}; }
 
+    // The width of a line in half-width characters.
+    static int widthOf(const QString &text)
+    {
+        int width = 0;
+        for (QChar c : text)
+            width += c.unicode() < 0x80 ? 1 : 2;
+        return width;
+    }
+
+    // The width of a full line of the page: what most long lines come to.
+    int fullLineWidth() const
+    {
+        QList<int> widths;
+        for (const RulesLine &l : m_lines.lines)
+            widths << widthOf(trimmed(l.text));
+        std::sort(widths.begin(), widths.end());
+        return widths.isEmpty() ? 0 : widths[widths.size() * 9 / 10];
+    }
+
     void take(int line, const RulesLine &raw)
     {
-        const QString text = trimmed(raw.text);
+        QString text = trimmed(raw.text);
         if (text.isEmpty())
             return;
+        const int lastWidth = m_lastWidth;
+        m_lastWidth = widthOf(text);
+        // A page layout writes a full-width blank as a run of blanks.
+        if (m_lines.laidOut) {
+            static const QRegularExpression blanks(QStringLiteral(" {2,}"));
+            text.replace(blanks, QStringLiteral("　"));
+        }
         if (raw.tableRow) {
             if (!m_inTable)
                 report(line, QStringLiteral("表を前の条項の本文として取り込みました"));
@@ -182,12 +210,40 @@ private:
             return;
         }
         m_inTable = false;
+        // The page numbers of a page layout.
+        static const QRegularExpression pageNumber(QStringLiteral("^[-－—–\\s　]*[0-9０-９]+[-－—–\\s　]*$"));
+        if (m_lines.laidOut && pageNumber.match(text).hasMatch())
+            return;
+        if (skipsContents(line, text))
+            return;
         for (const CompiledPattern &p : linePatterns()) {
             const QRegularExpressionMatch m = p.re.match(text);
             if (m.hasMatch() && opens(p.kind, m, line))
                 return;
         }
-        plainLine(line, text, raw.text.front().isSpace() || raw.text.front() == u'　');
+        plainLine(line, text, lastWidth);
+    }
+
+    // A table of contents (目次 before the body) is read past: its headings are the body's
+    // again, and the title repeated is the body's own. What stood before it is the cover.
+    // It ends at the first line that is neither a heading nor the title.
+    bool skipsContents(int line, const QString &text)
+    {
+        static const QRegularExpression contents(QStringLiteral("^目[\\s　]*次$"));
+        static const QRegularExpression heading(
+            QStringLiteral("^(第[0-9０-９〇一二三四五六七八九十百千]+[章節款条]|[附付][\\s　]*則|[（(][^）)]+[）)]$)"));
+        if (!m_started && !m_inContents && contents.match(text).hasMatch()) {
+            m_inContents = true;
+            m_preamble.clear();
+            report(line, QStringLiteral("目次を読み飛ばしました"));
+            return true;
+        }
+        if (!m_inContents)
+            return false;
+        if (heading.match(text).hasMatch() || text == m_out.title)
+            return true;
+        m_inContents = false;
+        return false;
     }
 
     // A line of the kind: false when it cannot open that here (it is then plain text).
@@ -441,19 +497,19 @@ private:
         m_nodes[m_clause].pieces << Piece{text, lineBreak, line};
     }
 
-    // Whether a line of a page layout after these pieces goes on with the last one: a
-    // paragraph the page wrapped stops short of its 。, and its next line is not indented.
-    bool wrapped(const QList<Piece> &pieces, bool indented) const
+    // Whether a line of a page layout after these pieces goes on with the last one: the
+    // line before it ran to the end of the page's line, short of its 。.
+    bool wrapped(const QList<Piece> &pieces, int lastWidth) const
     {
-        return m_lines.laidOut && !indented && !pieces.isEmpty() && !pieces.last().text.endsWith(u'。');
+        return m_lines.laidOut && !pieces.isEmpty() && !pieces.last().text.endsWith(u'。') && lastWidth * 4 >= m_fullLine * 3;
     }
 
-    void plainLine(int line, const QString &text, bool indented)
+    void plainLine(int line, const QString &text, int lastWidth)
     {
         if (!m_started) {
             if (m_out.title.isEmpty() && m_preamble.isEmpty())
                 m_out.title = text;
-            else if (wrapped(m_preamble, indented))
+            else if (wrapped(m_preamble, lastWidth))
                 m_preamble.last().text += text;
             else
                 m_preamble << Piece{text, !m_preamble.isEmpty(), line};
@@ -467,7 +523,7 @@ private:
             report(line, QStringLiteral("「%1」は置き場所がないため取り込みませんでした").arg(text.left(20)));
             return;
         }
-        if (wrapped(m_nodes[m_clause].pieces, indented)) {
+        if (wrapped(m_nodes[m_clause].pieces, lastWidth)) {
             m_nodes[m_clause].pieces.last().text += text;
             return;
         }
@@ -681,8 +737,8 @@ private:
     QList<ArticleInfo> m_articles;
     QList<Piece> m_preamble;
     QString m_chapter, m_chapterTitle, m_baseChapterTitle, m_pendingCaption, m_supplementTitle;
-    int m_chapterNode = -1, m_chapterCount = 0, m_clause = -1, m_item = -1, m_maru = -1, m_maruCount = 0, m_irohaCount = 0;
-    bool m_chapterHasArticles = false, m_started = false, m_inSupplement = false, m_supplementPending = false, m_inTable = false;
+    int m_fullLine = 0, m_lastWidth = 0, m_chapterNode = -1, m_chapterCount = 0, m_clause = -1, m_item = -1, m_maru = -1, m_maruCount = 0, m_irohaCount = 0;
+    bool m_chapterHasArticles = false, m_started = false, m_inContents = false, m_inSupplement = false, m_supplementPending = false, m_inTable = false;
 };
 
 } // namespace
