@@ -737,8 +737,10 @@ private:
     QList<ArticleInfo> m_articles;
     QList<Piece> m_preamble;
     QString m_chapter, m_chapterTitle, m_baseChapterTitle, m_pendingCaption, m_supplementTitle;
-    int m_fullLine = 0, m_lastWidth = 0, m_chapterNode = -1, m_chapterCount = 0, m_clause = -1, m_item = -1, m_maru = -1, m_maruCount = 0, m_irohaCount = 0;
-    bool m_chapterHasArticles = false, m_started = false, m_inContents = false, m_inSupplement = false, m_supplementPending = false, m_inTable = false;
+    int m_fullLine = 0, m_lastWidth = 0, m_chapterNode = -1, m_chapterCount = 0, m_clause = -1, m_item = -1, m_maru = -1, m_maruCount = 0,
+        m_irohaCount = 0;
+    bool m_chapterHasArticles = false, m_started = false, m_inContents = false, m_inSupplement = false, m_supplementPending = false,
+         m_inTable = false;
 };
 
 } // namespace

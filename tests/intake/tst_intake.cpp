@@ -6,6 +6,7 @@
 #include "OfficeRender.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
+#include "base/Database.h"
 #include "fileformats/ZipPackage.h"
 #include "intake/RulesFile.h"
 #include "intake/RulesIntake.h"
@@ -21,6 +22,7 @@
 
 using namespace normaris;
 using namespace normaris::intake;
+using normaris::dictionary::SourceEntry;
 
 namespace {
 
@@ -518,6 +520,51 @@ private slots:
         r = cli(compare + QStringList{"--pair", "4-4"});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("新旧対照表: --pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「4-4」）。\n"));
+    }
+
+    // The seed's work rules as the program prints them (.docx) read back to the
+    // articles they were printed from, past the cover and the table of contents.
+    void printedWorkRulesReadBack()
+    {
+        const QString root = m_dir.filePath(QStringLiteral("seedroot"));
+        const auto run = [&](const QStringList &args) { return runCli(root, QStringList{QStringLiteral("--yes")} + args); };
+        QCOMPARE(run({QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("乙")}).status, 0);
+        const QStringList company = {QStringLiteral("--company"), QStringLiteral("乙"), QStringLiteral("--style"), QStringLiteral("1")};
+        QCOMPARE(run(QStringList{"settings", "set", "--company", QStringLiteral("乙"), QStringLiteral("事業所名=株式会社テスト")}).status,
+                 0);
+        const QStringList documents = {"01", "02", "03", "04", "05", "31"};
+        for (const QString &d : documents) {
+            QCOMPARE(run(QStringList{"dates", "add", "--company", QStringLiteral("乙"), "--doc", d, "2026/4/1"}).status, 0);
+            QCOMPARE(run(QStringList{"build"} + company + QStringList{"--doc", d}).status, 0);
+        }
+        for (const QString &d : documents)
+            QCOMPARE(run(QStringList{"substitute"} + company + QStringList{"--doc", d}).status, 0);
+        // (The program's own PDF needs a GUI application, which this suite is not.)
+        const QString docx = path(QStringLiteral("01.docx"));
+        QCOMPARE(run(QStringList{"export"} + company + QStringList{"--doc", "01", "--out", docx}).status, 0);
+
+        QStringList printed;
+        {
+            const QString file = root + QStringLiteral("/Data/乙/乙.sqlite");
+            QSqlDatabase db = openDatabase(file, QStringLiteral("printed"), OpenMode::ReadOnly);
+            auto q = execSql(db, QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = '01' AND 種別 = '3' ORDER BY 順番"));
+            while (q.next())
+                printed << q.value(0).toString();
+        }
+        closeDatabase(QStringLiteral("printed"));
+        QVERIFY(printed.size() > 80);
+        for (const QString &file : {docx}) {
+            const RulesFileResult r = readRulesFile(file);
+            QVERIFY2(r.lines, qPrintable(r.refusal));
+            const FoundRules rules = findStructure(*r.lines, file, QStringLiteral("70"));
+            QStringList captions;
+            for (const SourceEntry &e : rules.source.entries)
+                if (e.level == Level::Article && e.title != u"附則")
+                    captions << e.title;
+            QCOMPARE(captions, printed);
+            QVERIFY2(rules.references > 80, qPrintable(file));
+            QVERIFY(rules.source.preamble.has_value());
+        }
     }
 
     // The code is refused when taken; nothing is written.
