@@ -508,11 +508,11 @@ QList<FaultStep> steps()
                           paragraph.level = Level::Paragraph;
                           paragraph.codes = article.codes + QStringList{QStringLiteral("70")};
                           paragraph.segments = {{QStringLiteral("上限は"), false, 1, {}},
-                                                {QStringLiteral("★0120★"), false, 1, {}},
-                                                {QStringLiteral("◆0151◆"), false, 1, {}}};
-                          paragraph.words = {{QStringLiteral("0120"), QStringLiteral("上限"), QStringLiteral("週２日"), 1}};
+                                                {QStringLiteral("★0990★"), false, 1, {}},
+                                                {QStringLiteral("◆0990◆"), false, 1, {}}};
+                          paragraph.words = {{QStringLiteral("0990"), QStringLiteral("上限"), QStringLiteral("週２日"), 1}};
                           paragraph.references = {
-                              {QStringLiteral("0151"),
+                              {QStringLiteral("0990"),
                                {Level::Item, kDoc, {QString(), QStringLiteral("0002"), QStringLiteral("01"), QStringLiteral("01")}, {}},
                                1}};
                           source.entries = {article, paragraph};

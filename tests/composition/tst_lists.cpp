@@ -62,7 +62,8 @@ private slots:
             saidBeforeShowing = prompt.lines();
             return QFileInfo(path).size() > 0 && shown;
         };
-        QCOMPARE(int(ExcelLists(AppState::cn(), prompt).write(ListKind::Templates, QStringLiteral("1"), QStringLiteral("01"), out, show)),
+        // The wage rules' draft holds templates.
+        QCOMPARE(int(ExcelLists(AppState::cn(), prompt).write(ListKind::Templates, QStringLiteral("1"), QStringLiteral("02"), out, show)),
                  outcome);
         QCOMPARE(saidBeforeShowing, QStringList());
         QCOMPARE(prompt.lines(),
@@ -75,26 +76,33 @@ private slots:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("headings");
+        QTest::addColumn<QString>("document");
         QTest::newRow("basic words") << int(ListKind::BasicWords) << "【基本語句】就業規則"
-                                     << "区分|条Code|条の名称";
+                                     << "区分|条Code|条の名称"
+                                     << "01";
         QTest::newRow("embedded words") << int(ListKind::EmbeddedWords) << "【埋込語句】就業規則"
-                                        << "Code|表示名称|設定内容|条Code|条の名称";
+                                        << "Code|表示名称|設定内容|条Code|条の名称"
+                                        << "01";
         QTest::newRow("references") << int(ListKind::References) << "【参照条文番号】就業規則"
-                                    << "Code|参照先|条Code|条の名称";
-        QTest::newRow("templates") << int(ListKind::Templates) << "【テンプレート】就業規則"
-                                   << "Code|条Code|条の名称";
+                                    << "Code|参照先|条Code|条の名称"
+                                    << "01";
+        // The work rules' draft holds no template; the wage rules' does.
+        QTest::newRow("templates") << int(ListKind::Templates) << "【テンプレート】賃金規程"
+                                   << "Code|条Code|条の名称"
+                                   << "02";
     }
     void eachListOfTheDraft()
     {
         QFETCH(int, kind);
         QFETCH(QString, title);
         QFETCH(QString, headings);
+        QFETCH(QString, document);
         if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty())
             QSKIP("unzip is not installed");
         QTemporaryDir dir;
         const QString out = dir.path() + QStringLiteral("/list.xlsx");
         ScriptedPrompt prompt;
-        QCOMPARE(ExcelLists(AppState::cn(), prompt).write(ListKind(kind), QStringLiteral("1"), QStringLiteral("01"), out), Outcome::Done);
+        QCOMPARE(ExcelLists(AppState::cn(), prompt).write(ListKind(kind), QStringLiteral("1"), document, out), Outcome::Done);
         QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理完了: 処理が完了しました。")});
         const QString strings = partOf(out, QStringLiteral("xl/sharedStrings.xml"));
         QVERIFY(strings.contains(QStringLiteral("<t>") + title + QStringLiteral("</t>")));

@@ -29,6 +29,14 @@ using Mode = EntryEditor::Mode;
 
 int count(QSqlDatabase db, const QString &sql, const QVariantList &binds = {}) { return scalar(db, sql, binds).toInt(); }
 
+// The code a new word or reference of the work rules takes: the one after the highest of the table.
+QString nextCode(QSqlDatabase db, const QString &table, int step = 1)
+{
+    return QStringLiteral("%1").arg(
+        count(db, QStringLiteral("SELECT max(CAST(Code AS INTEGER)) FROM \"%1\" WHERE 規程Code = '01'").arg(table)) + step, 4, 10,
+        QChar(u'0'));
+}
+
 // The user's chain 章 70, 条 7001, 項 70, 号 70, ①～⑳ 70 above each level.
 const QStringList kUserChain = {QStringLiteral("70"), QStringLiteral("7001"), QStringLiteral("70"), QStringLiteral("70"),
                                 QStringLiteral("70")};
@@ -105,6 +113,8 @@ private slots:
         const QStringList parents = kUserChain.mid(0, depth - 1);
         const Level level = levelOfDepth(depth);
         EntryEditor editor(m_db, kStyle, kDoc, level, parents);
+        // A new word takes the code after the document's highest.
+        const QString wordCode = nextCode(m_db, QStringLiteral("変数テーブル語句"));
 
         QCOMPARE(add(parents + QStringList{code}, QStringLiteral("初め")), Outcome::Done);
         QCOMPARE(m_prompt.lines(), QStringList());
@@ -122,16 +132,16 @@ private slots:
             SegmentEditor segments(m_db, editor.placeOf(code), editor.documentKind());
             QVERIFY(segments.open(m_prompt));
             segments.segments()[0].text = QStringLiteral("改めて");
-            QString wordCode;
-            QCOMPARE(DocumentWords(m_db, kDoc).create(m_prompt, segments, 1, QStringLiteral("日数"), QStringLiteral("５日"), &wordCode),
+            QString created;
+            QCOMPARE(DocumentWords(m_db, kDoc).create(m_prompt, segments, 1, QStringLiteral("日数"), QStringLiteral("５日"), &created),
                      Outcome::Done);
-            QCOMPARE(wordCode, QStringLiteral("0120"));
+            QCOMPARE(created, wordCode);
             QCOMPARE(segments.update(m_prompt), Outcome::Done);
             QCOMPARE(count(m_db,
-                           QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = '0120' AND 種別 = ? "
+                           QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = ? AND 種別 = ? "
                                           "AND 結合 = '2' AND \"%1\" = ?")
                                .arg(placeColumns()[depth - 1]),
-                           {levelCode(level), code}),
+                           {wordCode, levelCode(level), code}),
                      1);
         }
         QCOMPARE(firstText(editor.entry(code)), QStringLiteral("改めて"));
@@ -156,7 +166,7 @@ private slots:
                 count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(levelOfDepth(depth + 1)), where)),
                 1);
         if (levelInfo(level).segmented)
-            QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0120' AND ") + where), 1);
+            QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = ? AND ") + where, {wordCode}), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE ") + where), 1);
 
         // The delete: refused while composed, then everything below goes.
@@ -170,7 +180,7 @@ private slots:
         QVERIFY(!editor.entry(moved));
         for (int d = depth; d <= 6; ++d)
             QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(levelOfDepth(d)), where)), 0);
-        QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = '0120'")), 0);
+        QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = ?"), {wordCode}), 0);
     }
 
     void codeChecks_data()
@@ -298,20 +308,23 @@ private slots:
         SegmentEditor editor(m_db, entries.placeOf(QStringLiteral("70")), entries.documentKind());
         QVERIFY(editor.open(m_prompt));
         DocumentWords words(m_db, kDoc);
+        const QString first = nextCode(m_db, QStringLiteral("変数テーブル語句"));
+        const QString second = nextCode(m_db, QStringLiteral("変数テーブル語句"), 2);
         QCOMPARE(words.words().first().code, QStringLiteral("0001"));
-        QCOMPARE(words.nextCode(&editor), QStringLiteral("0120"));
+        QCOMPARE(words.nextCode(&editor), first);
         QCOMPARE(words.create(m_prompt, editor, 0, QStringLiteral("上限"), QStringLiteral("週２日")), Outcome::Done);
-        QCOMPARE(words.nextCode(&editor), QStringLiteral("0121"));
+        QCOMPARE(words.nextCode(&editor), second);
         QCOMPARE(words.choose(m_prompt, editor, 1, QStringLiteral("0119")), Outcome::Done);
         QCOMPARE(words.create(m_prompt, editor, 2, QString(), QStringLiteral("x")), Outcome::Stopped);
         QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("入力のエラー: 未入力は許されません。 ･･･表示名称")});
         QCOMPARE(words.choose(m_prompt, editor, 2, QStringLiteral("0999")), Outcome::Stopped);
         QCOMPARE(entries.addClause(m_prompt, editor), Outcome::Done);
-        QCOMPARE(
-            count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND 条Code = '7001' AND 項Code = '70' "
-                                       "AND 種別 = '4' AND ((Code = '0120' AND 結合 = '1' AND 語句 = '週２日') "
-                                       "OR (Code = '0119' AND 結合 = '2' AND 表示名称 = '懲戒解雇の対象となる無断欠勤の日数'))")),
-            2);
+        QCOMPARE(count(m_db,
+                       QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND 条Code = '7001' AND 項Code = '70' "
+                                      "AND 種別 = '4' AND ((Code = ? AND 結合 = '1' AND 語句 = '週２日') "
+                                      "OR (Code = '0119' AND 結合 = '2' AND 表示名称 = '懲戒解雇の対象となる無断欠勤の日数'))"),
+                       {first}),
+                 2);
     }
 
     void basicPhrasesByLevel()
@@ -355,6 +368,7 @@ private slots:
         QVERIFY(editor.open(m_prompt));
         editor.segments()[0].text = QStringLiteral("前に");
         ReferenceTargets targets(m_db, kStyle);
+        const QString code = nextCode(m_db, QStringLiteral("変数テーブル番号"));
         QCOMPARE(targets.stands({level, document, codes, join}), stands);
         QString marker;
         QCOMPARE(targets.make(m_prompt, editor, 1, {level, document, codes, join}, &marker), stands ? Outcome::Done : Outcome::Stopped);
@@ -362,19 +376,19 @@ private slots:
             QVERIFY(m_prompt.lines().value(0).startsWith(QStringLiteral("入力エラー: 参照先がありません。")));
             return;
         }
-        QCOMPARE(marker, QStringLiteral("◆0151◆"));
+        QCOMPARE(marker, QStringLiteral("◆%1◆").arg(code));
         QCOMPARE(editor.segments()[1].kind, SegmentKind::Reference);
         QCOMPARE(entries.addClause(m_prompt, editor), Outcome::Done);
         const ReferenceRow row = documentReferences(m_db, kDoc).last();
-        QCOMPARE(row.code, QStringLiteral("0151"));
+        QCOMPARE(row.code, code);
         QCOMPARE(row.place.mid(0, 3), kUserChain.mid(0, 2) + QStringList{QStringLiteral("70")});
         QCOMPARE(row.join, QStringLiteral("2"));
         QCOMPARE(row.level, QStringLiteral("4"));
         QCOMPARE(row.targetDocument, document);
         QCOMPARE(row.targetLevel, levelCode(level));
         QCOMPARE(row.targetPlace.mid(0, codes.size()), codes);
-        QCOMPARE(count(m_db, QStringLiteral(
-                                 "SELECT count(*) FROM 項 WHERE 条Code = '7001' AND 項 = '◆0151◆' AND 結合種別 = '2' AND 変数番号 = 1")),
+        QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 条Code = '7001' AND 項 = ? AND 結合種別 = '2' AND 変数番号 = 1"),
+                       {marker}),
                  1);
     }
 

@@ -20,20 +20,30 @@ const QString kDesumasu = QStringLiteral("2");
 class WorkDataTest : public QObject {
     Q_OBJECT
 private slots:
+    // The work rules, and the wage rules whose draft holds templates.
+    void buildsTheSeedDraft_data()
+    {
+        QTest::addColumn<QString>("document");
+        QTest::newRow("work rules") << kWorkRules;
+        QTest::newRow("wage rules") << QStringLiteral("02");
+    }
     void buildsTheSeedDraft()
     {
+        QFETCH(QString, document);
         OpenCompany company;
         ScriptedPrompt prompt;
-        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, kWorkRules), Outcome::Done);
+        QCOMPARE(WorkDataBuild(company.db, prompt).build(kDearu, document), Outcome::Done);
         QCOMPARE(prompt.lines(), QStringList{QStringLiteral("処理完了: データ作成が完了しました。")});
 
-        const QList<CompositionRow> frozen = readWorkRows(company.db, kFrozenRowsTable, kDearu, kWorkRules);
-        const QList<CompositionRow> output = readWorkRows(company.db, kOutputRowsTable, kDearu, kWorkRules);
+        const QList<CompositionRow> frozen = readWorkRows(company.db, kFrozenRowsTable, kDearu, document);
+        const QList<CompositionRow> output = readWorkRows(company.db, kOutputRowsTable, kDearu, document);
         const int articleRows =
-            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '01'"))
+            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = ?"),
+                   {document})
                 .toInt();
         const int clauseRows =
-            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = '01'"))
+            scalar(company.db, QStringLiteral("SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = ?"),
+                   {document})
                 .toInt();
         QCOMPARE(frozen.size(), articleRows + clauseRows);
         QCOMPARE(output.size(), frozen.size() + 1);
@@ -57,23 +67,35 @@ private slots:
             if (i > 0 && isClauseLevel(f.level))
                 QCOMPARE(f.codes.mid(0, 2), frozen[i - 1].codes.mid(0, 2));
         }
-        QVERIFY(sawTemplate);
+        // Every template of the draft comes out as a row of its own.
+        const bool draftHasTemplates =
+            scalar(
+                company.db,
+                QStringLiteral(
+                    "SELECT count(*) FROM 作成データ補助項～ WHERE 文章形式Code = '1' AND 規程Code = ? AND テンプレート NOT IN ('', '0')"),
+                {document})
+                .toInt()
+            > 0;
+        QCOMPARE(sawTemplate, draftHasTemplates);
+        if (document != kWorkRules)
+            QVERIFY(sawTemplate);
         const CompositionRow &closing = output.last();
         QCOMPARE(closing.level, Level::Closing);
         QCOMPARE(closing.order, frozen.size() + 1);
         QCOMPARE(closing.text, QStringLiteral("ダミーの行"));
 
         // The texts by level: the document's and an article's formal name, a clause's own text.
-        QCOMPARE(output.first().text,
-                 scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = '1' AND Code = '01'")).toString());
+        QCOMPARE(
+            output.first().text,
+            scalar(company.db, QStringLiteral("SELECT 正式名称 FROM 規程 WHERE 文章形式Code = '1' AND Code = ?"), {document}).toString());
         for (const CompositionRow &o : output) {
             if (o.level == Level::Article) {
-                QCOMPARE(o.text,
-                         scalar(company.db,
-                                QStringLiteral(
-                                    "SELECT 正式名称 FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 章Code = ? AND Code = ?"),
-                                {o.codes[0], o.codes[1]})
-                             .toString());
+                QCOMPARE(
+                    o.text,
+                    scalar(company.db,
+                           QStringLiteral("SELECT 正式名称 FROM 条 WHERE 文章形式Code = '1' AND 規程Code = ? AND 章Code = ? AND Code = ?"),
+                           {document, o.codes[0], o.codes[1]})
+                        .toString());
                 break;
             }
         }

@@ -257,7 +257,8 @@ private slots:
         const QString place =
             scalar(AppState::cn(),
                    QStringLiteral("SELECT 章Code || ' ' || 条Code FROM 変数テーブル語句 WHERE 規程Code = '01' AND 種別 <> '10' "
-                                  "AND 選択フラグ = 1 ORDER BY CAST(章Code AS INTEGER) DESC LIMIT 1"))
+                                  "AND 選択フラグ = 1 AND 条Code IN (SELECT 条Code FROM 作成データ補助～条 WHERE 文章形式Code = '1' "
+                                  "AND 規程Code = '01' AND 種別 = '3') ORDER BY CAST(章Code AS INTEGER) DESC LIMIT 1"))
                 .toString();
         frmGokusentakuSub form;
         form.show();

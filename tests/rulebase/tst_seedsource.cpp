@@ -4,11 +4,13 @@
 #include "SeedChecks.h"
 #include "TestRoot.h"
 #include "base/Database.h"
+#include "base/Levels.h"
 #include "rulebase/CompanyDatabase.h"
 #include "seed/SeedParser.h"
 #include "seed/SeedValidator.h"
 #include "seed/SeedWriter.h"
 
+#include <QRegularExpression>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
@@ -344,6 +346,56 @@ private slots:
                  QStringLiteral("1:1,2:0"));
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 章 WHERE 文章形式Code = '2'")).toInt(), 0);
         QCOMPARE(valueIn(seed, QStringLiteral("SELECT 選択フラグ FROM 変数テーブル語句")).toInt(), 1);
+    }
+
+    // What a labour-law reader must not find in the shipped texts: the ですます調 keeps the
+    // statute's terms (故意, 虚偽, 過失) and writes 又は as every other file does; the
+    // part-time rules give the size of a 特定適用事業所 as the law sets it, not as a number.
+    void wordingTheTextsAvoid_data()
+    {
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>("wordsWhere");
+        QTest::addColumn<QString>("pattern");
+        // Words have no style: their defaults print in both.
+        const QString style2 = QStringLiteral("文章形式Code = '2'");
+        const QString part = QStringLiteral("規程Code = '04' AND 条Code = '0062'");
+        QTest::newRow("ですます調, colloquial terms") << style2 << QStringLiteral("1 = 1") << QStringLiteral("わざと|嘘|不注意");
+        QTest::newRow("ですます調, または") << style2 << QStringLiteral("1 = 1") << QStringLiteral("または");
+        QTest::newRow("part-time rules' social insurance, a number of employees") << part << part << QStringLiteral("[0-9０-９]+人");
+    }
+    void wordingTheTextsAvoid()
+    {
+        QFETCH(QString, where);
+        QFETCH(QString, wordsWhere);
+        QFETCH(QString, pattern);
+        const QRegularExpression forbidden(pattern);
+        test::TestRoot root;
+        const QString connection = QStringLiteral("wordingcheck");
+        QStringList found;
+        int texts = 0;
+        {
+            QSqlDatabase db = openCompanyDatabase(root.layout().seedFile(), connection, OpenMode::ReadOnly);
+            const auto scan = [&](const QString &table, const QString &column, const QString &filter) {
+                RowReader q = execSql(db, QStringLiteral("SELECT \"%1\" FROM \"%2\" WHERE %3").arg(column, table, filter));
+                while (q.next()) {
+                    ++texts;
+                    const QString text = q.value(0).toString();
+                    if (text.contains(forbidden))
+                        found << table + u':' + text;
+                }
+            };
+            for (Level level : {Level::Paragraph, Level::Item, Level::Maru, Level::Iroha})
+                scan(dictionaryTable(level), textColumn(level), where);
+            if (!where.contains(QStringLiteral("条Code"))) {
+                for (Level level : {Level::Preamble, Level::Chapter, Level::Article})
+                    scan(dictionaryTable(level), textColumn(level), where);
+            }
+            // A word's default is printed in either style.
+            scan(QStringLiteral("変数テーブル語句"), QStringLiteral("語句"), wordsWhere);
+        }
+        closeDatabase(connection);
+        QVERIFY(texts > 0);
+        QCOMPARE(found, QStringList());
     }
 
     void theShippedSourcesAreGood()
