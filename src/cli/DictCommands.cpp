@@ -3,11 +3,15 @@
 
 #include "cli/Cli.h"
 #include "base/AppState.h"
+#include "dictionary/ClauseSearch.h"
 #include "dictionary/ClauseTransfer.h"
 #include "dictionary/DocumentMaster.h"
 #include "dictionary/DocumentWords.h"
 #include "dictionary/EntryEditor.h"
 #include "dictionary/EntryText.h"
+#include "intake/RulesFile.h"
+#include "intake/RulesIntake.h"
+#include "intake/RulesStructure.h"
 #include "seed/SeedParser.h"
 #include "seed/SeedValidator.h"
 
@@ -209,6 +213,66 @@ int dictDelete(Context &c)
     return exitCodeOf(editor.remove(c.prompt, codes.last()));
 }
 
+int dictRead(Context &c)
+{
+    const QString path = c.args.option(QStringLiteral("--file"));
+    const QString title = QStringLiteral("取込エラー");
+    if (intake::needsConversion(path))
+        c.prompt.plain(QStringLiteral("変換"), QStringLiteral("LibreOffice でファイルを変換しています…"));
+    const intake::RulesFileResult read = intake::readRulesFile(path);
+    if (!read.lines) {
+        c.prompt.error(title, read.refusal);
+        return ExitStopped;
+    }
+    const QString code = c.args.options.value(QStringLiteral("--code"), intake::firstFreeCode(AppState::cn(), styleOf(c)));
+    const intake::FoundRules rules = intake::findStructure(*read.lines, QFileInfo(path).fileName(), code);
+    if (rules.source.entries.isEmpty()) {
+        c.prompt.error(
+            title, QStringLiteral("ファイル「%1」には条が見つかりません。規則の文書か確かめてください。").arg(QFileInfo(path).fileName()));
+        return ExitStopped;
+    }
+    intake::IntakeRequest request;
+    request.style = styleOf(c);
+    request.code = code;
+    request.name = c.args.options.value(QStringLiteral("--name"), intake::defaultName(rules));
+    request.companyName = c.args.options.value(QStringLiteral("--company-name"));
+    if (request.name.isEmpty())
+        request.name = QStringLiteral("現行規程");
+    for (const QString &line : intake::summaryOf(rules))
+        c.out << line << '\n';
+    if (c.args.has(QStringLiteral("--text"))) {
+        intake::FoundRules marked = rules;
+        intake::markCompanyName(marked, request.companyName);
+        QFile out(c.args.option(QStringLiteral("--text")));
+        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)
+            || out.write(intake::dictionaryText(marked, request.style, request.name, request.name).toUtf8()) < 0) {
+            c.prompt.failure(QStringLiteral("ファイル「%1」に書き込めません。").arg(out.fileName()));
+            return ExitFailure;
+        }
+        return ExitDone;
+    }
+    if (!intake::checkIntakeCode(c.prompt, AppState::cn(), request.style, code))
+        return ExitStopped;
+    if (!c.prompt.question(QStringLiteral("確認"), QStringLiteral("規程%1「%2」として書き込みますか？").arg(code, request.name)))
+        return ExitStopped;
+    return exitCodeOf(intake::writeRules(c.prompt, AppState::cn(), rules, request));
+}
+
+int dictSearch(Context &c)
+{
+    const QList<SearchHit> hits =
+        ClauseSearch(AppState::cn()).find(c.args.option(QStringLiteral("--text")), c.args.option(QStringLiteral("--doc")));
+    for (const SearchHit &h : hits)
+        c.out << h.style << '\t' << h.place() << '\t' << h.documentName << '\t'
+              << (h.articleNumber.isEmpty() ? QStringLiteral("-") : h.articleNumber) << '\t' << h.context << '\n';
+    if (hits.isEmpty()) {
+        c.prompt.plain(QStringLiteral("条文検索"),
+                       QStringLiteral("「%1」を含む条文はありません。").arg(c.args.option(QStringLiteral("--text"))));
+        return ExitStopped;
+    }
+    return ExitDone;
+}
+
 int wordsList(Context &c)
 {
     for (const DocumentWord &w : DocumentWords(AppState::cn(), c.args.option(QStringLiteral("--doc"))).words())
@@ -255,6 +319,16 @@ void addDictCommands(QList<Command> &commands)
     commands << companyCommand({kDict, QStringLiteral("get")}, place, {}, 0, 0, dictGet, true);
     commands << companyCommand({kDict, QStringLiteral("put")}, {requiredStyle()}, QStringLiteral("FILE"), 1, 1, dictPut, true);
     commands << companyCommand({kDict, QStringLiteral("delete")}, place, {}, 0, 0, dictDelete, true);
+    commands << companyCommand(
+        {kDict, QStringLiteral("search")},
+        {required(QStringLiteral("--text"), QStringLiteral("WORDS")), optional(QStringLiteral("--doc"), QStringLiteral("NN"))}, {}, 0, 0,
+        dictSearch, false);
+    commands << companyCommand({kDict, QStringLiteral("read")},
+                               {requiredStyle(), required(QStringLiteral("--file"), QStringLiteral("FILE")),
+                                optional(QStringLiteral("--code"), QStringLiteral("NN")), name,
+                                optional(QStringLiteral("--company-name"), QStringLiteral("WORD")),
+                                optional(QStringLiteral("--text"), QStringLiteral("OUT.txt"))},
+                               {}, 0, 0, dictRead, false);
     commands << companyCommand({kDict, QStringLiteral("words"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, wordsList, true);
     commands << companyCommand({kDict, QStringLiteral("refs"), QStringLiteral("list")}, {optionalStyle()}, {}, 0, 0, refsList, true);
 }

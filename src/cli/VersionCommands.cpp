@@ -72,11 +72,32 @@ int compare(Context &c)
     request.style = c.args.option(QStringLiteral("--style"));
     request.document = c.args.option(QStringLiteral("--doc"));
     request.company = c.args.option(QStringLiteral("--company"));
+    // The old side from another document: its articles paired with this one's.
+    request.against = c.args.option(QStringLiteral("--against"));
+    QString wrong;
+    const std::optional<QList<PairOverride>> overrides = parseOverrides(c.args.option(QStringLiteral("--pair")), &wrong);
+    if (!overrides) {
+        c.prompt.error(ComparisonExport::kTitle,
+                       QStringLiteral("--pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「%1」）。").arg(wrong));
+        return ExitStopped;
+    }
+    if (request.against.isEmpty() && (c.args.has(QStringLiteral("--pair")) || c.args.has(QStringLiteral("--pairs")))) {
+        c.prompt.error(ComparisonExport::kTitle, QStringLiteral("--pair と --pairs は --against と共に指定してください。"));
+        return ExitStopped;
+    }
+    request.overrides = *overrides;
+    QList<ArticlePair> pairing;
+    request.pairing = &pairing;
     std::optional<ComparisonPdf> pdfOutput;
     if (!pdf.isEmpty())
         pdfOutput.emplace(pdf);
-    return exitCodeOf(ComparisonExport(AppState::cn(), c.prompt)
-                          .write(request, out, c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr));
+    const Outcome outcome = ComparisonExport(AppState::cn(), c.prompt)
+                                .write(request, out, c.args.option(QStringLiteral("--text")), pdfOutput ? &*pdfOutput : nullptr);
+    if (outcome == Outcome::Done && c.args.has(QStringLiteral("--pairs"))) {
+        for (const ArticlePair &p : pairing)
+            c.out << p.line() << '\n';
+    }
+    return exitCodeOf(outcome);
 }
 
 } // namespace
@@ -91,7 +112,8 @@ void addVersionCommands(QList<Command> &commands)
         {QStringLiteral("compare")},
         {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
          optional(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--pdf"), QStringLiteral("FILE.pdf")),
-         optional(QStringLiteral("--text"), QStringLiteral("FILE.txt"))},
+         optional(QStringLiteral("--text"), QStringLiteral("FILE.txt")), optional(QStringLiteral("--against"), QStringLiteral("CODE")),
+         optional(QStringLiteral("--pair"), QStringLiteral("OLD=NEW,…")), optional(QStringLiteral("--pairs"))},
         {}, 0, 0, compare, true);
 }
 

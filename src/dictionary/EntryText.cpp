@@ -257,7 +257,7 @@ private:
         return true;
     }
 
-    // The targets must stand; a reference code of the document used at another place
+    // The targets must stand, or be created by the text further on; a reference code of the document used at another place
     // for another target is refused.
     bool resolveReferences(const SourceEntry &e, const ClausePlace &place, QList<SourceReference> &resolved)
     {
@@ -273,9 +273,15 @@ private:
                 if (chapters.size() > 1)
                     return refuse(r.line,
                                   QStringLiteral("参照%1の条%2は複数の章にあります。章を書いてください").arg(r.code, r.target.codes[1]));
+                // An article the text itself creates further on.
+                for (const SourceEntry &other : m_source.entries) {
+                    if (chapters.isEmpty() && other.level == Level::Article && other.codes.value(1) == r.target.codes[1])
+                        chapters << other.codes[0];
+                }
                 r.target.codes[0] = chapters.value(0);
             }
-            if (!targets.stands(r.target))
+            // A target that the text creates further on stands once the step is done.
+            if (!targets.stands(r.target) && !createdBySource(r.target))
                 return refuse(r.line, QStringLiteral("参照%1の参照先（%2）がありません").arg(r.code, r.target.describe(QString())));
             auto q = execSql(
                 m_db,
@@ -289,6 +295,15 @@ private:
             resolved << r;
         }
         return true;
+    }
+
+    bool createdBySource(const ReferenceTarget &target) const
+    {
+        if (!target.join.isEmpty() || target.document != m_source.document)
+            return false;
+        return std::any_of(m_source.entries.begin(), m_source.entries.end(), [&](const SourceEntry &e) {
+            return e.level == target.level && e.codes == target.codes && (!levelInfo(e.level).segmented || !e.segments.isEmpty());
+        });
     }
 
     Outcome writeClause(const SourceEntry &e)

@@ -19,6 +19,8 @@ const QHash<QString, int> &helpContexts()
         {QStringLiteral("frmSekoubi"), 20},
         {QStringLiteral("frmDicsentaku"), 100},
         {QStringLiteral("frmDicsentakuSub"), 101},
+        {QStringLiteral("frmGenkouTorikomi"), 102},
+        {QStringLiteral("frmJoubunKensaku"), 103},
         {QStringLiteral("frmDic01"), 110},
         {QStringLiteral("frmDic02"), 111},
         {QStringLiteral("frmDic03"), 120},

@@ -31,6 +31,8 @@ std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &
         m_prompt.error(kTitle, text);
         return std::nullopt;
     };
+    if (!request.against.isEmpty())
+        return againstDocument(request);
     if (versions.size() < 2)
         return refuse(QStringLiteral("規程「%1」（文章形式 %2）の版が二つ以上ないので、新旧対照表を作成できません。")
                           .arg(request.document, request.style));
@@ -65,6 +67,33 @@ std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &
     if (older == newer)
         return refuse(QStringLiteral("同じ版どうしは比較できません。"));
     ComparisonTable table = compareVersions(store.read(older), store.read(newer));
+    table.company = companyName(m_db, request.company);
+    return table;
+}
+
+std::optional<ComparisonTable> ComparisonExport::againstDocument(const ComparisonRequest &request)
+{
+    VersionStore store(m_db);
+    const QList<VersionHeader> olds = store.list(request.style, request.against);
+    const QList<VersionHeader> news = store.list(request.style, request.document);
+    for (const auto &[versions, document] : {std::pair{&olds, request.against}, std::pair{&news, request.document}}) {
+        if (versions->isEmpty()) {
+            m_prompt.error(
+                kTitle, QStringLiteral("規程「%1」（文章形式 %2）の版がありません。先に出力してください。").arg(document, request.style));
+            return std::nullopt;
+        }
+    }
+    qint64 newer = news.last().id;
+    if (request.newer) {
+        const std::optional<VersionHeader> found = store.header(*request.newer);
+        if (!found || found->style != request.style || found->document != request.document) {
+            m_prompt.error(kTitle, QStringLiteral("版 %1 は規程「%2」（文章形式 %3）の版ではありません。")
+                                       .arg(QString::number(*request.newer), request.document, request.style));
+            return std::nullopt;
+        }
+        newer = *request.newer;
+    }
+    ComparisonTable table = compareDocuments(store.read(olds.last().id), store.read(newer), request.overrides, request.pairing);
     table.company = companyName(m_db, request.company);
     return table;
 }

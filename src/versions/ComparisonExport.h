@@ -6,6 +6,7 @@
 #include "base/Prompt.h"
 #include "document/DocumentModel.h"
 #include "versions/ComparisonTable.h"
+#include "versions/DocumentPairing.h"
 
 #include <QSqlDatabase>
 #include <optional>
@@ -18,6 +19,11 @@ struct ComparisonRequest {
     std::optional<qint64> older; // the version before the change; by default the one before newer
     std::optional<qint64> newer; // the version after it; by default the latest
     QString company;             // the company's name when its 事業所名 is not set
+    // The old side from another document of the company (its latest version), paired
+    // by similarity with the overrides given; the pairing used goes to pairing.
+    QString against = QString();
+    QList<PairOverride> overrides = {};
+    QList<ArticlePair> *pairing = nullptr;
 };
 
 // A further rendering of the table beside the .docx, such as its PDF: the same
@@ -47,6 +53,8 @@ public:
     static inline const QString kTitle = QStringLiteral("新旧対照表");
 
 private:
+    std::optional<ComparisonTable> againstDocument(const ComparisonRequest &request);
+
     QSqlDatabase m_db;
     Prompt &m_prompt;
 };

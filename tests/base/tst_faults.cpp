@@ -29,6 +29,7 @@
 #include "fileformats/TextOutput.h"
 #include "versions/VersionOutput.h"
 #include "import/EntryImport.h"
+#include "intake/RulesIntake.h"
 #include "import/SourceCompany.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
@@ -638,6 +639,20 @@ QList<FaultStep> steps()
                                1}};
                           source.entries = {article, paragraph};
                           return [&f, source] { return dictionary::putEntries(f.prompt, f.db, kStyle, source); };
+                      },
+                      kCancelledInformation};
+    list << FaultStep{QStringLiteral("read current rules"),
+                      [](Fixture &f) -> Run {
+                          intake::RulesLines lines;
+                          for (const char *line :
+                               {"就業規則", "この規則は、株式会社甲（以下「会社」という。）に適用する。", "第１章　総則", "（目的）",
+                                "第１条　この規則は、就業の条件を定める。", "２　前項の条件は、次のとおりとする。", "一　賃金",
+                                "二　労働時間", "第２条（適用）　この規則は、前条第２項第１号の者に適用する。"})
+                              lines.lines << intake::RulesLine{QString::fromUtf8(line), false};
+                          const intake::FoundRules rules = intake::findStructure(lines, QStringLiteral("rules.txt"), QStringLiteral("70"));
+                          const intake::IntakeRequest request{kStyle, QStringLiteral("70"), QStringLiteral("就業規則"), QString(),
+                                                              QStringLiteral("株式会社甲")};
+                          return [&f, rules, request] { return intake::writeRules(f.prompt, f.db, rules, request); };
                       },
                       kCancelledInformation};
     return list;

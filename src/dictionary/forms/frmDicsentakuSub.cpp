@@ -5,6 +5,8 @@
 #include "dictionary/DictionaryPath.h"
 #include "dictionary/forms/frmDic01.h"
 #include "dictionary/forms/frmDic03.h"
+#include "dictionary/forms/frmJoubunKensaku.h"
+#include "intake/forms/frmGenkouTorikomi.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>
@@ -92,9 +94,13 @@ frmDicsentakuSub::frmDicsentakuSub(QWidget *parent) : QDialog(parent)
     right->addStretch();
     auto *buttons = new QHBoxLayout;
     QPushButton *help = makeButton(this, QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    QPushButton *search = makeButton(this, QStringLiteral("Command4"), QStringLiteral("条文検索(&F)..."));
+    QPushButton *intake = makeButton(this, QStringLiteral("Command5"), QStringLiteral("現行規程の取込(&I)..."));
     m_next = makeButton(this, QStringLiteral("Command1"), QStringLiteral("次へ(&N)"));
     QPushButton *close = makeButton(this, QStringLiteral("Command2"), QStringLiteral("閉じる(&C)"));
     buttons->addWidget(help);
+    buttons->addWidget(search);
+    buttons->addWidget(intake);
     buttons->addStretch();
     buttons->addWidget(m_next);
     buttons->addWidget(close);
@@ -106,6 +112,17 @@ frmDicsentakuSub::frmDicsentakuSub(QWidget *parent) : QDialog(parent)
         reject();
     });
     connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+    connect(search, &QPushButton::clicked, this, [this] {
+        frmJoubunKensaku form(this);
+        form.exec();
+        placeOverMainWindow(this);
+        verifyPath();
+    });
+    connect(intake, &QPushButton::clicked, this, [this] {
+        frmGenkouTorikomi form(this);
+        form.exec();
+        placeOverMainWindow(this);
+    });
 
     m_levels[0]->setChecked(true);
     showLevel();
