@@ -6,7 +6,7 @@
 #include "base/RuntimeFolder.h"
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "composition/Panels.h"
 #include "rulebase/CompanyFiles.h"

@@ -5,7 +5,7 @@
 
 #include "base/RuntimeFolder.h"
 #include "BenchCompany.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "export/DocumentExport.h"
 #include "fileformats/DocxOutput.h"

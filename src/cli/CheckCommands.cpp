@@ -5,7 +5,7 @@
 #include "base/Database.h"
 #include "base/Failure.h"
 #include "legal/LegalCheck.h"
-#include "legal/pdf/CheckPdf.h"
+#include "pdf/LegalCheckPdf.h"
 
 #include <QSaveFile>
 

@@ -2,7 +2,7 @@
 
 #include "cli/Cli.h"
 #include "composition/PanelStep.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
 #include "composition/Panels.h"

@@ -1,6 +1,6 @@
 #include "composition/ClauseReleaser.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DictionaryWalk.h"
 #include "composition/RowsetScope.h"
 #include "base/Database.h"

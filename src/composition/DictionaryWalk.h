@@ -3,7 +3,7 @@
 // segment, followed depth-first by the clauses under it whose 選択フラグ is set,
 // each level numbered from 1 under its parent. 順番 is left for the caller.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 namespace normaris {
 

@@ -1,6 +1,6 @@
 #include "composition/DocumentList.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "base/Database.h"
 
 #include <QSqlQuery>

@@ -1,6 +1,6 @@
 #include "composition/ExcelLists.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "fileformats/XlsxSheet.h"
 #include "base/FileOps.h"
 #include "base/Database.h"

@@ -1,6 +1,6 @@
 #include "composition/Panels.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DictionaryWalk.h"
 #include "base/Database.h"
 

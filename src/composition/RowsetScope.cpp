@@ -1,6 +1,6 @@
 #include "composition/RowsetScope.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "base/Database.h"
 
 namespace normaris {

@@ -1,7 +1,7 @@
 #include "dictionary/ClausePlace.h"
 
 #include "base/Database.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 namespace normaris::dictionary {
 

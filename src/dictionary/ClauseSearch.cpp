@@ -109,12 +109,9 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
     MemoryIndex index;
     {
         Transaction t(index.db());
-        QVariantList bodies, numbers;
-        for (qsizetype i = 0; i < texts.size(); ++i) {
-            bodies << texts[i];
-            numbers << qlonglong(i);
-        }
-        execBatch(index.db(), QStringLiteral("INSERT INTO 索引 (本文, 番号) VALUES (?, ?)"), {bodies, numbers});
+        RowWriter insert(index.db(), QStringLiteral("INSERT INTO 索引 (本文, 番号) VALUES (?, ?)"));
+        for (qsizetype i = 0; i < texts.size(); ++i)
+            insert.write({texts[i], qlonglong(i)});
         t.commit();
     }
     QStringList conditions;

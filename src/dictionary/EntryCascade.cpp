@@ -1,7 +1,7 @@
 #include "dictionary/EntryCascade.h"
 
 #include "base/Database.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 #include <QSqlRecord>
 

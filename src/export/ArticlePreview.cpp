@@ -1,6 +1,6 @@
 #include "export/ArticlePreview.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/ClauseWriter.h"
 #include "export/DocumentExport.h"
 #include "export/DocumentTexts.h"

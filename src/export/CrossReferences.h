@@ -14,7 +14,7 @@
 // A target that is not built shows "未置換" and leaves the rest of the row's markers
 // as they stand.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/NumberIndex.h"
 #include "export/ReferenceRows.h"
 #include "base/Prompt.h"

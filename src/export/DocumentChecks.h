@@ -2,7 +2,7 @@
 // What a document's work rows must show before it is typed: some text to type,
 // and chapters and articles numbered 1, 2, 3 … in document order.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 namespace normaris {
 

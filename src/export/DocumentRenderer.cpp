@@ -1,6 +1,6 @@
 #include "export/DocumentRenderer.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/DocumentBody.h"
 #include "export/DocumentChecks.h"
 #include "export/DocumentTexts.h"

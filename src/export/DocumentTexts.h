@@ -2,7 +2,7 @@
 // The fixed wordings of a finished document that more than one part of it types,
 // and the colour rule of a row.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "document/Typist.h"
 
 namespace normaris {

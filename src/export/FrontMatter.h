@@ -3,7 +3,7 @@
 // formal name and the company's name, and the table of contents of its
 // chapters and articles (with no page numbers).
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "document/Typist.h"
 
 namespace normaris {

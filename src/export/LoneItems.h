@@ -4,7 +4,7 @@
 // under the same parent is numbered above 1. The lists that have are collected once
 // from the document's rows, so that the test after each typed row costs nothing.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 #include "export/NumberIndex.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "base/Database.h"
 
 #include <QSqlQuery>

@@ -3,7 +3,7 @@
 // move it over the segments they consume and leave it on the last of them, so that
 // the body loop's own step lands on the first row of the next clause.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 namespace normaris {
 

@@ -8,7 +8,7 @@
 // A marker whose word or setting is still empty stays, and the row prints in blue;
 // running again after filling it in replaces it then.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "base/Prompt.h"
 
 #include <QSqlDatabase>

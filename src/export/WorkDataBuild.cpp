@@ -1,6 +1,6 @@
 #include "export/WorkDataBuild.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/DictionaryTexts.h"
 #include "export/WorkDataAge.h"
 #include "base/Database.h"

@@ -3,7 +3,7 @@
 #include "base/Database.h"
 #include "base/Failure.h"
 #include "composition/ClauseAdder.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "dictionary/DocumentMaster.h"
 #include "rulebase/BasicSettings.h"

@@ -1,7 +1,7 @@
 #include "legal/LegalCheck.h"
 
 #include "base/Database.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "fileformats/XlsxSheet.h"
 #include "rulebase/EffectiveDates.h"
 

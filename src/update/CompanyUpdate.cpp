@@ -4,7 +4,7 @@
 #include "base/BusyCursor.h"
 #include "base/CompanyLock.h"
 #include "base/Database.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/Numerals.h"
 #include "rulebase/CompanyDatabase.h"
 #include "rulebase/CompanyNames.h"

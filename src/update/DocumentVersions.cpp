@@ -6,6 +6,7 @@
 #include "export/WorkDataBuild.h"
 #include "versions/ComparisonExport.h"
 #include "versions/ComparisonText.h"
+#include "versions/VersionOutput.h"
 #include "versions/VersionStore.h"
 
 namespace normaris {
@@ -52,7 +53,8 @@ void DocumentVersions::keepAll()
         RenderOptions options;
         options.kind = d.kind == u"2" ? ExportKind::Agreement : ExportKind::Rules;
         prompt.m_last.clear();
-        if (!check(DocumentExport(m_db, prompt).write(d.style, d.document, options, QString()))) {
+        VersionOutput version(m_db, d.style, d.document);
+        if (!check(DocumentExport(m_db, prompt).write(d.style, d.document, options, DocumentOutputs{&version}))) {
             d.note = prompt.m_last;
             continue;
         }

@@ -1,11 +1,18 @@
 #include "update/LegalRequirements.h"
 
+#include "base/Failure.h"
+#include "legal/Requirements.h"
+
 namespace normaris {
 
-QString legalRequirementFor(QSqlDatabase, const EntryKey &)
+QString legalRequirementFor(QSqlDatabase, const EntryKey &key)
 {
-    // No table of requirements names entries yet.
-    return {};
+    try {
+        return legal::requirementsBehind(legal::shippedRequirements(), key.document(), key.level, key.codes()).join(QStringLiteral("、"));
+    } catch (const Failure &) {
+        // A program folder without the table proposes the entry without its law.
+        return {};
+    }
 }
 
 } // namespace normaris

@@ -1,6 +1,6 @@
 #include "versions/VersionRecorder.h"
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 namespace normaris {
 

@@ -14,7 +14,7 @@
 #include "base/SqliteMessages.h"
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "composition/ExcelLists.h"
 #include "dictionary/DocumentMaster.h"

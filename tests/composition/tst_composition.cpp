@@ -8,7 +8,7 @@
 #include "TestRoot.h"
 #include "composition/ClauseAdder.h"
 #include "composition/ClauseReleaser.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/PanelStep.h"
 #include "composition/Panels.h"
 #include "rulebase/CompanyFiles.h"

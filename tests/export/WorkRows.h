@@ -1,7 +1,7 @@
 #pragma once
 // Hand-made rows of 作成データ for the tests of the typing of documents.
 
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "rulebase/Schema.h"
 
 namespace normaris::test {

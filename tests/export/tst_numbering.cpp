@@ -4,7 +4,7 @@
 
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/CrossReferences.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"

@@ -2,7 +2,7 @@
 // an agreement, the rows that keep their markers, and the making-order check.
 
 #include "ExportFixture.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "export/SettingSubstitution.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/EffectiveDates.h"

@@ -2,7 +2,7 @@
 // taken from the dictionary, the closing row, the other style, and the rollback.
 
 #include "ExportFixture.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "rulebase/EffectiveDates.h"
 #include "export/SettingSubstitution.h"

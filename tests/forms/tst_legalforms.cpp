@@ -4,7 +4,7 @@
 #include "FormSession.h"
 #include "base/Database.h"
 #include "composition/ClauseReleaser.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/forms/CompositionFlow.h"
 #include "legal/forms/frmLegalCheck.h"
 

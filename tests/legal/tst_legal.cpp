@@ -6,7 +6,7 @@
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "base/Database.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/PanelStep.h"
 #include "composition/Panels.h"
 #include "legal/LegalCheck.h"

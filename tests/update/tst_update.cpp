@@ -9,7 +9,7 @@
 #include "base/AppState.h"
 #include "base/CompanyLock.h"
 #include "composition/ClauseAdder.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "dictionary/EntryEditor.h"
 #include "dictionary/EntryText.h"
 #include "dictionary/SegmentEditor.h"

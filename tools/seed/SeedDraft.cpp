@@ -1,7 +1,7 @@
 #include "seed/SeedDraft.h"
 
 #include "composition/ClauseAdder.h"
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 #include "composition/DocumentList.h"
 #include "base/Failure.h"
 

@@ -4,7 +4,7 @@
 #include "base/Failure.h"
 #include "composition/Panels.h"
 #include "composition/forms/CompositionFlow.h"
-#include "legal/pdf/CheckPdf.h"
+#include "pdf/LegalCheckPdf.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QColor>

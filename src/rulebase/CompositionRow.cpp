@@ -1,4 +1,4 @@
-#include "composition/CompositionRow.h"
+#include "rulebase/CompositionRow.h"
 
 #include "base/Database.h"
 #include "rulebase/Schema.h"

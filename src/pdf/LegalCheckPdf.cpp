@@ -1,7 +1,7 @@
-#include "legal/pdf/CheckPdf.h"
+#include "pdf/LegalCheckPdf.h"
 
 #include "fileformats/DocxBody.h"
-#include "fileformats/DocxModel.h"
+#include "base/FileOps.h"
 #include "pdf/PageLayout.h"
 #include "pdf/PdfPages.h"
 
@@ -57,9 +57,14 @@ int writeCheckPdf(const QString &path, const QString &company, const QList<Check
     }
     blocks << table;
     const pdf::PageGeometry geometry = pdf::PageGeometry::of(setup);
-    return pdf::savePdf(path, QStringLiteral("法令チェック表"), true, [&](QPainter &painter, const std::function<bool()> &newPage) {
-        return pdf::paintBlocks(painter, blocks, newPage, geometry);
-    });
+    // Written under a temporary name and renamed into place only when complete.
+    StagedFiles files;
+    const int pages = pdf::savePdf(files.stage(path), QStringLiteral("法令チェック表"), true,
+                                   [&](QPainter &painter, const std::function<bool()> &newPage) {
+                                       return pdf::paintBlocks(painter, blocks, newPage, geometry);
+                                   });
+    files.commit();
+    return pages;
 }
 
 } // namespace normaris::legal
