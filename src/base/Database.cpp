@@ -226,8 +226,6 @@ void Transaction::commit()
     m_done = true;
 }
 
-namespace {
-
 void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e)
 {
     // The user sees the fixed text and what happened, in Japanese; an error of SQLite has
@@ -239,8 +237,6 @@ void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e)
         ErrorLog::write(QStringLiteral("取消\t") + QString::fromUtf8(e.what()));
     prompt.message(icon, QStringLiteral("取消"), text);
 }
-
-} // namespace
 
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon)
 {

@@ -127,6 +127,9 @@ private:
 // messages say otherwise), and returns false.
 bool runInTransaction(Prompt &prompt, QSqlDatabase db, const std::function<void()> &work, Prompt::Icon icon = Prompt::Icon::Information);
 
+// Shows "取消" as runInTransaction does for a failure e that stopped a step.
+void showCancelled(Prompt &prompt, Prompt::Icon icon, const std::exception &e);
+
 // A step whose checks belong inside its write: runs step in one transaction and
 // commits when it answers Done. Stopped (a check refused, and has said why) rolls
 // back quietly; a failure rolls back and shows "取消" as runInTransaction does.

@@ -21,13 +21,18 @@ public:
     explicit QuietSteps(Prompt &prompt) : m_prompt(prompt) {}
     void message(Icon icon, const QString &title, const QString &text) override
     {
-        if (title != u"確認" && title != u"取消")
+        if (title == u"取消")
+            m_reason = text.section(u'\n', 1); // what happened, below the fixed text
+        else if (title != u"確認")
             m_prompt.message(icon, title, text);
     }
     bool question(const QString &title, const QString &text) override { return m_prompt.question(title, text); }
+    // Why an inner step was cancelled, as its box said; empty when it did not say.
+    QString reason() const { return m_reason; }
 
 private:
     Prompt &m_prompt;
+    QString m_reason;
 };
 
 // Every entry comes into use, then the 前文 and each chapter are added below the last
@@ -120,7 +125,7 @@ Outcome writeRules(Prompt &prompt, QSqlDatabase db, const FoundRules &rules, con
             outcome = compose(quiet, db, marked, request.style);
         // A step that failed has undone itself: the intake is undone as a whole.
         if (outcome == Outcome::Failed)
-            throw Failure(QStringLiteral("取込の書き込みに失敗しました。"));
+            throw Failure(quiet.reason().isEmpty() ? QStringLiteral("取込の書き込みに失敗しました。") : quiet.reason());
         if (outcome == Outcome::Done && !request.companyName.isEmpty()) {
             // 事業所名 is set when it is not yet.
             BasicSettings settings(db);

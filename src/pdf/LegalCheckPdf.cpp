@@ -59,10 +59,9 @@ int writeCheckPdf(const QString &path, const QString &company, const QList<Check
     const pdf::PageGeometry geometry = pdf::PageGeometry::of(setup);
     // Written under a temporary name and renamed into place only when complete.
     StagedFiles files;
-    const int pages = pdf::savePdf(files.stage(path), QStringLiteral("法令チェック表"), true,
-                                   [&](QPainter &painter, const std::function<bool()> &newPage) {
-                                       return pdf::paintBlocks(painter, blocks, newPage, geometry);
-                                   });
+    const int pages = pdf::savePdf(
+        files.stage(path), QStringLiteral("法令チェック表"), true,
+        [&](QPainter &painter, const std::function<bool()> &newPage) { return pdf::paintBlocks(painter, blocks, newPage, geometry); });
     files.commit();
     return pages;
 }

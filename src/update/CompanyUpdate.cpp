@@ -710,9 +710,8 @@ Outcome CompanyUpdate::updateOpen(QSqlDatabase db, const QString &name, const Pr
             result.backup = snapshot(db, m_layout, name, result.from);
         seed.emplace(releases.seedFile);
     } catch (const std::exception &e) {
-        // As runStep reports a failure: the fixed box, the cause on the terminal.
-        qWarning("dictionary update stopped: %s", e.what());
-        m_prompt.error(QStringLiteral("取消"), QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"));
+        // As runStep reports a failure.
+        showCancelled(m_prompt, Prompt::Icon::Error, e);
         return Outcome::Failed;
     }
     BusyCursor busy;

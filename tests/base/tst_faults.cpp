@@ -522,6 +522,9 @@ QList<FaultStep> steps()
                           mustBe(SettingSubstitution(f.db, quiet).run(kStyle, kDoc), quiet, "substitute");
                           mustBe(exportInto(f, RenderOptions{}, true), f.prompt, "the first version");
                           EffectiveDates(f.db, kDoc).add(kStyle, QDate(2027, 4, 1));
+                          // The new date makes the work data out of date: made again, as a user would.
+                          mustBe(WorkDataBuild(f.db, quiet).build(kStyle, kDoc), quiet, "build again");
+                          mustBe(SettingSubstitution(f.db, quiet).run(kStyle, kDoc), quiet, "substitute again");
                           mustBe(exportInto(f, RenderOptions{}, true), f.prompt, "the second version");
                           clearOutputs(f);
                           return [&f] {

@@ -62,6 +62,15 @@ QStringList filesIn(const QString &folder) { return QDir(folder).entryList(QDir:
 
 class OutputsTest : public QObject {
     Q_OBJECT
+
+    // A new date makes the work data out of date: データ作成 and 置換 again, as a user would.
+    static void rebuild(QSqlDatabase db)
+    {
+        ScriptedPrompt prompt;
+        QCOMPARE(WorkDataBuild(db, prompt).build(kStyle, kWorkRules), Outcome::Done);
+        QCOMPARE(SettingSubstitution(db, prompt).run(kStyle, kWorkRules), Outcome::Done);
+    }
+
 private slots:
     void initTestCase()
     {
@@ -86,6 +95,7 @@ private slots:
         QSqlDatabase db = m_company->db;
         // A new effective date makes a new version of the same text.
         EffectiveDates(db, kWorkRules).add(kStyle, QDate(2026, 10, 1));
+        rebuild(db);
         const int before = versions(db);
         DocxOutput docx(out.filePath(QStringLiteral("就業規則.docx")));
         TextOutput text(out.filePath(QStringLiteral("就業規則.txt")));
@@ -126,6 +136,7 @@ private slots:
         QTemporaryDir out;
         QSqlDatabase db = m_company->db;
         EffectiveDates(db, kWorkRules).add(kStyle, QDate(2027, 4, 1));
+        rebuild(db);
         const int before = versions(db);
         const QString pdfPath = out.filePath(QStringLiteral("就業規則.pdf"));
         DocxOutput docx(out.filePath(QStringLiteral("就業規則.docx")));

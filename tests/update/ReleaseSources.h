@@ -36,7 +36,8 @@ inline void copySources(const QString &folder)
         for (const QString &name : QDir(from + u'/' + sub).entryList(QDir::Files))
             QFile::copy(from + u'/' + sub + u'/' + name, folder + u'/' + sub + u'/' + name);
     }
-    QFile::copy(from + QStringLiteral("/release.txt"), folder + QStringLiteral("/release.txt"));
+    for (const QString &name : {QStringLiteral("/release.txt"), QStringLiteral("/法令要件.tsv")})
+        QFile::copy(from + name, folder + name);
 }
 
 // Both prose styles of document 01, changed alike.

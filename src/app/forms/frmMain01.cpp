@@ -66,8 +66,11 @@ void frmMain01::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."},           {1, "会社指定(&O)..."}, {2, nullptr},           {3, "バックアップ(&B)..."}, {4, "最適化(&S)..."},
-        {9, "ディクショナリ更新(&U)..."}, {5, nullptr},           {6, "会社削除(&D)..."}, {7, nullptr},           {8, "終了(&E)"},
+        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."},
+        {2, nullptr},           {3, "バックアップ(&B)..."},
+        {4, "最適化(&S)..."},   {9, "ディクショナリ更新(&U)..."},
+        {5, nullptr},           {6, "会社削除(&D)..."},
+        {7, nullptr},           {8, "終了(&E)"},
     };
     const std::function<void()> actions[10] = {
         [this] { newCompany(); },
