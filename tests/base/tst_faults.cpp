@@ -287,9 +287,12 @@ std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
 }
 
 // The company 甲 as if made from an earlier release: one clause as it read then, one it
-// did not have, and that release recorded beside the program's.
+// did not have, and that release recorded beside the program's; its work rules composed,
+// so that the update keeps their versions before and after and compares them.
 Run updateStep(Fixture &f)
 {
+    ScriptedPrompt quiet;
+    mustBe(WorkDataBuild(f.db, quiet).build(kStyle, kDoc), quiet, "build");
     execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
     execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
     const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
@@ -302,7 +305,6 @@ Run updateStep(Fixture &f)
     return [&f, releases] {
         UpdateResult result;
         UpdateOptions options;
-        options.compare = false;
         return CompanyUpdate(f.root.layout(), f.prompt).updateOpen(f.db, kCompany, releases, options, result);
     };
 }
