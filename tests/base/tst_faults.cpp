@@ -185,19 +185,29 @@ void mustBe(Outcome outcome, const ScriptedPrompt &prompt, const char *what)
         qFatal("%s: %s", what, qUtf8Printable(prompt.lines().join(u'\n')));
 }
 
-// Every document on the list built and dated, as the substitution of one that cites
-// the others wants them; the settings filled in.
-void prepareSubstitution(Fixture &f)
+// The document built and dated.
+void buildAndDate(Fixture &f, const QString &document)
 {
     ScriptedPrompt quiet;
-    for (const CodeAndName &document : DocumentList(f.db).documents(kStyle, true)) {
-        mustBe(WorkDataBuild(f.db, quiet).build(kStyle, document.code), quiet, "build");
-        EffectiveDates(f.db, document.code).add(kStyle, QDate(2026, 4, 1));
-    }
+    mustBe(WorkDataBuild(f.db, quiet).build(kStyle, document), quiet, "build");
+    EffectiveDates(f.db, document).add(kStyle, QDate(2026, 4, 1));
+}
+
+void fillSettings(Fixture &f)
+{
     BasicSettings settings(f.db);
     QStringList values = settings.load();
     values[0] = QStringLiteral("株式会社甲");
     settings.save(values, QStringLiteral("2"));
+}
+
+// Every document on the list built and dated, as the substitution of one that cites
+// the others wants them; the settings filled in.
+void prepareSubstitution(Fixture &f)
+{
+    for (const CodeAndName &document : DocumentList(f.db).documents(kStyle, true))
+        buildAndDate(f, document.code);
+    fillSettings(f);
 }
 
 // The files a writing step writes go beside the company files, so that a failure that
@@ -288,11 +298,12 @@ std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
 
 // The company 甲 as if made from an earlier release: one clause as it read then, one it
 // did not have, and that release recorded beside the program's; its work rules composed,
-// so that the update keeps their versions before and after and compares them.
+// dated and with the basic settings, so that the update keeps their versions before and
+// after and compares them.
 Run updateStep(Fixture &f)
 {
-    ScriptedPrompt quiet;
-    mustBe(WorkDataBuild(f.db, quiet).build(kStyle, kDoc), quiet, "build");
+    buildAndDate(f, kDoc);
+    fillSettings(f);
     execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
     execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
     const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
