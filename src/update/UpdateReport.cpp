@@ -89,7 +89,7 @@ void writeUpdateReport(const QString &path, const UpdateResult &result)
 {
     QList<XlsxColumn> columns;
     for (const UpdateReportColumn &c : updateReportColumns())
-        columns << XlsxColumn{c.heading, c.xlsxWidth};
+        columns << XlsxColumn{c.heading, double(c.xlsxWidth)};
     writeXlsxSheet(path, QStringLiteral("ディクショナリ更新　") + result.summary(), columns, updateReportRows(result));
 }
 
