@@ -302,10 +302,11 @@ std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
 // after and compares them.
 Run updateStep(Fixture &f)
 {
-    buildAndDate(f, kDoc);
-    fillSettings(f);
     execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
     execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
+    execSql(f.db, QStringLiteral("DELETE FROM 作成データ補助項～ WHERE 規程Code = '01' AND 条Code = '0001' AND 項Code = '03'"));
+    buildAndDate(f, kDoc);
+    fillSettings(f);
     const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
     QFile file(releasesFolder(f.root.path()) + QStringLiteral("/2000.01.tsv"));
     if (!file.open(QIODevice::WriteOnly) || file.write(releaseFileText(earlier).toUtf8()) < 0)
@@ -771,7 +772,8 @@ private slots:
             Fixture dry;
             const Run run = s.prepare(dry);
             FaultInjection::arm(0, 0);
-            QCOMPARE(run(), Outcome::Done);
+            const Outcome outcome = run();
+            QVERIFY2(outcome == Outcome::Done, qUtf8Printable(dry.prompt.lines().join(u'\n')));
             count = rowReads ? FaultInjection::rowReadsSeen() : FaultInjection::statementsSeen();
             FaultInjection::disarm();
         }
