@@ -567,7 +567,7 @@ void TestUpdate::commandLine()
     const QString page = pdfText(pdf, &error).remove(u' ');
     QVERIFY2(error.isEmpty(), qUtf8Printable(error));
     for (const QString &expected : {QStringLiteral("ディクショナリ更新"), QStringLiteral("甲"), QStringLiteral("置換6、競合0、追加4"),
-                                    QStringLiteral("区分"), QStringLiteral("第１条"), QStringLiteral("■就業規則（である調）")})
+                                    QStringLiteral("区分"), QStringLiteral("新しい文章"), QStringLiteral("■就業規則（である調）")})
         QVERIFY2(page.contains(expected), qUtf8Printable(expected + u'\n' + page));
     QCOMPARE(QDir(root.path()).entryList({QStringLiteral("更新*")}, QDir::Files),
              (QStringList{QStringLiteral("更新.pdf"), QStringLiteral("更新.txt"), QStringLiteral("更新.xlsx")}));
