@@ -2,6 +2,7 @@
 
 #include "cli/Cli.h"
 #include "base/Failure.h"
+#include "pdf/ReportPdf.h"
 #include "update/CompanyUpdate.h"
 #include "update/UpdateReport.h"
 
@@ -20,6 +21,22 @@ QString reportPath(const QString &path, const QString &company, bool many)
     return info.path() + u'/' + info.completeBaseName() + u'_' + company + u'.' + info.suffix();
 }
 
+// The report as a page of the program's PDF.
+void writeUpdatePdf(const QString &path, const UpdateResult &result)
+{
+    pdf::ReportTable report;
+    report.title = CompanyUpdate::kTitle;
+    report.company = result.company;
+    report.lead << result.summary();
+    for (const UpdateReportColumn &column : updateReportColumns()) {
+        report.headings << column.heading;
+        report.shares << column.pdfShare;
+    }
+    report.rows = updateReportRows(result);
+    report.trail = updateComparisonLines(result);
+    pdf::writeReportPdf(path, report);
+}
+
 int runUpdate(Context &c)
 {
     const bool all = c.args.has(QStringLiteral("--all"));
@@ -32,6 +49,9 @@ int runUpdate(Context &c)
     options.take = c.args.values(QStringLiteral("--take"));
     const QString xlsx = c.args.option(QStringLiteral("--report"));
     const QString text = c.args.option(QStringLiteral("--text"));
+    const QString pdf = c.args.option(QStringLiteral("--pdf"));
+    if (!pdf.isEmpty() && !canLayOutPdf(c))
+        return ExitFailure;
     bool writeFailed = false;
     auto report = [&](const QString &name, Outcome outcome, const UpdateResult &result) {
         if (outcome != Outcome::Done)
@@ -45,6 +65,8 @@ int runUpdate(Context &c)
                 writeUpdateReport(reportPath(xlsx, name, all), result);
             if (!text.isEmpty())
                 writeUpdateText(reportPath(text, name, all), reportText);
+            if (!pdf.isEmpty())
+                writeUpdatePdf(reportPath(pdf, name, all), result);
         } catch (const Failure &f) {
             c.prompt.failure(f.text());
             writeFailed = true;
@@ -70,15 +92,15 @@ int runUpdate(Context &c)
 
 void addUpdateCommands(QList<Command> &commands)
 {
-    commands << Command{{QStringLiteral("company"), QStringLiteral("update")},
-                        {optional(QStringLiteral("--all")), optional(QStringLiteral("--dry-run")),
-                         optional(QStringLiteral("--take"), QStringLiteral("PLACE")),
-                         optional(QStringLiteral("--report"), QStringLiteral("F.xlsx")),
-                         optional(QStringLiteral("--text"), QStringLiteral("F.txt"))},
-                        QStringLiteral("NAME"),
-                        0,
-                        1,
-                        runUpdate};
+    commands << Command{
+        {QStringLiteral("company"), QStringLiteral("update")},
+        {optional(QStringLiteral("--all")), optional(QStringLiteral("--dry-run")),
+         optional(QStringLiteral("--take"), QStringLiteral("PLACE")), optional(QStringLiteral("--report"), QStringLiteral("F.xlsx")),
+         optional(QStringLiteral("--text"), QStringLiteral("F.txt")), optional(QStringLiteral("--pdf"), QStringLiteral("F.pdf"))},
+        QStringLiteral("NAME"),
+        0,
+        1,
+        runUpdate};
 }
 
 } // namespace normaris::cli

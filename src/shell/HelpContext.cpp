@@ -14,6 +14,7 @@ const QHash<QString, int> &helpContexts()
         {QStringLiteral("frmDBSakujyo"), 4},
         {QStringLiteral("frmBackup"), 5},
         {QStringLiteral("frmSaiteki"), 6},
+        {QStringLiteral("frmDicUpdate"), 7},
         {QStringLiteral("frmKakusyusettei"), 10},
         {QStringLiteral("frmKihon"), 15},
         {QStringLiteral("frmSekoubi"), 20},

@@ -19,9 +19,10 @@ void prepareProgramFolder(const QString &root, const QString &programDir)
     if (QFileInfo(legal::requirementsFile(programDir)).isFile() && QFileInfo(target.dataDir()).isDir()
         && legal::requirementsFile(programDir) != legal::requirementsFile(root))
         copyFileAtomically(legal::requirementsFile(programDir), legal::requirementsFile(root));
-    // The releases of the dictionary go with the seed file.
+    // The releases of the dictionary are the program's too: a root laid out by an older program
+    // learns of every release this one knows (release files are never changed, only added).
     const QString releases = QStringLiteral("/releases");
-    if (!QFileInfo(root + releases).isDir() && QFileInfo(programDir + releases).isDir())
+    if (QFileInfo(programDir + releases).isDir() && QDir::cleanPath(programDir) != QDir::cleanPath(root))
         copyFolderContents(programDir + releases, root + releases);
     if (QFileInfo(target.seedFile()).isFile())
         return;

@@ -48,27 +48,49 @@ QString updateReportText(const UpdateResult &result)
             lines << QStringLiteral("　　根拠: ") + e.requirement;
         }
     }
+    lines << updateComparisonLines(result);
+    return lines.join(u'\n') + u'\n';
+}
+
+QStringList updateComparisonLines(const UpdateResult &result)
+{
+    QStringList lines;
     for (const DocumentComparison &c : result.comparisons) {
         lines << QString() << QStringLiteral("■ %1（%2）").arg(c.name, styleCaption(c.style));
         if (!c.note.isEmpty())
             lines << QStringLiteral("新旧対照表を作成できません。（%1）").arg(c.note);
+        else if (c.text.isEmpty())
+            lines << QStringLiteral("印刷される文章に変更はありません。");
         else
-            lines << (c.text.isEmpty() ? QStringLiteral("印刷される文章に変更はありません。") : c.text.trimmed());
+            lines << c.text.trimmed().split(u'\n');
     }
-    return lines.join(u'\n') + u'\n';
+    return lines;
 }
 
-void writeUpdateReport(const QString &path, const UpdateResult &result)
+const QList<UpdateReportColumn> &updateReportColumns()
 {
-    const QList<XlsxColumn> columns = {
-        {QStringLiteral("区分"), 10},       {QStringLiteral("場所"), 30},         {QStringLiteral("規程"), 24},
-        {QStringLiteral("条"), 10},         {QStringLiteral("出荷時の文章"), 50}, {QStringLiteral("会社の文章"), 50},
-        {QStringLiteral("新しい文章"), 50}, {QStringLiteral("根拠"), 24},         {QStringLiteral("注記"), 24}};
+    static const QList<UpdateReportColumn> columns = {
+        {QStringLiteral("区分"), 10, 60},        {QStringLiteral("場所"), 30, 110},         {QStringLiteral("規程"), 24, 100},
+        {QStringLiteral("条"), 10, 60},          {QStringLiteral("出荷時の文章"), 50, 170}, {QStringLiteral("会社の文章"), 50, 170},
+        {QStringLiteral("新しい文章"), 50, 170}, {QStringLiteral("根拠"), 24, 90},          {QStringLiteral("注記"), 24, 70}};
+    return columns;
+}
+
+QList<QStringList> updateReportRows(const UpdateResult &result)
+{
     QList<QStringList> rows;
     for (const UpdateEntry &e : result.entries)
         rows << QStringList{
             updateKindCaption(e.kind), e.place, e.documentName, e.article, e.shipped, e.company, e.offered, e.requirement, e.note};
-    writeXlsxSheet(path, QStringLiteral("ディクショナリ更新　") + result.summary(), columns, rows);
+    return rows;
+}
+
+void writeUpdateReport(const QString &path, const UpdateResult &result)
+{
+    QList<XlsxColumn> columns;
+    for (const UpdateReportColumn &c : updateReportColumns())
+        columns << XlsxColumn{c.heading, double(c.xlsxWidth)};
+    writeXlsxSheet(path, QStringLiteral("ディクショナリ更新　") + result.summary(), columns, updateReportRows(result));
 }
 
 void writeUpdateText(const QString &path, const QString &text)

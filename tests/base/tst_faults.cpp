@@ -185,19 +185,29 @@ void mustBe(Outcome outcome, const ScriptedPrompt &prompt, const char *what)
         qFatal("%s: %s", what, qUtf8Printable(prompt.lines().join(u'\n')));
 }
 
-// Every document on the list built and dated, as the substitution of one that cites
-// the others wants them; the settings filled in.
-void prepareSubstitution(Fixture &f)
+// The document built and dated.
+void buildAndDate(Fixture &f, const QString &document)
 {
     ScriptedPrompt quiet;
-    for (const CodeAndName &document : DocumentList(f.db).documents(kStyle, true)) {
-        mustBe(WorkDataBuild(f.db, quiet).build(kStyle, document.code), quiet, "build");
-        EffectiveDates(f.db, document.code).add(kStyle, QDate(2026, 4, 1));
-    }
+    mustBe(WorkDataBuild(f.db, quiet).build(kStyle, document), quiet, "build");
+    EffectiveDates(f.db, document).add(kStyle, QDate(2026, 4, 1));
+}
+
+void fillSettings(Fixture &f)
+{
     BasicSettings settings(f.db);
     QStringList values = settings.load();
     values[0] = QStringLiteral("株式会社甲");
     settings.save(values, QStringLiteral("2"));
+}
+
+// Every document on the list built and dated, as the substitution of one that cites
+// the others wants them; the settings filled in.
+void prepareSubstitution(Fixture &f)
+{
+    for (const CodeAndName &document : DocumentList(f.db).documents(kStyle, true))
+        buildAndDate(f, document.code);
+    fillSettings(f);
 }
 
 // The files a writing step writes go beside the company files, so that a failure that
@@ -287,11 +297,16 @@ std::shared_ptr<dictionary::SegmentEditor> openParagraph(Fixture &f)
 }
 
 // The company 甲 as if made from an earlier release: one clause as it read then, one it
-// did not have, and that release recorded beside the program's.
+// did not have, and that release recorded beside the program's; its work rules composed,
+// dated and with the basic settings, so that the update keeps their versions before and
+// after and compares them.
 Run updateStep(Fixture &f)
 {
     execSql(f.db, QStringLiteral("UPDATE 項 SET 項 = 項 || '（旧）' WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '02'"));
     execSql(f.db, QStringLiteral("DELETE FROM 項 WHERE 規程Code = '01' AND 条Code = '0001' AND Code = '03'"));
+    execSql(f.db, QStringLiteral("DELETE FROM 作成データ補助項～ WHERE 規程Code = '01' AND 条Code = '0001' AND 項Code = '03'"));
+    buildAndDate(f, kDoc);
+    fillSettings(f);
     const Release earlier{QStringLiteral("2000.01"), dictionaryPrints(f.db)};
     QFile file(releasesFolder(f.root.path()) + QStringLiteral("/2000.01.tsv"));
     if (!file.open(QIODevice::WriteOnly) || file.write(releaseFileText(earlier).toUtf8()) < 0)
@@ -302,7 +317,6 @@ Run updateStep(Fixture &f)
     return [&f, releases] {
         UpdateResult result;
         UpdateOptions options;
-        options.compare = false;
         return CompanyUpdate(f.root.layout(), f.prompt).updateOpen(f.db, kCompany, releases, options, result);
     };
 }
@@ -758,7 +772,8 @@ private slots:
             Fixture dry;
             const Run run = s.prepare(dry);
             FaultInjection::arm(0, 0);
-            QCOMPARE(run(), Outcome::Done);
+            const Outcome outcome = run();
+            QVERIFY2(outcome == Outcome::Done, qUtf8Printable(dry.prompt.lines().join(u'\n')));
             count = rowReads ? FaultInjection::rowReadsSeen() : FaultInjection::statementsSeen();
             FaultInjection::disarm();
         }

@@ -26,6 +26,7 @@
 #include "shell/forms/DesktopSetup.h"
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/HelpWindow.h"
+#include "update/forms/frmDicUpdate.h"
 #include "words/forms/frmGokusentakuSub.h"
 #include "words/forms/frmGokusentaku_01.h"
 
@@ -64,6 +65,7 @@ const QList<std::pair<QString, Factory>> &dialogTable()
         {QStringLiteral("会社削除"), [] { return new frmDBSakujyo; }},
         {QStringLiteral("バックアップ"), [] { return new frmBackup; }},
         {QStringLiteral("データベース最適化"), [] { return new frmSaiteki; }},
+        {QStringLiteral("ディクショナリ更新"), [] { return new frmDicUpdate; }},
         {QStringLiteral("各種設定"),
          [] {
              AppState::instance().DateSettingEnabled = true;

@@ -167,7 +167,7 @@ private slots:
     {
         TestRoot root;
         const QHash<QString, int> &contexts = helpContexts();
-        QCOMPARE(contexts.size(), 32);
+        QCOMPARE(contexts.size(), 33);
         // One page per dialog, but for the three forms of the new company's wizard.
         QSet<int> numbers;
         for (int context : contexts)

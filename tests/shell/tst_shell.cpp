@@ -1,11 +1,15 @@
 // The shell helpers: byte counts in CP932, the order and wording of the field checks,
-// the company name check, the single-instance lock and the busy pointer.
+// the company name check, the single-instance lock, the busy pointer and the laying out of a
+// program folder.
 
 #include "ScriptedPrompt.h"
 #include "base/BusyCursor.h"
 #include "base/FieldChecks.h"
+#include "shell/ProgramFolder.h"
 #include "shell/SingleInstance.h"
 
+#include <QDir>
+#include <QFile>
 #include <QMimeDatabase>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -185,6 +189,31 @@ private slots:
         ScriptedPrompt prompt;
         QVERIFY(!CheckFileName(prompt, QStringLiteral("..")));
         QVERIFY(prompt.lines().isEmpty());
+    }
+
+    // A folder laid out by an older program knows fewer releases of the dictionary: every start
+    // brings it those of this program, byte for byte.
+    void everyStartBringsTheReleases()
+    {
+        const QString own = QStringLiteral(NORMARIS_APP_DIR "/releases");
+        const QStringList shipped = QDir(own).entryList(QDir::Files, QDir::Name);
+        QVERIFY2(shipped.size() >= 2, "the program folder ships fewer than two releases");
+        QTemporaryDir root;
+        prepareProgramFolder(root.path(), QStringLiteral(NORMARIS_APP_DIR));
+        const QString releases = root.path() + QStringLiteral("/releases");
+        // As an older program left it: the newest release unknown, an older file damaged.
+        QVERIFY(QFile::remove(releases + u'/' + shipped.last()));
+        QFile damaged(releases + u'/' + shipped.first());
+        QVERIFY(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        damaged.close();
+        prepareProgramFolder(root.path(), QStringLiteral(NORMARIS_APP_DIR));
+        QCOMPARE(QDir(releases).entryList(QDir::Files, QDir::Name), shipped);
+        for (const QString &name : shipped) {
+            QFile a(own + u'/' + name);
+            QFile b(releases + u'/' + name);
+            QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+            QVERIFY2(a.readAll() == b.readAll(), qPrintable(name));
+        }
     }
 };
 

@@ -3,6 +3,7 @@
 
 #include "CliRun.h"
 #include "ReleaseSources.h"
+#include "OfficeRender.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
 #include "UserEntries.h"
@@ -22,6 +23,7 @@
 #include "update/UpdateReport.h"
 #include "words/EmbeddedWords.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -547,8 +549,9 @@ void TestUpdate::commandLine()
     install(root, seedOf(QStringLiteral("three")));
     const QString text = root.path() + QStringLiteral("/更新.txt");
     const QString xlsx = root.path() + QStringLiteral("/更新.xlsx");
+    const QString pdf = root.path() + QStringLiteral("/更新.pdf");
     CliRun r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--text"), text,
-                                    QStringLiteral("--report"), xlsx});
+                                    QStringLiteral("--report"), xlsx, QStringLiteral("--pdf"), pdf});
     QCOMPARE(r.err, QString());
     QCOMPARE(r.status, 0);
     const QString counts =
@@ -558,6 +561,16 @@ void TestUpdate::commandLine()
     const QString report = readText(text);
     QVERIFY(report.contains(QStringLiteral("［置換］1:規程01:章01:条0001:項02　就業規則　第１条")));
     QVERIFY(report.contains(QStringLiteral("■ 就業規則（である調）")));
+    // The PDF page: its title, the company, the summary, the entries and the 新旧対照表; only
+    // the finished file is left.
+    QString error;
+    const QString page = pdfText(pdf, &error).remove(u' ');
+    QVERIFY2(error.isEmpty(), qUtf8Printable(error));
+    for (const QString &expected : {QStringLiteral("ディクショナリ更新"), QStringLiteral("甲"), QStringLiteral("置換6、競合0、追加4"),
+                                    QStringLiteral("区分"), QStringLiteral("新しい文章"), QStringLiteral("■就業規則（である調）")})
+        QVERIFY2(page.contains(expected), qUtf8Printable(expected + u'\n' + page));
+    QCOMPARE(QDir(root.path()).entryList({QStringLiteral("更新*")}, QDir::Files),
+             (QStringList{QStringLiteral("更新.pdf"), QStringLiteral("更新.txt"), QStringLiteral("更新.xlsx")}));
 
     r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), QStringLiteral("--all")});
     QCOMPARE(r.status, 0);
