@@ -462,6 +462,11 @@ private slots:
             kinds << QString::number(int(e.kind));
         // 採用 changed its caption, 形態 came, 賃金 became the 支払日; the moved 休日 is only renumbered.
         QCOMPARE(kinds, (QStringList{QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("0")}));
+        // 採用 only gained characters, 形態 is new, the old 賃金 lost some.
+        QStringList remarks;
+        for (const ComparisonEntry &e : table.entries)
+            remarks << e.remark();
+        QCOMPARE(remarks, (QStringList{ComparisonTable::kExtended, ComparisonTable::kAdded, ComparisonTable::kChanged}));
         QStringList renumbered;
         for (const Renumbering &r : table.renumbered)
             renumbered << r.line();
@@ -512,11 +517,29 @@ private slots:
         QCOMPARE(pairs.value(3), QStringLiteral("第４条（採用手続） = 第３条（採用） 75%"));
         const QString table = QString::fromUtf8(fileBytes(path(QStringLiteral("cmp.txt"))));
         QVERIFY2(table.contains(QStringLiteral("（削除）")), qPrintable(table));
+        QVERIFY(!table.contains(QStringLiteral("【備考】")));
+        // 備考 as a third column: the removed 規則の遵守 says （削除） there too.
+        QCOMPARE(cli(compare + QStringList{"--remarks"}).status, 0);
+        const QString remarked = QString::fromUtf8(fileBytes(path(QStringLiteral("cmp.txt"))));
+        QVERIFY2(remarked.contains(QStringLiteral(
+                     "第３条（規則の遵守）\n会社及び従業員は、この規則を守り、誠実に職務を遂行しなければならない。\n【備考】\n（削除）\n"))
+                     || remarked.contains(QStringLiteral("【備考】\n（削除）\n")),
+                 qPrintable(remarked));
 
         // The user's pairing wins, and a wrong one is refused.
         r = cli(compare + QStringList{"--pair", "4=4"});
         QCOMPARE(r.status, 0);
         QVERIFY2(r.out.contains(QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n")), qPrintable(r.out));
+        // Several --pair, or one with a comma list, say the same.
+        const QString both =
+            QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n第５条（提出書類） = 第３条（採用） （指定）\n");
+        r = cli(compare + QStringList{"--pair", "4=4", "--pair", "5=3"});
+        QCOMPARE(r.status, 0);
+        QVERIFY2(r.out.contains(both), qPrintable(r.out));
+        r = cli(compare + QStringList{"--pair", "4=4,5=3"});
+        QVERIFY2(r.out.contains(both), qPrintable(r.out));
+        r = cli(compare + QStringList{"--pair", "4=4", "--pair", "4-4"});
+        QCOMPARE(r.status, 1);
         r = cli(compare + QStringList{"--pair", "4-4"});
         QCOMPARE(r.status, 1);
         QCOMPARE(r.err, QStringLiteral("新旧対照表: --pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「4-4」）。\n"));
