@@ -563,30 +563,32 @@ private slots:
         for (const QString &d : documents)
             QCOMPARE(run(QStringList{"substitute"} + company + QStringList{"--doc", d}).status, 0);
         // (The program's own PDF needs a GUI application, which this suite is not.)
-        const QString docx = path(QStringLiteral("01.docx"));
-        QCOMPARE(run(QStringList{"export"} + company + QStringList{"--doc", "01", "--out", docx}).status, 0);
-
-        QStringList printed;
-        {
-            const QString file = root + QStringLiteral("/Data/乙/乙.sqlite");
-            QSqlDatabase db = openDatabase(file, QStringLiteral("printed"), OpenMode::ReadOnly);
-            auto q = execSql(db, QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = '01' AND 種別 = '3' ORDER BY 順番"));
-            while (q.next())
-                printed << q.value(0).toString();
-        }
-        closeDatabase(QStringLiteral("printed"));
-        QVERIFY(printed.size() > 80);
-        for (const QString &file : {docx}) {
-            const RulesFileResult r = readRulesFile(file);
+        for (const QString &d : documents) {
+            const QString docx = path(d + QStringLiteral(".docx"));
+            QCOMPARE(run(QStringList{"export"} + company + QStringList{"--doc", d, "--out", docx}).status, 0);
+            QStringList printed;
+            {
+                const QString file = root + QStringLiteral("/Data/乙/乙.sqlite");
+                QSqlDatabase db = openDatabase(file, QStringLiteral("printed"), OpenMode::ReadOnly);
+                auto q = execSql(db, QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = ? AND 種別 = '3' ORDER BY 順番"), {d});
+                while (q.next())
+                    printed << q.value(0).toString();
+            }
+            closeDatabase(QStringLiteral("printed"));
+            const RulesFileResult r = readRulesFile(docx);
             QVERIFY2(r.lines, qPrintable(r.refusal));
-            const FoundRules rules = findStructure(*r.lines, file, QStringLiteral("70"));
+            const FoundRules rules = findStructure(*r.lines, docx, QStringLiteral("70"));
             QStringList captions;
             for (const SourceEntry &e : rules.source.entries)
                 if (e.level == Level::Article && e.title != u"附則")
                     captions << e.title;
+            QVERIFY2(!printed.isEmpty(), qPrintable(d));
             QCOMPARE(captions, printed);
-            QVERIFY2(rules.references > 80, qPrintable(file));
-            QVERIFY(rules.source.preamble.has_value());
+            if (d == QStringLiteral("01")) {
+                QVERIFY(printed.size() > 80);
+                QVERIFY2(rules.references > 80, qPrintable(docx));
+                QVERIFY(rules.source.preamble.has_value());
+            }
         }
     }
 
