@@ -531,13 +531,13 @@ private slots:
         QCOMPARE(r.status, 0);
         QVERIFY2(r.out.contains(QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n")), qPrintable(r.out));
         // Several --pair, or one with a comma list, say the same.
-        const QString both =
-            QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n第５条（提出書類） = 第３条（採用） （指定）\n");
+        const QStringList both = {QStringLiteral("第４条（採用手続） = 第４条（提出書類） （指定）\n"),
+                                  QStringLiteral("第５条（提出書類） = 第３条（採用） （指定）\n")};
         r = cli(compare + QStringList{"--pair", "4=4", "--pair", "5=3"});
         QCOMPARE(r.status, 0);
-        QVERIFY2(r.out.contains(both), qPrintable(r.out));
+        QVERIFY2(r.out.contains(both[0]) && r.out.contains(both[1]), qPrintable(r.out));
         r = cli(compare + QStringList{"--pair", "4=4,5=3"});
-        QVERIFY2(r.out.contains(both), qPrintable(r.out));
+        QVERIFY2(r.out.contains(both[0]) && r.out.contains(both[1]), qPrintable(r.out));
         r = cli(compare + QStringList{"--pair", "4=4", "--pair", "4-4"});
         QCOMPARE(r.status, 1);
         r = cli(compare + QStringList{"--pair", "4-4"});
@@ -545,7 +545,7 @@ private slots:
         QCOMPARE(r.err, QStringLiteral("新旧対照表: --pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「4-4」）。\n"));
     }
 
-    // The seed's work rules as the program prints them (.docx) read back to the
+    // The seed's documents as the program prints them (.docx) read back to the
     // articles they were printed from, past the cover and the table of contents.
     void printedWorkRulesReadBack()
     {
