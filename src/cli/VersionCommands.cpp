@@ -75,7 +75,8 @@ int compare(Context &c)
     // The old side from another document: its articles paired with this one's.
     request.against = c.args.option(QStringLiteral("--against"));
     QString wrong;
-    const std::optional<QList<PairOverride>> overrides = parseOverrides(c.args.option(QStringLiteral("--pair")), &wrong);
+    // --pair may be given several times, each a comma list.
+    const std::optional<QList<PairOverride>> overrides = parseOverrides(c.args.values(QStringLiteral("--pair")).join(u','), &wrong);
     if (!overrides) {
         c.prompt.error(ComparisonExport::kTitle,
                        QStringLiteral("--pair は「旧の条番号=新の条番号」をコンマで区切って指定してください（「%1」）。").arg(wrong));
@@ -86,6 +87,7 @@ int compare(Context &c)
         return ExitStopped;
     }
     request.overrides = *overrides;
+    request.remarks = c.args.has(QStringLiteral("--remarks"));
     QList<ArticlePair> pairing;
     request.pairing = &pairing;
     std::optional<ComparisonPdf> pdfOutput;
@@ -113,7 +115,8 @@ void addVersionCommands(QList<Command> &commands)
         {requiredStyle(), optional(QStringLiteral("--old"), QStringLiteral("V")), optional(QStringLiteral("--new"), QStringLiteral("V")),
          optional(QStringLiteral("--out"), QStringLiteral("FILE.docx")), optional(QStringLiteral("--pdf"), QStringLiteral("FILE.pdf")),
          optional(QStringLiteral("--text"), QStringLiteral("FILE.txt")), optional(QStringLiteral("--against"), QStringLiteral("CODE")),
-         optional(QStringLiteral("--pair"), QStringLiteral("OLD=NEW,…")), optional(QStringLiteral("--pairs"))},
+         optional(QStringLiteral("--pair"), QStringLiteral("OLD=NEW,…")), optional(QStringLiteral("--pairs")),
+         optional(QStringLiteral("--remarks"))},
         {}, 0, 0, compare, true);
 }
 

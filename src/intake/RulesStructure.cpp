@@ -226,7 +226,8 @@ private:
 
     // A table of contents (目次 before the body) is read past: its headings are the body's
     // again, and the title repeated is the body's own. What stood before it is the cover.
-    // It ends at the first line that is neither a heading nor the title.
+    // It ends at the title repeated after its headings, above the body, or else at the first line that is
+    // neither a heading nor the title (a body opening with an article has no other mark).
     bool skipsContents(int line, const QString &text)
     {
         static const QRegularExpression contents(QStringLiteral("^目[\\s　]*次$"));
@@ -240,8 +241,14 @@ private:
         }
         if (!m_inContents)
             return false;
-        if (heading.match(text).hasMatch() || text == m_out.title)
+        if (text == m_out.title) {
+            m_inContents = !m_contentsListed;
             return true;
+        }
+        if (heading.match(text).hasMatch()) {
+            m_contentsListed = true;
+            return true;
+        }
         m_inContents = false;
         return false;
     }
@@ -739,6 +746,7 @@ private:
     QString m_chapter, m_chapterTitle, m_baseChapterTitle, m_pendingCaption, m_supplementTitle;
     int m_fullLine = 0, m_lastWidth = 0, m_chapterNode = -1, m_chapterCount = 0, m_clause = -1, m_item = -1, m_maru = -1, m_maruCount = 0,
         m_irohaCount = 0;
+    bool m_contentsListed = false; // a heading of the contents was read past
     bool m_chapterHasArticles = false, m_started = false, m_inContents = false, m_inSupplement = false, m_supplementPending = false,
          m_inTable = false;
 };

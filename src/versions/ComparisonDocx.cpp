@@ -10,6 +10,8 @@ namespace {
 
 using model::Paragraph;
 
+constexpr int kRemarksWidth = 1400; // twips: （新設） with the cell's margins
+
 Paragraph paragraph(Typist::Alignment alignment, const QString &text, model::Font font = {})
 {
     Paragraph p;
@@ -88,13 +90,23 @@ QList<model::Block> comparisonBlocks(const ComparisonTable &table)
                                                            ComparisonTable::kOldColumn, effectiveCaption(table.older)));
     blocks << paragraph(Typist::Alignment::Left, QString());
 
-    const int half = docx::textWidth(comparisonPageSetup()) / 2;
+    // 備考 takes the width of a few characters; the two sides share the rest.
+    const int remarks = table.remarks ? kRemarksWidth : 0;
+    const int half = (docx::textWidth(comparisonPageSetup()) - remarks) / 2;
     model::Table grid;
     grid.columnWidths = {half, half};
-    grid.rows.append(model::TableRow{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true});
-    for (const ComparisonEntry &entry : table.entries)
-        grid.rows.append(
-            model::TableRow{{model::TableCell{cellParagraphs(entry.newer)}, model::TableCell{cellParagraphs(entry.older)}}, false});
+    model::TableRow header{{headerCell(ComparisonTable::kNewColumn), headerCell(ComparisonTable::kOldColumn)}, true};
+    if (table.remarks) {
+        grid.columnWidths << remarks;
+        header.cells << headerCell(ComparisonTable::kRemarksColumn);
+    }
+    grid.rows.append(header);
+    for (const ComparisonEntry &entry : table.entries) {
+        model::TableRow row{{model::TableCell{cellParagraphs(entry.newer)}, model::TableCell{cellParagraphs(entry.older)}}, false};
+        if (table.remarks)
+            row.cells << model::TableCell{{paragraph(Typist::Alignment::Center, entry.remark())}};
+        grid.rows.append(row);
+    }
     blocks << grid;
 
     blocks << paragraph(Typist::Alignment::Right, ComparisonTable::kClosingNote);

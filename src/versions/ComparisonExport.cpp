@@ -103,9 +103,10 @@ Outcome ComparisonExport::write(const ComparisonRequest &request, const QString 
     BusyCursor busy;
     try {
         StagedFiles files;
-        const std::optional<ComparisonTable> made = table(request);
+        std::optional<ComparisonTable> made = table(request);
         if (!made)
             return Outcome::Stopped;
+        made->remarks = request.remarks;
         const QList<model::Block> blocks = comparisonBlocks(*made);
         if (!docxPath.isEmpty())
             docx::saveDocx(files.stage(docxPath), blocks, comparisonPageSetup());

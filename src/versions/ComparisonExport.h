@@ -19,6 +19,7 @@ struct ComparisonRequest {
     std::optional<qint64> older; // the version before the change; by default the one before newer
     std::optional<qint64> newer; // the version after it; by default the latest
     QString company;             // the company's name when its 事業所名 is not set
+    bool remarks = false;        // a third column 備考 with each row's remark
     // The old side from another document of the company (its latest version), paired
     // by similarity with the overrides given; the pairing used goes to pairing.
     QString against = QString();

@@ -31,6 +31,10 @@ struct ComparisonEntry {
     ChangeKind kind = ChangeKind::Changed;
     ComparisonCell newer; // 改正後
     ComparisonCell older; // 改正前
+
+    // The 備考 of the row: （新設）, （削除）, （追加） when the old side lost
+    // nothing (only text came in), （変更） otherwise.
+    QString remark() const;
 };
 
 // An article whose text stayed the same under another number.
@@ -54,11 +58,15 @@ struct ComparisonTable {
     VersionHeader older;
     QList<ComparisonEntry> entries;
     QList<Renumbering> renumbered;
+    bool remarks = false; // a third column 備考 with each row's remark
 
     static inline const QString kNewColumn = QStringLiteral("改正後");
     static inline const QString kOldColumn = QStringLiteral("改正前");
     static inline const QString kAdded = QStringLiteral("（新設）");
     static inline const QString kRemoved = QStringLiteral("（削除）");
+    static inline const QString kRemarksColumn = QStringLiteral("備考");
+    static inline const QString kChanged = QStringLiteral("（変更）");
+    static inline const QString kExtended = QStringLiteral("（追加）");
     static inline const QString kClosingNote = QStringLiteral("（傍線部分は改正部分）");
     static inline const QString kRenumberedHeading = QStringLiteral("番号のみの変更");
 

@@ -61,6 +61,8 @@ QString comparisonText(const ComparisonTable &table)
         out << cellLines(entry.newer, braces);
         out << u'【' + ComparisonTable::kOldColumn + u'】';
         out << cellLines(entry.older, braces);
+        if (table.remarks)
+            out << u'【' + ComparisonTable::kRemarksColumn + u'】' << entry.remark();
     }
     out << QString() << ComparisonTable::kClosingNote;
     if (!table.renumbered.isEmpty()) {

@@ -190,6 +190,22 @@ QString labelSeparator(const ComparisonLine &line)
     return QStringLiteral("　");
 }
 
+QString ComparisonEntry::remark() const
+{
+    if (kind == ChangeKind::Added)
+        return ComparisonTable::kAdded;
+    if (kind == ChangeKind::Removed)
+        return ComparisonTable::kRemoved;
+    for (const ComparisonLine &line : older.lines) {
+        if (line.labelChanged)
+            return ComparisonTable::kChanged;
+        for (const MarkedSpan &span : line.text)
+            if (span.changed)
+                return ComparisonTable::kChanged;
+    }
+    return ComparisonTable::kExtended;
+}
+
 ComparisonTable compareVersions(const Version &older, const Version &newer)
 {
     ComparisonTable table;

@@ -88,6 +88,19 @@ QList<VersionHeader> VersionStore::list(const QString &style, const QString &doc
     return headers;
 }
 
+QList<VersionHeader> VersionStore::latestOfEach(const QString &style)
+{
+    RowReader q = execSql(m_db,
+                          QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE ID IN (SELECT MAX(ID) FROM 改訂履歴 WHERE 文章形式Code = ? "
+                                         "GROUP BY 規程Code) ORDER BY 規程Code")
+                              .arg(kHeaderColumns),
+                          {style});
+    QList<VersionHeader> headers;
+    while (q.next())
+        headers << headerOf(q);
+    return headers;
+}
+
 std::optional<VersionHeader> VersionStore::header(qint64 id)
 {
     RowReader q = execSql(m_db, QStringLiteral("SELECT %1 FROM 改訂履歴 WHERE ID = ?").arg(kHeaderColumns), {id});

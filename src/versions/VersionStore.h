@@ -39,6 +39,8 @@ public:
     // The versions of one document in one style, oldest first.
     QList<VersionHeader> list(const QString &style, const QString &document);
     std::optional<VersionHeader> header(qint64 id);
+    // The latest version of each document kept in the style, by document code.
+    QList<VersionHeader> latestOfEach(const QString &style);
     // The whole version; throws Failure when there is none of that number.
     Version read(qint64 id);
     // Removes a version and its rows; false when there is none of that number.

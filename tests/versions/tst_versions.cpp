@@ -336,6 +336,19 @@ private slots:
         QVERIFY(QString::fromUtf8(parts.value(QStringLiteral("word/_rels/document.xml.rels"))).contains(QStringLiteral("footer1.xml")));
         QVERIFY(QString::fromUtf8(parts.value(QStringLiteral("[Content_Types].xml"))).contains(QStringLiteral("/word/footer1.xml")));
         QVERIFY(readBody(parts.value(QStringLiteral("word/document.xml"))).error.isEmpty());
+
+        // With 備考 a narrow third column says what kind of change each row is.
+        ComparisonTable remarked = table;
+        remarked.remarks = true;
+        saveComparisonDocx(remarked, path);
+        const QString withRemarks = QString::fromUtf8(zipEntries(path).value(QStringLiteral("word/document.xml")));
+        QCOMPARE(withRemarks.count(QStringLiteral("<w:gridCol w:w=\"6301\"/>")), 2);
+        QCOMPARE(withRemarks.count(QStringLiteral("<w:gridCol w:w=\"1400\"/>")), 1);
+        QVERIFY(withRemarks.contains(QStringLiteral("<w:t>備考</w:t>")));
+        QVERIFY(withRemarks.contains(QStringLiteral("<w:t>（変更）</w:t>")));
+        QVERIFY(comparisonText(remarked).contains(
+            QStringLiteral("【改正前】\n第３条（労働時間）\n所定労働時間は、週{u:４０}時間とする。\n【備考】\n（変更）\n")));
+        QVERIFY(!comparisonText(table).contains(ComparisonTable::kRemarksColumn));
     }
 };
 

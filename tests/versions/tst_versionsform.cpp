@@ -1,10 +1,14 @@
 // The 新旧対照表 dialog of the export console, offscreen: the versions of the chosen
-// document, the table of the latest two or of two chosen rows, and deletion.
+// document, the table of the latest two or of two chosen rows, and deletion; the
+// old side from another document of the company, with 備考.
 
 #include "../forms/FormSession.h"
+#include "DocxContent.h"
 #include "VersionRows.h"
 #include "versions/forms/frmVersions.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFileInfo>
 #include <QPushButton>
 #include <QTableWidget>
@@ -70,6 +74,43 @@ private slots:
         QCOMPARE(session.prompt.lines(), QStringList{QStringLiteral("版の削除: 版 1 を削除します。")});
         QCOMPARE(list(form)->rowCount(), 1);
         QCOMPARE(list(form)->item(0, 0)->text(), QStringLiteral("2"));
+    }
+
+    // The current rules kept as document 70: chosen as the old side, the table pairs
+    // their article with the draft's and says in 備考 that the second one is new.
+    void anotherDocumentAsTheOldSide()
+    {
+        FormSession session;
+        keepTwo(AppState::cn());
+        Version current = version(3, {articleRow(QStringLiteral("0001"), 1, QStringLiteral("目的"))});
+        current.header.document = QStringLiteral("70");
+        current.header.name = QStringLiteral("現行就業規則");
+        VersionStore(AppState::cn()).keep(current.header, current.rows);
+
+        frmVersions form(QStringLiteral("1"), QStringLiteral("01"));
+        auto *older = form.findChild<QComboBox *>(QStringLiteral("OlderSide"));
+        QCOMPARE(older->count(), 2);
+        QCOMPARE(older->itemText(0), QStringLiteral("この規程の版"));
+        QCOMPARE(older->itemText(1), QStringLiteral("70 現行就業規則（版 3）"));
+        older->setCurrentIndex(1);
+        form.findChild<QCheckBox *>(QStringLiteral("RemarksCheck"))->setChecked(true);
+
+        list(form)->selectRow(0);
+        list(form)->selectRow(1);
+        click(form, QStringLiteral("Command1"));
+        QCOMPARE(session.prompt.lines(),
+                 QStringList{QStringLiteral("新旧対照表: 改正後の版を一つ選択してください（選択しないときは最新の版）。")});
+        QVERIFY(form.lastDocument().isEmpty());
+
+        list(form)->clearSelection();
+        session.prompt.clear();
+        click(form, QStringLiteral("Command1"));
+        QVERIFY2(session.prompt.lines().isEmpty(), qPrintable(session.prompt.lines().join(u'\n')));
+        const QString document = QString::fromUtf8(zipEntries(form.lastDocument()).value(QStringLiteral("word/document.xml")));
+        QFile::remove(form.lastDocument());
+        QVERIFY(document.contains(QStringLiteral("<w:t>備考</w:t>")));
+        QVERIFY(document.contains(QStringLiteral("<w:t>（新設）</w:t>")));
+        QVERIFY(document.contains(QStringLiteral("（適用範囲）")));
     }
 };
 

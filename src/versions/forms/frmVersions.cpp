@@ -8,6 +8,8 @@
 #include "versions/ComparisonExport.h"
 #include "versions/VersionStore.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -36,6 +38,22 @@ frmVersions::frmVersions(const QString &style, const QString &document, QWidget 
     m_list->verticalHeader()->hide();
     m_list->horizontalHeader()->setStretchLastSection(true);
     layout->addWidget(m_list);
+    auto *older = new QHBoxLayout;
+    auto *olderCaption = new QLabel(QStringLiteral("改正前(&O):"), this);
+    olderCaption->setObjectName(QStringLiteral("Label2"));
+    m_older = new QComboBox(this);
+    m_older->setObjectName(QStringLiteral("OlderSide"));
+    olderCaption->setBuddy(m_older);
+    m_older->addItem(QStringLiteral("この規程の版"));
+    for (const VersionHeader &v : VersionStore(AppState::cn()).latestOfEach(m_style))
+        if (v.document != m_document)
+            m_older->addItem(QStringLiteral("%1 %2（版 %3）").arg(v.document, v.name, QString::number(v.id)), v.document);
+    older->addWidget(olderCaption);
+    older->addWidget(m_older, 1);
+    layout->addLayout(older);
+    m_remarks = new QCheckBox(QStringLiteral("備考欄を付ける(&R)"), this);
+    m_remarks->setObjectName(QStringLiteral("RemarksCheck"));
+    layout->addWidget(m_remarks);
     auto *buttons = new QHBoxLayout;
     QPushButton *make = makeButton(this, QStringLiteral("Command1"), QStringLiteral("新旧対照表を作成(&M)"));
     QPushButton *remove = makeButton(this, QStringLiteral("Command3"), QStringLiteral("版の削除(&D)"));
@@ -69,8 +87,18 @@ void frmVersions::reload()
 void frmVersions::makeTable()
 {
     ComparisonRequest request{m_style, m_document, std::nullopt, std::nullopt, AppState::instance().companyPanel()};
+    request.remarks = m_remarks->isChecked();
+    request.against = m_older->currentData().toString();
     const QModelIndexList rows = m_list->selectionModel()->selectedRows();
-    if (rows.size() == 2) {
+    if (!request.against.isEmpty()) {
+        // The old side is the other document; a chosen row is the new side.
+        if (rows.size() > 1) {
+            uiPrompt().error(ComparisonExport::kTitle, QStringLiteral("改正後の版を一つ選択してください（選択しないときは最新の版）。"));
+            return;
+        }
+        if (rows.size() == 1)
+            request.newer = m_list->item(rows[0].row(), 0)->data(Qt::UserRole).toLongLong();
+    } else if (rows.size() == 2) {
         const qint64 a = m_list->item(rows[0].row(), 0)->data(Qt::UserRole).toLongLong();
         const qint64 b = m_list->item(rows[1].row(), 0)->data(Qt::UserRole).toLongLong();
         request.older = qMin(a, b);

@@ -1,10 +1,14 @@
 #pragma once
 // 新旧対照表: the kept versions of the document chosen on the export console, and
 // the table of the two the user picks (by default the latest two), opened like a
-// finished document.
+// finished document. The old side may instead be the latest version of another
+// document of this company (the imported current rules against the new draft), and
+// the table may carry a third column 備考.
 
 #include <QDialog>
 
+class QCheckBox;
+class QComboBox;
 class QTableWidget;
 
 namespace normaris {
@@ -25,6 +29,8 @@ private:
     QString m_style;
     QString m_document;
     QTableWidget *m_list = nullptr; // VersionList
+    QComboBox *m_older = nullptr;   // OlderSide: this document's versions, or another document
+    QCheckBox *m_remarks = nullptr; // RemarksCheck
     QString m_lastDocument;
 };
 
