@@ -414,10 +414,11 @@ private slots:
         CliRun r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("70")} + company);
         QCOMPARE(r.status, 1);
         QVERIFY2(r.out.startsWith(QStringLiteral("■就業規則（")), qUtf8Printable(r.out));
-        for (const QString &line : {QStringLiteral("\n要確認　労働基準法第89条第1号　始業及び終業の時刻　第２条　始業・終業の時刻の定め\n"),
-                                    QStringLiteral("\n要確認　労働基準法第89条第1号　休憩時間　第２条　休憩時間の定め\n"),
-                                    QStringLiteral("\n要確認　労働基準法第89条第1号　休日　第１条　休日の定め\n"),
-                                    QStringLiteral("\n不足　労働基準法第89条第3号　退職に関する事項（解雇の事由を含む）\n")})
+        for (const QString &line :
+             {QStringLiteral("\n要確認　労働基準法第89条第1号　始業及び終業の時刻　第２条第１項　始業・終業の時刻の定め\n"),
+              QStringLiteral("\n要確認　労働基準法第89条第1号　休憩時間　第２条第１項　休憩時間の定め\n"),
+              QStringLiteral("\n要確認　労働基準法第89条第1号　休日　第１条、第１条第１項　休日の定め\n"),
+              QStringLiteral("\n不足　労働基準法第89条第3号　退職に関する事項（解雇の事由を含む）\n")})
             QVERIFY2(r.out.contains(line), qUtf8Printable(r.out));
         QVERIFY2(!r.out.contains(QStringLiteral("充足")), qUtf8Printable(r.out));
         QVERIFY2(!r.out.contains(QStringLiteral("範囲外")), qUtf8Printable(r.out));
