@@ -385,7 +385,8 @@ private slots:
         own.formalName = QStringLiteral("休日");
         own.style = kStyle;
         insertCompositionRows(db, kArticleRowsTable, {own});
-        const CheckResult *r = find(check(db, QStringLiteral("01")), QStringLiteral("01-003"));
+        const QList<CheckResult> results = check(db, QStringLiteral("01"));
+        const CheckResult *r = find(results, QStringLiteral("01-003"));
         QCOMPARE(r->state, CheckState::ToConfirm);
         QCOMPARE(r->line(), QStringLiteral("要確認　労働基準法第89条第1号　休日　第２００条　休日の定め"));
         // A place the user has deleted from the dictionary checks as missing, without failing.
