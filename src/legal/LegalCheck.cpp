@@ -192,14 +192,17 @@ void collectArticles(const ComposedDocument &doc, CheckResult &result, const std
 }
 
 // Met by a composed place; else to confirm where the user's own text shows it; else missing.
-void checkStatement(const Requirement &r, const ComposedDocument &doc, CheckResult &result, bool &listed)
+// A document of the user's standing for a standard one meets nothing by place: its codes are not
+// the standard document's.
+void checkStatement(const Requirement &r, const ComposedDocument &doc, bool byPlace, CheckResult &result, bool &listed)
 {
-    if (!r.places.isEmpty()) {
+    if (!r.places.isEmpty() && byPlace) {
         result.level = r.places[0].level;
         result.codes = r.places[0].codes;
     }
     for (const RequirementPlace &p : r.places)
-        collectArticles(doc, result, [&](const CompositionRow &row) { return row.level == p.level && p.covers(row.level, row.codes); });
+        collectArticles(doc, result,
+                        [&](const CompositionRow &row) { return byPlace && row.level == p.level && p.covers(row.level, row.codes); });
     listed = true;
     if (!result.articles.isEmpty()) {
         result.state = CheckState::Met;
@@ -271,6 +274,24 @@ QString CheckResult::line() const
     return parts.join(u'　');
 }
 
+QString standardDocumentFor(QSqlDatabase db, const QString &style, const QString &document)
+{
+    if (!isUserCode(Level::Document, document))
+        return document;
+    auto q = execSql(db,
+                     QStringLiteral("SELECT s.Code FROM 規程 u JOIN 規程 s ON s.文章形式Code = u.文章形式Code "
+                                    "WHERE u.文章形式Code = ? AND u.Code = ? AND s.Code <> u.Code "
+                                    "AND (s.規程 IN (u.規程, u.正式名称) OR s.正式名称 IN (u.規程, u.正式名称)) "
+                                    "ORDER BY CAST(s.Code AS INTEGER)"),
+                     {style, document});
+    while (q.next()) {
+        const QString code = q.value(0).toString();
+        if (!isUserCode(Level::Document, code))
+            return code;
+    }
+    return {};
+}
+
 QList<CheckResult> checkDocument(QSqlDatabase db, const QList<Requirement> &table, const CheckRequest &request)
 {
     const QDate date = request.date.isValid() ? request.date : documentDate(db, request.document);
@@ -279,10 +300,13 @@ QList<CheckResult> checkDocument(QSqlDatabase db, const QList<Requirement> &tabl
     const QString name =
         scalar(db, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = ? AND Code = ?"), {request.style, request.document})
             .toString();
+    const QString standard = standardDocumentFor(db, request.style, request.document);
+    const bool own = standard != request.document;
     QList<CheckResult> results;
     QList<CheckResult> coming;
     for (const Requirement &r : table) {
-        if (r.document != request.document)
+        // The words of the user's document are not the standard document's: its bounds are not checked.
+        if (standard.isEmpty() || r.document != standard || (own && r.kind == RequirementKind::Bound))
             continue;
         CheckResult result;
         result.style = request.style;
@@ -299,7 +323,7 @@ QList<CheckResult> checkDocument(QSqlDatabase db, const QList<Requirement> &tabl
         if (r.kind == RequirementKind::Bound)
             checkBound(r, doc, words, result, listed);
         else
-            checkStatement(r, doc, result, listed);
+            checkStatement(r, doc, !own, result, listed);
         if (comingSoon) {
             result.state = CheckState::Coming;
             result.effective = r.effective;

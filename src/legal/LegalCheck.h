@@ -57,7 +57,12 @@ struct CheckRequest {
     QStringList withoutCodes;
 };
 
-// The check of one document against table. Throws DbError when a read fails.
+// The standard document whose requirements apply to document: itself when it is a standard one;
+// for a document of the user's (70–99, e.g. read from the client's file), the standard document
+// whose name or formal name is its name or formal name; empty when none is.
+QString standardDocumentFor(QSqlDatabase db, const QString &style, const QString &document);
+// The check of one document against table (a document of the user's through the words of its
+// text only, so never 充足). Throws DbError when a read fails.
 QList<CheckResult> checkDocument(QSqlDatabase db, const QList<Requirement> &table, const CheckRequest &request);
 // The check of every document on the company's list in the style, in Code order.
 QList<CheckResult> checkCompany(QSqlDatabase db, const QList<Requirement> &table, const QString &style, const QDate &date = {});

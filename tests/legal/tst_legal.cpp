@@ -385,12 +385,81 @@ private slots:
         own.formalName = QStringLiteral("休日");
         own.style = kStyle;
         insertCompositionRows(db, kArticleRowsTable, {own});
-        const CheckResult *r = find(check(db, QStringLiteral("01")), QStringLiteral("01-003"));
+        const QList<CheckResult> results = check(db, QStringLiteral("01"));
+        const CheckResult *r = find(results, QStringLiteral("01-003"));
         QCOMPARE(r->state, CheckState::ToConfirm);
         QCOMPARE(r->line(), QStringLiteral("要確認　労働基準法第89条第1号　休日　第２００条　休日の定め"));
         // A place the user has deleted from the dictionary checks as missing, without failing.
         execSql(db, QStringLiteral("DELETE FROM 条 WHERE 規程Code = '01' AND Code = '0032'"));
         QCOMPARE(find(check(db, QStringLiteral("01")), QStringLiteral("01-003"))->state, CheckState::ToConfirm);
+    }
+
+    // The client's rules read in stand for the standard document of their name: its
+    // requirements apply, met only through the words of their text; a document of another
+    // name is not checked.
+    void clientRulesAreChecked()
+    {
+        TestRoot root;
+        root.makeCompany(kCompany);
+        const QString file = root.path() + QStringLiteral("/現行規則.txt");
+        QFile f(file);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(QStringLiteral("就業規則\n\n（休日）\n第１条　休日は、土曜日及び日曜日とする。\n\n（労働時間）\n"
+                               "第２条　始業の時刻は午前９時、終業の時刻は午後６時とし、休憩時間は正午から午後１時までとする。\n")
+                    .toUtf8());
+        f.close();
+        const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), kStyle};
+        const QStringList read = QStringList{QStringLiteral("--yes"), QStringLiteral("dict"), QStringLiteral("read")} + company
+                                 + QStringList{QStringLiteral("--file"), file, QStringLiteral("--code")};
+        QCOMPARE(runCli(root.path(), read + QStringList{QStringLiteral("70")}).status, 0);
+        CliRun r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("70")} + company);
+        QCOMPARE(r.status, 1);
+        QVERIFY2(r.out.startsWith(QStringLiteral("■就業規則（")), qUtf8Printable(r.out));
+        for (const QString &line :
+             {QStringLiteral("\n要確認　労働基準法第89条第1号　始業及び終業の時刻　第２条第１項　始業・終業の時刻の定め\n"),
+              QStringLiteral("\n要確認　労働基準法第89条第1号　休憩時間　第２条第１項　休憩時間の定め\n"),
+              QStringLiteral("\n要確認　労働基準法第89条第1号　休日　第１条、第１条第１項　休日の定め\n"),
+              QStringLiteral("\n不足　労働基準法第89条第3号　退職に関する事項（解雇の事由を含む）\n")})
+            QVERIFY2(r.out.contains(line), qUtf8Printable(r.out));
+        QVERIFY2(!r.out.contains(QStringLiteral("充足")), qUtf8Printable(r.out));
+        QVERIFY2(!r.out.contains(QStringLiteral("範囲外")), qUtf8Printable(r.out));
+
+        QCOMPARE(
+            runCli(root.path(), read + QStringList{QStringLiteral("71"), QStringLiteral("--name"), QStringLiteral("社内のきまり")}).status,
+            0);
+        r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("71")} + company);
+        QCOMPARE(r.status, 0);
+        QVERIFY2(!r.out.contains(QStringLiteral("要確認")) && !r.out.contains(QStringLiteral("不足")), qUtf8Printable(r.out));
+    }
+
+    // The rows behind the fourth pass of the dictionary are met by the standard 01 and 04
+    // once in force; those of the stock 1年単位 article only where it is composed.
+    void fourthPassRequirementsAreMet_data()
+    {
+        QTest::addColumn<QString>("document");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("listed");
+        for (const char *code : {"01-021", "01-022", "01-023", "01-024", "01-025"})
+            QTest::newRow(code) << QStringLiteral("01") << QString::fromLatin1(code) << true;
+        for (const char *code : {"01-026", "01-027"})
+            QTest::newRow(code) << QStringLiteral("01") << QString::fromLatin1(code) << false;
+        for (const char *code : {"04-033", "04-034", "04-035"})
+            QTest::newRow(code) << QStringLiteral("04") << QString::fromLatin1(code) << true;
+    }
+
+    void fourthPassRequirementsAreMet()
+    {
+        QFETCH(QString, document);
+        QFETCH(QString, code);
+        QFETCH(bool, listed);
+        TestRoot root;
+        QSqlDatabase db = root.openCompany(kCompany);
+        const QList<CheckResult> results = check(db, document, QDate(2027, 10, 1));
+        QCOMPARE(findings(results), QStringList());
+        const CheckResult *r = find(results, code);
+        QCOMPARE(r != nullptr, listed);
+        if (r)
+            QCOMPARE(r->state, CheckState::Met);
     }
 
     void effectiveDateWindow_data()
