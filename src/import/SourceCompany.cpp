@@ -4,6 +4,7 @@
 #include "base/BusyCursor.h"
 #include "base/CompanyLock.h"
 #include "base/Database.h"
+#include "base/Excerpt.h"
 #include "base/FieldChecks.h"
 #include "rulebase/Schema.h"
 
@@ -51,15 +52,7 @@ QString readOnlyUri(const QString &path)
 }
 
 // A printable excerpt of a name the file gives, for a message.
-QString shownName(const QString &name)
-{
-    QString shown = name.left(30);
-    for (QChar &c : shown) {
-        if (!c.isPrint())
-            c = u'?';
-    }
-    return name.size() > 30 ? shown + QStringLiteral("…") : shown;
-}
+QString shownName(const QString &name) { return printableExcerpt(name, 30); }
 
 // SQLite leaves a journal (or a write-ahead log) beside a file whose writing stopped
 // half-way; the next opening for writing rolls it back. Opened immutable, the source would

@@ -1,4 +1,5 @@
 #include "seed/SeedParser.h"
+#include "base/Excerpt.h"
 
 #include "update/DictionaryRelease.h"
 
@@ -36,17 +37,8 @@ const ClauseKeyword kClauseKeywords[] = {
     {"イロハ", Level::Iroha, &Place::iroha},
 };
 
-// At most the first 20 characters of what a line gives, every unprintable one shown
-// as "?": a file that is no text at all never echoes its bytes.
-QString excerpt(const QString &text)
-{
-    QString shown = text.left(20);
-    for (QChar &c : shown) {
-        if (!c.isPrint() || c == QChar::ReplacementCharacter)
-            c = u'?';
-    }
-    return text.size() > 20 ? shown + QStringLiteral("…") : shown;
-}
+// At most the first 20 characters of what a line gives, printable.
+QString excerpt(const QString &text) { return printableExcerpt(text, 20); }
 
 class DocumentParser {
 public:
