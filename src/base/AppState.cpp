@@ -38,6 +38,7 @@ void AppState::reset()
     closeDatabase(kMainConnection);
     m_companyLock.reset();
     AppPath.clear();
+    Store.clear();
     KihonFromExport = DateSettingEnabled = WordsPreviewAllowed = ArticlePanelActive = ParagraphPanelActive = false;
     CurRowIndex = 0;
     ArticlePanelRow = ParagraphPanelRow = -1;

@@ -8,6 +8,7 @@
 // company is.
 
 #include "base/CompanyLock.h"
+#include "base/DataLayout.h"
 #include "base/Levels.h"
 
 #include <QObject>
@@ -35,6 +36,11 @@ public:
     };
 
     QString AppPath;
+    // The store the program was started on (--store or NORMARIS_STORE): empty for the
+    // Data folder beneath AppPath.
+    QString Store;
+    // The program folder and the store, as every company step takes them.
+    DataLayout layout() const { return DataLayout{AppPath, Store}; }
     QString CompanyName;
     QString SourceCompanyName;
     QString CurBunshoKeishikiCode;

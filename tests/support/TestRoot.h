@@ -14,7 +14,7 @@ public:
     TestRoot();
     ~TestRoot();
     const QString &path() const { return m_path; }
-    DataLayout layout() const { return DataLayout{m_path}; }
+    DataLayout layout() const { return DataLayout{m_path, m_store}; }
     // Makes a company straight from the seed, without any question.
     void makeCompany(const QString &name) const;
     // Makes the company and opens it as `cn`, the open company of the application state.
@@ -23,6 +23,8 @@ public:
 private:
     QTemporaryDir m_dir;
     QString m_path;
+    // The store the test's companies live in: empty for the Data folder.
+    QString m_store;
 };
 
 // Executes a statement on a file and returns the first value, for checks.

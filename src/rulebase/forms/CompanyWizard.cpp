@@ -79,7 +79,7 @@ QListWidget *CompanyWizard::addCompanyList(const QString &heading)
     return list;
 }
 
-DataLayout CompanyWizard::layout() const { return DataLayout{AppState::instance().AppPath}; }
+DataLayout CompanyWizard::layout() const { return AppState::instance().layout(); }
 
 void CompanyWizard::changeEvent(QEvent *event)
 {

@@ -109,7 +109,7 @@ void frmBackup::backUp()
         }
         destination = m_folder->text().trimmed();
     }
-    const Outcome outcome = Maintenance(DataLayout{AppState::instance().AppPath}, uiPrompt()).backup(m_source->currentText(), destination);
+    const Outcome outcome = Maintenance(AppState::instance().layout(), uiPrompt()).backup(m_source->currentText(), destination);
     if (outcome == Outcome::Done)
         accept();
 }

@@ -60,7 +60,7 @@ void frmSaiteki::changeEvent(QEvent *event)
 void frmSaiteki::optimise()
 {
     const QString name = m_list->currentItem() ? m_list->currentItem()->text() : QString();
-    const Outcome outcome = Maintenance(DataLayout{AppState::instance().AppPath}, uiPrompt()).optimise(name);
+    const Outcome outcome = Maintenance(AppState::instance().layout(), uiPrompt()).optimise(name);
     if (outcome != Outcome::Stopped)
         accept();
 }

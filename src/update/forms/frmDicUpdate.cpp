@@ -19,7 +19,7 @@ namespace normaris {
 
 namespace {
 
-DataLayout programLayout() { return DataLayout{AppState::instance().AppPath}; }
+DataLayout programLayout() { return AppState::instance().layout(); }
 
 QPlainTextEdit *readOnlyText(QWidget *parent, const QString &name)
 {
