@@ -39,6 +39,9 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     QCommandLineOption rootOption(QStringLiteral("root"), QStringLiteral("program folder (AppPath)"), QStringLiteral("DIR"));
     parser.addOption(rootOption);
+    QCommandLineOption storeOption(QStringLiteral("store"), QStringLiteral("the office's PostgreSQL server (libpq connection string or URI)"),
+                                   QStringLiteral("CONNINFO"));
+    parser.addOption(storeOption);
     parser.addHelpOption();
     parser.process(app);
 
@@ -51,6 +54,7 @@ int main(int argc, char *argv[])
         return 2;
     }
     AppState::instance().AppPath = root;
+    AppState::instance().Store = parser.isSet(storeOption) ? parser.value(storeOption) : qEnvironmentVariable("NORMARIS_STORE");
     ErrorLog::setFolder(root);
     ErrorLog::setCommand(QStringLiteral("normaris"));
     QDir::setCurrent(root);
