@@ -63,7 +63,7 @@ DbError statementError(QSqlDatabase db, const QSqlError &error, const QString &s
     if (SqlDialect::of(db).server) {
         // A connection the server dropped says so in its type rather than in a state.
         const QString state = error.nativeErrorCode().isEmpty() && error.type() == QSqlError::ConnectionError ? QStringLiteral("08006")
-                                                                                                               : error.nativeErrorCode();
+                                                                                                              : error.nativeErrorCode();
         return DbError(state, fileOf(db), error.text() + u'\t' + sql, DbError::ServerTag{});
     }
     return DbError(nativeCode(error), fileOf(db), error.text() + u'\t' + sql);
@@ -106,7 +106,8 @@ QSqlDatabase openServerDatabase(const QString &store, const QString &schema, con
 {
     closeDatabase(connectionName);
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
-        throw DbError(QStringLiteral("サーバーに接続するためのドライバー（QPSQL）がありません。パッケージ libqt6sql6-psql を入れてください。"));
+        throw DbError(
+            QStringLiteral("サーバーに接続するためのドライバー（QPSQL）がありません。パッケージ libqt6sql6-psql を入れてください。"));
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connectionName);
     // The program's name shows in the server's list of sessions; the password is libpq's
     // own business (~/.pgpass or PGPASSWORD), never the program's.

@@ -153,8 +153,8 @@ Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QStr
         } else {
             // Under the lock: a journal now is one that no program is writing.
             if (why.isEmpty() && stoppedInAWrite(layout.companyFile(name)))
-                why = QStringLiteral(
-                    "取込元の会社データは書き込みの途中で終わっています。取込元の会社を一度このプログラムで開いてから、やり直してください。");
+                why = QStringLiteral("取込元の会社データは書き込みの途中で終わっています。取込元の会社を一度このプログラムで開いてから、や"
+                                     "り直してください。");
             if (why.isEmpty())
                 why = openChecked(layout.companyFile(name));
         }

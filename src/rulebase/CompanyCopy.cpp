@@ -75,8 +75,9 @@ void copyRows(QSqlDatabase source, QSqlDatabase target, const QString &table, co
         marks << QStringLiteral("?");
         hasId = hasId || isIdColumn(c.name);
     }
-    RowReader rows = execSql(source, QStringLiteral("SELECT %1 FROM %2%3")
-                                         .arg(read.join(u','), from.quote(table), hasId ? QStringLiteral(" ORDER BY ID") : QString()));
+    RowReader rows = execSql(
+        source,
+        QStringLiteral("SELECT %1 FROM %2%3").arg(read.join(u','), from.quote(table), hasId ? QStringLiteral(" ORDER BY ID") : QString()));
     RowWriter insert(target, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(to.quote(table), written.join(u','), marks.join(u',')));
     const int width = int(columns.size());
     QVariantList values;

@@ -69,9 +69,9 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
 Outcome CompanyFiles::create(const QString &name, const std::function<void(const CompanyStore &)> &make)
 {
     const auto store = CompanyStore::of(m_layout);
-    const QString question = store->isServer()
-                                 ? QStringLiteral("サーバーに") + quotedName(name) + QStringLiteral("のデータを作成します。")
-                                 : QStringLiteral("新しいフォルダ") + quotedName(name) + QStringLiteral("を作成し、その中にデータファイルを作成します。");
+    const QString question = store->isServer() ? QStringLiteral("サーバーに") + quotedName(name) + QStringLiteral("のデータを作成します。")
+                                               : QStringLiteral("新しいフォルダ") + quotedName(name)
+                                                     + QStringLiteral("を作成し、その中にデータファイルを作成します。");
     if (!m_prompt.question(QStringLiteral("ファイル作成の確認"), question))
         return Outcome::Stopped;
     try {

@@ -15,7 +15,6 @@ class CompanyFiles {
 public:
     CompanyFiles(DataLayout layout, Prompt &prompt) : m_layout(std::move(layout)), m_prompt(prompt) {}
 
-
     // A new company copied from the seed file, with no dates and no composed output.
     Outcome createFromSeed(const QString &name);
     // A new company copied from the company source; closes source first when it is open.

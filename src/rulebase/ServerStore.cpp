@@ -54,10 +54,7 @@ QString shownStore(const QString &store)
     return shown.trimmed();
 }
 
-QString catalogConnection(const QString &store)
-{
-    return QStringLiteral("normaris_catalog_") + QString::number(qHash(store), 16);
-}
+QString catalogConnection(const QString &store) { return QStringLiteral("normaris_catalog_") + QString::number(qHash(store), 16); }
 
 // Connections whose catalog is known to be there.
 QSet<QString> &preparedCatalogs()
@@ -70,8 +67,7 @@ QSet<QString> &preparedCatalogs()
 // connection, and by the server when the program dies.
 class ServerHold : public CompanyHold {
 public:
-    ServerHold(const QString &store, const QString &name, int number)
-        : m_connection(QStringLiteral("normaris_hold_%1").arg(++s_count))
+    ServerHold(const QString &store, const QString &name, int number) : m_connection(QStringLiteral("normaris_hold_%1").arg(++s_count))
     {
         QSqlDatabase db = openServerDatabase(store, QString(), m_connection, OpenMode::ReadWrite, ServerStore::placeOf(name));
         QDeadlineTimer deadline(CompanyLock::waitMs());
@@ -80,7 +76,8 @@ public:
                 db = QSqlDatabase();
                 closeDatabase(m_connection);
                 throw CompanyInUse(
-                    QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。").arg(name));
+                    QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。")
+                        .arg(name));
             }
             QThread::msleep(100);
         }
@@ -183,7 +180,8 @@ void ServerStore::addFrom(QSqlDatabase source, const QString &name, bool cleared
             throw Failure(QStringLiteral("『%1』という会社はありません。").arg(name));
         schema = existing.toString();
         execSql(db, QStringLiteral("DROP SCHEMA %1 CASCADE").arg(dialect.quote(schema)));
-        execSql(db, QStringLiteral("UPDATE normaris.会社 SET 持ち出し = '', 持ち出し日時 = '', 持ち出し時の内容 = '' WHERE 名前 = ?"), {name});
+        execSql(db, QStringLiteral("UPDATE normaris.会社 SET 持ち出し = '', 持ち出し日時 = '', 持ち出し時の内容 = '' WHERE 名前 = ?"),
+                {name});
     } else {
         if (existing.isValid())
             throw Failure(QStringLiteral("『%1』は既にあります。").arg(name));
@@ -287,8 +285,9 @@ Outcome ServerStore::optimise(Prompt &prompt, const QString &name) const
         const QString schema = schemaOf(name);
         QStringList tables;
         {
-            RowReader rows = execSql(db, QStringLiteral("SELECT table_name FROM information_schema.tables WHERE table_schema = ? "
-                                                        "AND table_type = 'BASE TABLE' ORDER BY table_name"),
+            RowReader rows = execSql(db,
+                                     QStringLiteral("SELECT table_name FROM information_schema.tables WHERE table_schema = ? "
+                                                    "AND table_type = 'BASE TABLE' ORDER BY table_name"),
                                      {schema});
             while (rows.next())
                 tables << rows.value(0).toString();
@@ -308,7 +307,8 @@ Outcome ServerStore::optimise(Prompt &prompt, const QString &name) const
 
 std::optional<TakenOut> ServerStore::takenOut(const QString &name) const
 {
-    RowReader rows = execSql(catalog(), QStringLiteral("SELECT 持ち出し, 持ち出し日時, 持ち出し時の内容 FROM normaris.会社 WHERE 名前 = ?"), {name});
+    RowReader rows =
+        execSql(catalog(), QStringLiteral("SELECT 持ち出し, 持ち出し日時, 持ち出し時の内容 FROM normaris.会社 WHERE 名前 = ?"), {name});
     if (!rows.next() || rows.value(0).toString().isEmpty())
         return std::nullopt;
     return TakenOut{rows.value(0).toString(), rows.value(1).toString(), rows.value(2).toString()};
@@ -316,8 +316,10 @@ std::optional<TakenOut> ServerStore::takenOut(const QString &name) const
 
 void ServerStore::markTakenOut(QSqlDatabase db, const QString &by)
 {
-    execSql(db, QStringLiteral("UPDATE normaris.会社 SET 持ち出し = ?, 持ち出し日時 = ?, 持ち出し時の内容 = ? WHERE スキーマ = current_schema()"),
-            {by.isEmpty() ? whoAmI() : by, QDateTime::currentDateTime().toString(Qt::ISODate), contentDigest(db)});
+    execSql(
+        db,
+        QStringLiteral("UPDATE normaris.会社 SET 持ち出し = ?, 持ち出し日時 = ?, 持ち出し時の内容 = ? WHERE スキーマ = current_schema()"),
+        {by.isEmpty() ? whoAmI() : by, QDateTime::currentDateTime().toString(Qt::ISODate), contentDigest(db)});
 }
 
 QString ServerStore::contentDigest(QSqlDatabase db)

@@ -16,9 +16,9 @@ namespace normaris {
 
 // The mark of a company taken out.
 struct TakenOut {
-    QString by;      // who took it: user@machine
-    QString at;      // when (ISO date and time)
-    QString digest;  // the content of its tables of content, as it was then
+    QString by;     // who took it: user@machine
+    QString at;     // when (ISO date and time)
+    QString digest; // the content of its tables of content, as it was then
 };
 
 class ServerStore : public CompanyStore {
@@ -48,7 +48,7 @@ public:
     static bool isContentTable(const QString &table);
 
     // How messages name company name on the server.
-    static QString placeOf(const QString &name) { return QStringLiteral("サーバーの『%1』").arg(name); }
+    static QString placeOf(const QString &name) { return QStringLiteral("『%1』").arg(name); }
 
 private:
     QSqlDatabase catalog() const;
