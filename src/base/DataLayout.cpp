@@ -11,10 +11,15 @@ QStringList DataLayout::companyList() const
 {
     QStringList names = QDir(dataDir()).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
     names.removeIf([](const QString &name) { return name.startsWith(workFolderPrefix()); });
+    sortCompanyNames(names);
+    return names;
+}
+
+void sortCompanyNames(QStringList &names)
+{
     QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
     collator.setNumericMode(true);
     std::sort(names.begin(), names.end(), collator);
-    return names;
 }
 
 void DataLayout::removeLeftoverWorkFolders() const

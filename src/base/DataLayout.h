@@ -23,7 +23,7 @@ struct DataLayout {
     // Where the companies are kept: empty for the Data folder beneath appPath, or the
     // connection string of the office's PostgreSQL database (see rulebase/CompanyStore.h).
     // The seed file, the backups and the help pages stay beneath appPath either way.
-    QString store;
+    QString store{};
 
     QString dataDir() const { return appPath + QStringLiteral("/Data"); }
     QString seedFile() const { return dataDir() + QStringLiteral("/規程原本db.sqlite"); }
@@ -50,6 +50,9 @@ struct DataLayout {
     // Removes the work folders a crash left behind (not one another program is still using).
     void removeLeftoverWorkFolders() const;
 };
+
+// Sorts company names as the user reads them: in Japanese collation order, numbers by value.
+void sortCompanyNames(QStringList &names);
 
 // The work file of a data file: its path with "wk" behind it.
 inline QString workFileOf(const QString &dataFile) { return dataFile + QStringLiteral("wk"); }

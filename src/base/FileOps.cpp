@@ -125,6 +125,14 @@ void removeWithSideFiles(const QString &path)
         QFile::remove(path + suffix);
 }
 
+void removeSideFiles(const QString &path)
+{
+    for (const QString &suffix : {QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+        if (QFile::exists(path + suffix) && !QFile::remove(path + suffix))
+            throw Failure(QStringLiteral("「%1」を削除できません。").arg(path + suffix));
+    }
+}
+
 bool isInsideFolder(const QString &path, const QString &folder)
 {
     const QString canonicalFolder = QFileInfo(folder).canonicalFilePath();

@@ -52,6 +52,9 @@ void failSyncsForTests(bool fail);
 // Removes path and the files SQLite keeps beside it while it writes it (-journal, -wal,
 // -shm): what a failed step that wrote a database file leaves nowhere.
 void removeWithSideFiles(const QString &path);
+// Removes only the files SQLite keeps beside path: before a new file takes the name, so
+// that a journal of the file it replaces is not rolled into it. Throws Failure.
+void removeSideFiles(const QString &path);
 
 // True when path is folder itself or lies inside it (after resolving links).
 bool isInsideFolder(const QString &path, const QString &folder);

@@ -201,8 +201,8 @@ Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
     const QString &title = kCheckoutTitle;
     if (refuseFolderStore(title, title))
         return Outcome::Stopped;
-    if (refuseUnknownCompany(m_prompt, m_layout, title, name))
-        return Outcome::Stopped;
+    if (const std::optional<Outcome> refused = checkKnownCompany(m_prompt, m_layout, title, name))
+        return *refused;
     if (file.isEmpty()) {
         m_prompt.plain(title, QStringLiteral("持ち出し先のファイルを指定してください。"));
         return Outcome::Stopped;
@@ -239,6 +239,7 @@ Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
         StagedFiles files;
         writeCompanyFile(db, files.stage(target));
         ServerStore::markTakenOut(db, QString());
+        removeSideFiles(target);
         files.commit();
         try {
             transaction.commit();
@@ -262,8 +263,8 @@ Outcome CompanyTransfer::checkin(const QString &name, const QString &file)
     const QString &title = kCheckinTitle;
     if (refuseFolderStore(title, title))
         return Outcome::Stopped;
-    if (refuseUnknownCompany(m_prompt, m_layout, title, name))
-        return Outcome::Stopped;
+    if (const std::optional<Outcome> refused = checkKnownCompany(m_prompt, m_layout, title, name))
+        return *refused;
     if (const std::optional<Outcome> refused = refuseFile(title, file))
         return *refused;
     const QString source = QFileInfo(file).absoluteFilePath();

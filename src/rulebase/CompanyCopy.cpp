@@ -150,6 +150,7 @@ void writeCompanyFile(QSqlDatabase db, const QString &path)
             reading.commit();
         }
         syncFile(partial);
+        removeSideFiles(path);
         replaceFile(partial, path);
     } catch (...) {
         closeDatabase(kFileConnection);

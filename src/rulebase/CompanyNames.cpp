@@ -9,20 +9,25 @@ QStringList companiesOf(const DataLayout &layout) { return CompanyStore::of(layo
 
 bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
 {
+    return checkKnownCompany(prompt, layout, title, name).has_value();
+}
+
+std::optional<Outcome> checkKnownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
+{
     if (CheckCompanyName(prompt, name))
-        return true;
+        return Outcome::Stopped;
     QStringList companies;
     try {
         companies = companiesOf(layout);
     } catch (const Failure &e) {
         prompt.failure(e.text());
-        return true;
+        return Outcome::Failed;
     }
     if (!companies.contains(name)) {
         prompt.plain(title, quotedName(name) + QStringLiteral("という会社はありません。"));
-        return true;
+        return Outcome::Stopped;
     }
-    return false;
+    return std::nullopt;
 }
 
 } // namespace normaris

@@ -71,15 +71,20 @@ public:
     {
         QSqlDatabase db = openServerDatabase(store, QString(), m_connection, OpenMode::ReadWrite, ServerStore::placeOf(name));
         QDeadlineTimer deadline(CompanyLock::waitMs());
-        while (!scalar(db, QStringLiteral("SELECT pg_try_advisory_lock(?, ?)"), {kLockSpace, number}).toBool()) {
-            if (deadline.hasExpired()) {
-                db = QSqlDatabase();
-                closeDatabase(m_connection);
-                throw CompanyInUse(
-                    QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。")
-                        .arg(name));
+        try {
+            while (!scalar(db, QStringLiteral("SELECT pg_try_advisory_lock(?, ?)"), {kLockSpace, number}).toBool()) {
+                if (deadline.hasExpired())
+                    throw CompanyInUse(
+                        QStringLiteral("『%1』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。")
+                            .arg(name));
+                QThread::msleep(100);
             }
-            QThread::msleep(100);
+        } catch (...) {
+            // The lock may have been taken by a statement whose answer was then lost: the
+            // connection goes, and the lock with it.
+            db = QSqlDatabase();
+            closeDatabase(m_connection);
+            throw;
         }
     }
     ~ServerHold() override { closeDatabase(m_connection); }
@@ -124,6 +129,7 @@ QStringList ServerStore::companyList() const
     RowReader rows = execSql(catalog(), QStringLiteral("SELECT 名前 FROM normaris.会社 ORDER BY 名前"));
     while (rows.next())
         names << rows.value(0).toString();
+    sortCompanyNames(names); // as the folder store lists them
     return names;
 }
 
