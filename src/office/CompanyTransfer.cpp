@@ -129,12 +129,26 @@ std::optional<Outcome> CompanyTransfer::refuseFile(const QString &title, const Q
     return std::nullopt;
 }
 
-bool CompanyTransfer::refuseFolderStore(const QString &title, const QString &what)
+std::optional<Outcome> CompanyTransfer::refuseServerStep(const QString &title, const QString &name)
 {
-    if (!m_layout.store.isEmpty())
-        return false;
-    m_prompt.plain(title, QStringLiteral("%1はサーバーの会社だけができます。").arg(what));
-    return true;
+    if (m_layout.store.isEmpty()) {
+        m_prompt.plain(title, QStringLiteral("%1はサーバーの会社だけができます。").arg(title));
+        return Outcome::Stopped;
+    }
+    return checkKnownCompany(m_prompt, m_layout, title, name);
+}
+
+Outcome CompanyTransfer::told(const std::function<Outcome()> &step)
+{
+    try {
+        return step();
+    } catch (const CompanyInUse &e) {
+        m_prompt.failure(e.text());
+        return Outcome::Stopped;
+    } catch (const Failure &e) {
+        m_prompt.failure(e.text());
+        return Outcome::Failed;
+    }
 }
 
 bool CompanyTransfer::closeWhenOpen(const QString &title, const QString &name, const QString &what)
@@ -156,7 +170,7 @@ Outcome CompanyTransfer::importFile(const QString &file, const QString &givenNam
     const QString name = givenName.isEmpty() ? QFileInfo(file).completeBaseName() : givenName;
     if (!CompanyFiles(m_layout, m_prompt).acceptName(name))
         return Outcome::Stopped;
-    try {
+    const Outcome outcome = told([&]() -> Outcome {
         const auto store = CompanyStore::of(m_layout);
         const bool replacing = store->companyList().contains(name);
         if (replacing) {
@@ -185,13 +199,10 @@ Outcome CompanyTransfer::importFile(const QString &file, const QString &givenNam
         } else {
             store->addFromFile(name, file, false);
         }
-    } catch (const CompanyInUse &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Stopped;
-    } catch (const Failure &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Failed;
-    }
+        return Outcome::Done;
+    });
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.information(title, quotedName(name) + QStringLiteral("を読み込みました。"));
     return Outcome::Done;
 }
@@ -199,9 +210,7 @@ Outcome CompanyTransfer::importFile(const QString &file, const QString &givenNam
 Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
 {
     const QString &title = kCheckoutTitle;
-    if (refuseFolderStore(title, title))
-        return Outcome::Stopped;
-    if (const std::optional<Outcome> refused = checkKnownCompany(m_prompt, m_layout, title, name))
+    if (const std::optional<Outcome> refused = refuseServerStep(title, name))
         return *refused;
     if (file.isEmpty()) {
         m_prompt.plain(title, QStringLiteral("持ち出し先のファイルを指定してください。"));
@@ -222,7 +231,7 @@ Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
                            quotedName(name)
                                + QStringLiteral("をファイル「%1」に持ち出します。持ち帰るまで、サーバーでは変更できません。").arg(target)))
         return Outcome::Stopped;
-    try {
+    const Outcome outcome = told([&]() -> Outcome {
         BusyCursor busy;
         const ServerStore store(m_layout);
         const auto held = store.hold(name);
@@ -247,13 +256,10 @@ Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
             QFile::remove(target);
             throw;
         }
-    } catch (const CompanyInUse &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Stopped;
-    } catch (const Failure &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Failed;
-    }
+        return Outcome::Done;
+    });
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.information(title, quotedName(name) + QStringLiteral("を持ち出しました。\n保存先：") + target);
     return Outcome::Done;
 }
@@ -261,16 +267,14 @@ Outcome CompanyTransfer::checkout(const QString &name, const QString &file)
 Outcome CompanyTransfer::checkin(const QString &name, const QString &file)
 {
     const QString &title = kCheckinTitle;
-    if (refuseFolderStore(title, title))
-        return Outcome::Stopped;
-    if (const std::optional<Outcome> refused = checkKnownCompany(m_prompt, m_layout, title, name))
+    if (const std::optional<Outcome> refused = refuseServerStep(title, name))
         return *refused;
     if (const std::optional<Outcome> refused = refuseFile(title, file))
         return *refused;
     const QString source = QFileInfo(file).absoluteFilePath();
     if (!closeWhenOpen(title, name, QStringLiteral("持ち帰り")))
         return Outcome::Stopped;
-    try {
+    const Outcome outcome = told([&]() -> Outcome {
         const ServerStore store(m_layout);
         std::unique_ptr<CompanyHold> held;
         std::optional<TakenOut> mark;
@@ -318,13 +322,10 @@ Outcome CompanyTransfer::checkin(const QString &name, const QString &file)
             return Outcome::Stopped;
         BusyCursor busy;
         store.replaceFromFile(name, source);
-    } catch (const CompanyInUse &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Stopped;
-    } catch (const Failure &e) {
-        m_prompt.failure(e.text());
-        return Outcome::Failed;
-    }
+        return Outcome::Done;
+    });
+    if (outcome != Outcome::Done)
+        return outcome;
     m_prompt.information(title, quotedName(name) + QStringLiteral("を持ち帰りました。"));
     return Outcome::Done;
 }

@@ -16,6 +16,7 @@
 #include "base/DataLayout.h"
 #include "base/Prompt.h"
 
+#include <functional>
 #include <optional>
 
 namespace normaris {
@@ -40,8 +41,12 @@ private:
     // Stopped after saying why when file is not there or is no company file; Failed
     // when it could not be read; nothing when it is a company file.
     std::optional<Outcome> refuseFile(const QString &title, const QString &file);
-    // True after saying why when the store is not the server (the folder store keeps no marks).
-    bool refuseFolderStore(const QString &title, const QString &what);
+    // Stopped after saying why when the store is not the server (the folder store keeps no
+    // marks) or name is no company; Failed when the store could not be asked.
+    std::optional<Outcome> refuseServerStep(const QString &title, const QString &name);
+    // Runs the part of a step that holds the company: another program's hold is told as a
+    // refusal (Stopped), any other failure as a failure (Failed).
+    Outcome told(const std::function<Outcome()> &step);
     // The open company is closed after the question; false when the user says no.
     bool closeWhenOpen(const QString &title, const QString &name, const QString &what);
 
