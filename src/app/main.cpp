@@ -39,6 +39,10 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     QCommandLineOption rootOption(QStringLiteral("root"), QStringLiteral("program folder (AppPath)"), QStringLiteral("DIR"));
     parser.addOption(rootOption);
+    QCommandLineOption storeOption(QStringLiteral("store"),
+                                   QStringLiteral("the office's PostgreSQL server (libpq connection string or URI)"),
+                                   QStringLiteral("CONNINFO"));
+    parser.addOption(storeOption);
     parser.addHelpOption();
     parser.process(app);
 
@@ -51,6 +55,7 @@ int main(int argc, char *argv[])
         return 2;
     }
     AppState::instance().AppPath = root;
+    AppState::instance().Store = parser.isSet(storeOption) ? parser.value(storeOption) : qEnvironmentVariable("NORMARIS_STORE");
     ErrorLog::setFolder(root);
     ErrorLog::setCommand(QStringLiteral("normaris"));
     QDir::setCurrent(root);
@@ -67,7 +72,13 @@ int main(int argc, char *argv[])
         splash.showFor(qEnvironmentVariableIsSet("NORMARIS_NO_SPLASH") ? 0 : 2000);
     }
 
-    frmMain01 main;
-    main.show();
-    return app.exec();
+    int code = 0;
+    {
+        frmMain01 main;
+        main.show();
+        code = app.exec();
+    }
+    // The company is given back while the database connections can still be closed.
+    AppState::instance().reset();
+    return code;
 }

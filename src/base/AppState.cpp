@@ -16,7 +16,7 @@ AppState::~AppState() = default;
 
 QSqlDatabase AppState::cn() { return QSqlDatabase::database(kMainConnection, false); }
 
-void AppState::markCompanyOpen(const QString &name, std::unique_ptr<CompanyLock> lock)
+void AppState::markCompanyOpen(const QString &name, std::unique_ptr<CompanyHold> lock)
 {
     m_companyLock = std::move(lock);
     m_companyPanel = name;

@@ -87,7 +87,7 @@ public:
 
     // Record the company whose connection has just been opened. The company's lock is
     // kept until the company is closed.
-    void markCompanyOpen(const QString &name, std::unique_ptr<CompanyLock> lock = nullptr);
+    void markCompanyOpen(const QString &name, std::unique_ptr<CompanyHold> lock = nullptr);
     // Close `cn`, release the company's lock, and record that no company is open and why.
     void closeCompany(ClosedBy why);
     // Why the company was last closed; nothing while one is open, at start and after reset.
@@ -104,7 +104,7 @@ private:
     ~AppState() override;
     QString m_companyPanel = NoCompanyPrompt;
     std::optional<ClosedBy> m_lastClose;
-    std::unique_ptr<CompanyLock> m_companyLock;
+    std::unique_ptr<CompanyHold> m_companyLock;
 };
 
 } // namespace normaris

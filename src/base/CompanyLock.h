@@ -18,7 +18,14 @@ public:
     using Failure::Failure;
 };
 
-class CompanyLock {
+// Whoever works on a company holds it for as long as this lives: a lock file beside a
+// company file, or the server's advisory lock on a company of the office's server.
+class CompanyHold {
+public:
+    virtual ~CompanyHold() = default;
+};
+
+class CompanyLock : public CompanyHold {
 public:
     // Takes the lock of the company named name in folder, waiting up to about three
     // seconds; throws CompanyInUse with a message naming the company.

@@ -13,6 +13,12 @@
 namespace normaris {
 
 struct DataLayout {
+    DataLayout() = default;
+    explicit DataLayout(QString programFolder, QString companyStore = {})
+        : appPath(std::move(programFolder)), store(std::move(companyStore))
+    {
+    }
+
     QString appPath;
     // Where the companies are kept: empty for the Data folder beneath appPath, or the
     // connection string of the office's PostgreSQL database (see rulebase/CompanyStore.h).

@@ -2,20 +2,33 @@
 
 #include "base/ErrorLog.h"
 #include "base/Prompt.h"
+#include "base/ServerMessages.h"
+#include "base/SqlDialect.h"
 #include "base/SqliteMessages.h"
 
 #include <QFileInfo>
 #include <QHash>
 #include <QSqlError>
 #include <QUrl>
+#include <QUrlQuery>
 
 namespace normaris {
 
 namespace {
 
-// The file behind a connection: its name, or the path of a "file:…?…" URI.
+// What the messages call the place behind each server connection (a company on the server).
+QHash<QString, QString> &serverPlaces()
+{
+    static QHash<QString, QString> places;
+    return places;
+}
+
+// The file behind a connection: its name, or the path of a "file:…?…" URI; for a server
+// connection, the place it was opened for.
 QString fileOf(QSqlDatabase db)
 {
+    if (const auto place = serverPlaces().constFind(db.connectionName()); place != serverPlaces().constEnd())
+        return *place;
     QString name = db.databaseName();
     if (name.startsWith(QStringLiteral("file:"))) {
         name = name.mid(5);
@@ -39,9 +52,87 @@ DbError::DbError(int sqliteCode, const QString &path, const QString &detail)
     ErrorLog::write(QStringLiteral("SQLite %1\t%2\t").arg(sqliteCode).arg(path) + detail);
 }
 
+DbError::DbError(const QString &serverState, const QString &place, const QString &detail, ServerTag)
+    : Failure(serverMessage(serverState, place))
+{
+    ErrorLog::write(QStringLiteral("PostgreSQL %1\t%2\t").arg(serverState, place) + detail);
+}
+
 DbError statementError(QSqlDatabase db, const QSqlError &error, const QString &sql)
 {
+    if (SqlDialect::of(db).server) {
+        // A connection the server dropped says so in its type rather than in a state.
+        const QString state = error.nativeErrorCode().isEmpty() && error.type() == QSqlError::ConnectionError ? QStringLiteral("08006")
+                                                                                                              : error.nativeErrorCode();
+        return DbError(state, fileOf(db), error.text() + u'\t' + sql, DbError::ServerTag{});
+    }
     return DbError(nativeCode(error), fileOf(db), error.text() + u'\t' + sql);
+}
+
+namespace {
+
+// A libpq connection string in its key=value form: a URI (postgresql://user@host:port/db?k=v)
+// is taken apart, since Qt's driver hands the options to libpq without expanding one.
+QString keyValueForm(const QString &store)
+{
+    if (!store.startsWith(QStringLiteral("postgresql://")) && !store.startsWith(QStringLiteral("postgres://")))
+        return store;
+    const QUrl url(store);
+    const auto quoted = [](QString value) {
+        value.replace(u'\\', QStringLiteral("\\\\")).replace(u'\'', QStringLiteral("\\'"));
+        return u'\'' + value + u'\'';
+    };
+    QStringList pairs;
+    if (!url.host().isEmpty())
+        pairs << QStringLiteral("host=") + quoted(url.host());
+    if (url.port() > 0)
+        pairs << QStringLiteral("port=") + QString::number(url.port());
+    if (!url.userName().isEmpty())
+        pairs << QStringLiteral("user=") + quoted(url.userName());
+    if (!url.password().isEmpty())
+        pairs << QStringLiteral("password=") + quoted(url.password());
+    const QString database = url.path().mid(1);
+    if (!database.isEmpty())
+        pairs << QStringLiteral("dbname=") + quoted(database);
+    for (const auto &[key, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
+        pairs << key + u'=' + quoted(value);
+    return pairs.join(u' ');
+}
+
+} // namespace
+
+QSqlDatabase openServerDatabase(const QString &store, const QString &schema, const QString &connectionName, OpenMode mode,
+                                const QString &place)
+{
+    closeDatabase(connectionName);
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
+        throw DbError(
+            QStringLiteral("サーバーに接続するためのドライバー（QPSQL）がありません。パッケージ libqt6sql6-psql を入れてください。"));
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connectionName);
+    // The program's name shows in the server's list of sessions; the password is libpq's
+    // own business (~/.pgpass or PGPASSWORD), never the program's.
+    db.setConnectOptions(keyValueForm(store) + QStringLiteral(" application_name=normaris connect_timeout=10"));
+    serverPlaces().insert(connectionName, place);
+    if (!db.open()) {
+        const QSqlError reason = db.lastError();
+        db = QSqlDatabase();
+        closeDatabase(connectionName);
+        const QString state = reason.nativeErrorCode().isEmpty() ? QStringLiteral("08001") : reason.nativeErrorCode();
+        throw DbError(state, place, reason.text(), DbError::ServerTag{});
+    }
+    try {
+        // Notices (a table that is there already) are no news to the user.
+        execSql(db, QStringLiteral("SET client_min_messages = warning"));
+        if (!schema.isEmpty())
+            execSql(db, QStringLiteral("SET search_path TO ") + SqlDialect::postgres().quote(schema));
+        if (mode == OpenMode::ReadOnly)
+            execSql(db, QStringLiteral("SET default_transaction_read_only = on"));
+    } catch (...) {
+        db = QSqlDatabase();
+        closeDatabase(connectionName);
+        throw;
+    }
+    return db;
 }
 
 QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode)
@@ -83,6 +174,7 @@ void closeDatabase(const QString &connectionName)
             db.close();
     }
     QSqlDatabase::removeDatabase(connectionName);
+    serverPlaces().remove(connectionName);
 }
 
 namespace {
@@ -101,13 +193,21 @@ FaultState &faults()
     return state;
 }
 
+// The failure a disk error on db would have been.
+DbError injectedError(QSqlDatabase db, const QString &detail)
+{
+    if (SqlDialect::of(db).server)
+        return DbError(kServerIoError, fileOf(db), detail, DbError::ServerTag{});
+    return DbError(SqliteIoErr, fileOf(db), detail);
+}
+
 // Counts a statement about to run and fails it when it is the armed one.
 void countStatement(QSqlDatabase db, const QString &sql)
 {
     FaultState &f = faults();
     if (++f.statements == f.failStatement) {
         f.fired = true;
-        throw DbError(SqliteIoErr, fileOf(db), QStringLiteral("disk I/O error (injected at statement %1)\t").arg(f.statements) + sql);
+        throw injectedError(db, QStringLiteral("disk I/O error (injected at statement %1)\t").arg(f.statements) + sql);
     }
 }
 
@@ -120,7 +220,7 @@ bool FaultInjection::fired() { return faults().fired; }
 int FaultInjection::statementsSeen() { return faults().statements; }
 int FaultInjection::rowReadsSeen() { return faults().rowReads; }
 
-RowReader::RowReader(QSqlQuery query, QString sql, QString file) : m_query(std::move(query)), m_sql(std::move(sql)), m_file(std::move(file))
+RowReader::RowReader(QSqlDatabase db, QSqlQuery query, QString sql) : m_db(std::move(db)), m_query(std::move(query)), m_sql(std::move(sql))
 {
 }
 
@@ -129,35 +229,43 @@ bool RowReader::next()
     FaultState &f = faults();
     if (++f.rowReads == f.failRowRead) {
         f.fired = true;
-        throw DbError(SqliteIoErr, m_file, QStringLiteral("disk I/O error (injected at row read %1)\t").arg(f.rowReads) + m_sql);
+        throw injectedError(m_db, QStringLiteral("disk I/O error (injected at row read %1)\t").arg(f.rowReads) + m_sql);
     }
     if (m_query.next())
         return true;
     // The driver answers false both after the last row and when the step fails.
     if (m_query.lastError().type() != QSqlError::NoError)
-        throw DbError(nativeCode(m_query.lastError()), m_file, m_query.lastError().text() + u'\t' + m_sql);
+        throw statementError(m_db, m_query.lastError(), m_sql);
     return false;
 }
 
 RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
 {
     countStatement(db, sql);
+    const SqlDialect &dialect = SqlDialect::of(db);
     QSqlQuery q(db);
-    q.setForwardOnly(true);
+    q.setForwardOnly(dialect.streamsRows);
+    // The server prepares only the statements that read or change rows; the others (a
+    // transaction's start, a table made, a setting) never take a value, and run as written.
+    if (dialect.server && binds.isEmpty()) {
+        if (!q.exec(sql))
+            throw statementError(db, q.lastError(), sql);
+        return RowReader(db, std::move(q), sql);
+    }
     if (!q.prepare(sql))
         throw statementError(db, q.lastError(), sql);
     for (const QVariant &v : binds)
         q.addBindValue(boundValue(v));
     if (!q.exec())
         throw statementError(db, q.lastError(), sql);
-    return RowReader(std::move(q), sql, fileOf(db));
+    return RowReader(db, std::move(q), sql);
 }
 
 // Counted as one statement, as the fault tests see a bulk write.
 RowWriter::RowWriter(QSqlDatabase db, QString sql) : m_db(db), m_query(db), m_sql(std::move(sql))
 {
     countStatement(db, m_sql);
-    m_query.setForwardOnly(true);
+    m_query.setForwardOnly(SqlDialect::of(db).streamsRows);
     if (!m_query.prepare(m_sql))
         throw statementError(db, m_query.lastError(), m_sql);
 }
@@ -198,7 +306,7 @@ Transaction::Transaction(QSqlDatabase db) : m_db(std::move(db))
     if (depth == 0) {
         // IMMEDIATE takes the write lock now (waiting out the busy timeout), so that
         // what the step reads stays true until it commits.
-        execSql(m_db, QStringLiteral("BEGIN IMMEDIATE"));
+        execSql(m_db, SqlDialect::of(m_db).beginWrite);
     } else {
         m_savepoint = QStringLiteral("step%1").arg(depth);
         execSql(m_db, QStringLiteral("SAVEPOINT ") + m_savepoint);

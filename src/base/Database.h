@@ -39,7 +39,11 @@ class DbError : public Failure {
 public:
     using Failure::Failure;
     DbError(int sqliteCode, const QString &path, const QString &detail);
-    // SQLite's result code (extended where SQLite gives one); 0 for an error of our own.
+    // Made from the server's error: its SQLSTATE and the place (base/ServerMessages.h).
+    struct ServerTag {};
+    DbError(const QString &serverState, const QString &place, const QString &detail, ServerTag);
+    // SQLite's result code (extended where SQLite gives one); 0 for an error of our own
+    // or of the server.
     int sqliteCode() const { return m_sqliteCode; }
 
 private:
@@ -54,6 +58,12 @@ enum class OpenMode { ReadWrite, ReadOnly };
 
 // Opens path under the connection name. Throws DbError when the file can't be opened.
 QSqlDatabase openDatabase(const QString &path, const QString &connectionName, OpenMode mode = OpenMode::ReadWrite);
+// Opens a connection to the office's server (store: a libpq connection string or a
+// postgresql:// URI) whose unqualified names are those of schema (none: the catalog's
+// own work). ReadOnly refuses every change on the server's side. place names the
+// connection in messages. Throws DbError when the server can't be reached.
+QSqlDatabase openServerDatabase(const QString &store, const QString &schema, const QString &connectionName, OpenMode mode,
+                                const QString &place);
 // Closes and forgets the connection; nothing happens when it is not there.
 void closeDatabase(const QString &connectionName);
 
@@ -61,8 +71,7 @@ void closeDatabase(const QString &connectionName);
 // after the last one; a step that fails throws DbError instead.
 class RowReader {
 public:
-    // file: the data file's path, for the message of a failed read.
-    RowReader(QSqlQuery query, QString sql, QString file = {});
+    RowReader(QSqlDatabase db, QSqlQuery query, QString sql);
     bool next();
     QVariant value(int index) const { return m_query.value(index); }
     QVariant value(const QString &name) const { return m_query.value(name); }
@@ -70,9 +79,9 @@ public:
     QVariant lastInsertId() const { return m_query.lastInsertId(); }
 
 private:
+    QSqlDatabase m_db;
     QSqlQuery m_query;
     QString m_sql;
-    QString m_file;
 };
 
 // Prepares sql, binds the values in order and runs it. Throws DbError on failure.

@@ -17,13 +17,15 @@ namespace normaris::cli {
 namespace {
 
 const QString kRoot = QStringLiteral("--root");
+const QString kStore = QStringLiteral("--store");
 const QString kYes = QStringLiteral("--yes");
-const QString kGlobalUsage = QStringLiteral("normaris-cli [--root DIR] [--yes]");
+const QString kGlobalUsage = QStringLiteral("normaris-cli [--root DIR] [--store CONNINFO] [--yes]");
 
 // The options every command line may carry, before the command or among its options.
 const QList<Option> &globalOptions()
 {
-    static const QList<Option> options = {optional(kRoot, QStringLiteral("DIR")), optional(kYes)};
+    static const QList<Option> options = {optional(kRoot, QStringLiteral("DIR")), optional(kStore, QStringLiteral("CONNINFO")),
+                                          optional(kYes)};
     return options;
 }
 
@@ -115,11 +117,14 @@ int runCommand(const Command &command, const Arguments &parsed, const QString &p
         return ExitFailure;
     }
     AppState::instance().AppPath = root;
+    // The server of the office when the line or the environment names one; else Data/.
+    AppState::instance().Store = parsed.options.value(kStore, qEnvironmentVariable("NORMARIS_STORE"));
     ErrorLog::setFolder(root);
 
     QTextStream stream(out);
-    Context context{parsed, DataLayout{root}, prompt, stream};
+    Context context{parsed, AppState::instance().layout(), prompt, stream};
     context.args.options.remove(kRoot);
+    context.args.options.remove(kStore);
     try {
         return command.run(context);
     } catch (const std::exception &e) {
@@ -236,13 +241,14 @@ int run(const QStringList &args, const QString &programDir, std::FILE *out, std:
         }
         if (args[i] == kYes) {
             globals << args[i];
-        } else if (args[i] == kRoot && i + 1 < args.size()) {
+        } else if ((args[i] == kRoot || args[i] == kStore) && i + 1 < args.size()) {
             globals << args[i] << args[i + 1];
             ++i;
         } else {
-            return badUsage(
-                err, args[i] == kRoot ? QStringLiteral("missing value after --root") : QStringLiteral("unknown option '%1'").arg(args[i]),
-                commandList(commands));
+            return badUsage(err,
+                            args[i] == kRoot || args[i] == kStore ? QStringLiteral("missing value after %1").arg(args[i])
+                                                                  : QStringLiteral("unknown option '%1'").arg(args[i]),
+                            commandList(commands));
         }
     }
     const QStringList rest = args.mid(i);

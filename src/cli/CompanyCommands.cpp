@@ -1,6 +1,7 @@
 // company new|list|delete|backup|compact
 
 #include "cli/Cli.h"
+#include "rulebase/CompanyNames.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/Maintenance.h"
 
@@ -24,7 +25,7 @@ void addCompanyCommands(QList<Command> &commands)
                                                   : files.createFromSeed(name));
                         }};
     commands << Command{{company, QStringLiteral("list")}, {}, QString(), 0, 0, [](Context &c) {
-                            for (const QString &name : c.layout.companyList())
+                            for (const QString &name : companiesOf(c.layout))
                                 c.out << name << '\n';
                             return int(ExitDone);
                         }};

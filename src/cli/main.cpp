@@ -1,5 +1,6 @@
 // normaris-cli: the core of Normaris without windows, for automation and tests.
 
+#include "base/AppState.h"
 #include "base/RuntimeFolder.h"
 #include "cli/Cli.h"
 
@@ -29,5 +30,8 @@ int main(int argc, char *argv[])
         app = std::make_unique<QCoreApplication>(argc, argv);
     }
     QCoreApplication::setApplicationName(QStringLiteral("normaris-cli"));
-    return normaris::cli::run(args, QCoreApplication::applicationDirPath(), stdout, stderr);
+    const int code = normaris::cli::run(args, QCoreApplication::applicationDirPath(), stdout, stderr);
+    // The company is given back while the database connections can still be closed.
+    normaris::AppState::instance().reset();
+    return code;
 }

@@ -1,4 +1,5 @@
 #include "import/SourceCompany.h"
+#include "rulebase/CompanyNames.h"
 
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
@@ -6,6 +7,7 @@
 #include "base/Database.h"
 #include "base/Excerpt.h"
 #include "base/FieldChecks.h"
+#include "rulebase/CompanyStore.h"
 #include "rulebase/Schema.h"
 
 #include <QDir>
@@ -22,9 +24,9 @@ const QString kTitle = QStringLiteral("会社指定の確認");
 
 // The source company's lock, held while it is open as the source: the file is read as
 // immutable, so no other program may write it meanwhile.
-std::unique_ptr<CompanyLock> &sourceLock()
+std::unique_ptr<CompanyHold> &sourceLock()
 {
-    static std::unique_ptr<CompanyLock> lock;
+    static std::unique_ptr<CompanyHold> lock;
     return lock;
 }
 
@@ -97,8 +99,16 @@ QString openChecked(const QString &path)
 
 QString SourceCompany::refusal(const DataLayout &layout, const QString &name)
 {
-    if (!layout.companyList().contains(name))
-        return QStringLiteral("その会社はありません。");
+    try {
+        if (!companiesOf(layout).contains(name))
+            return QStringLiteral("その会社はありません。");
+    } catch (const Failure &e) {
+        return e.text();
+    }
+    // On the server the other company is a schema the program made: its tables are
+    // checked as it is opened.
+    if (!layout.store.isEmpty())
+        return {};
     const QString dir = layout.companyDir(name);
     const QString file = layout.companyFile(name);
     const QFileInfo fileInfo(file);
@@ -131,17 +141,30 @@ Outcome SourceCompany::open(Prompt &prompt, const DataLayout &layout, const QStr
             why = QStringLiteral("取込先の会社と同じです。取込元には別の会社を指定してください。");
         if (why.isEmpty())
             why = refusal(layout, name);
+        const auto store = CompanyStore::of(layout);
         if (why.isEmpty())
-            sourceLock() = std::make_unique<CompanyLock>(layout.companyDir(name), name);
-        // Under the lock: a journal now is one that no program is writing.
-        if (why.isEmpty() && stoppedInAWrite(layout.companyFile(name)))
-            why = QStringLiteral(
-                "取込元の会社データは書き込みの途中で終わっています。取込元の会社を一度このプログラムで開いてから、やり直してください。");
-        if (why.isEmpty())
-            why = openChecked(layout.companyFile(name));
+            sourceLock() = store->hold(name);
+        if (why.isEmpty() && store->isServer()) {
+            try {
+                store->open(name, kSourceConnection, OpenMode::ReadOnly);
+            } catch (const Failure &e) {
+                why = e.text();
+            }
+        } else {
+            // Under the lock: a journal now is one that no program is writing.
+            if (why.isEmpty() && stoppedInAWrite(layout.companyFile(name)))
+                why = QStringLiteral("取込元の会社データは書き込みの途中で終わっています。取込元の会社を一度このプログラムで開いてから、や"
+                                     "り直してください。");
+            if (why.isEmpty())
+                why = openChecked(layout.companyFile(name));
+        }
     } catch (const CompanyInUse &e) {
         prompt.failure(e.text());
         return Outcome::Stopped;
+    } catch (const Failure &e) {
+        close();
+        prompt.failure(e.text());
+        return Outcome::Failed;
     }
     if (!why.isEmpty()) {
         close();

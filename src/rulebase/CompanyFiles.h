@@ -1,19 +1,19 @@
 #pragma once
-// A company is a folder and a file: Data/<N>/<N>.sqlite. These are the steps of
-// the company dialogs and of `normaris-cli company`: create from the seed or from
-// another company, choose the one to work on, delete. Each step asks and reports
-// through the Prompt, in the order the user sees it.
+// The steps of the company dialogs and of `normaris-cli company` on the layout's store
+// (rulebase/CompanyStore.h): create from the seed or from another company, choose the
+// one to work on, delete. Each step asks and reports through the Prompt, in the order
+// the user sees it; the store does the work.
 
 #include "base/DataLayout.h"
 #include "base/Prompt.h"
+
+#include <functional>
 
 namespace normaris {
 
 class CompanyFiles {
 public:
     CompanyFiles(DataLayout layout, Prompt &prompt) : m_layout(std::move(layout)), m_prompt(prompt) {}
-
-    QStringList companyList() const { return m_layout.companyList(); }
 
     // A new company copied from the seed file, with no dates and no composed output.
     Outcome createFromSeed(const QString &name);
@@ -28,8 +28,8 @@ public:
 
 private:
     bool acceptNewName(const QString &name);
-    Outcome create(const QString &name, const QString &sourceFile);
-    void copyAndClear(const QString &sourceFile, const QString &dir, const QString &file);
+    // Asks, then makes the company through make.
+    Outcome create(const QString &name, const std::function<void(const class CompanyStore &)> &make);
 
     DataLayout m_layout;
     Prompt &m_prompt;

@@ -8,6 +8,7 @@
 #include "base/AppState.h"
 #include "base/BusyCursor.h"
 #include "base/CompanyLock.h"
+#include "rulebase/CompanyStore.h"
 #include "base/FieldChecks.h"
 
 #include <QDir>
@@ -22,7 +23,6 @@ const QString kBackupTitle = QStringLiteral("バックアップの確認");
 const QString kOptimiseTitle = QStringLiteral("データ最適化の確認");
 const QString kCompactConnection = QStringLiteral("normaris_compact");
 const QString kCompactWorkConnection = QStringLiteral("normaris_compact_work");
-const QString kBackupConnection = QStringLiteral("normaris_backup");
 
 // VACUUM INTO writes a fresh, compact copy into the work file from one read
 // transaction, and the copy is checked. The data file itself is then compacted by
@@ -54,58 +54,6 @@ QString reasonOf(const std::exception &e)
     if (const auto *failure = dynamic_cast<const Failure *>(&e))
         return u'\n' + failure->text();
     return {};
-}
-
-// The files SQLite keeps beside a data file while it writes: never copied into a
-// backup, where they would roll the snapshot back or forward on its first opening.
-const QStringList kSideFileSuffixes = {QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")};
-
-// The data file goes into the backup through SQLite (one read transaction: the
-// content of one moment), the rest of the folder as files. What an earlier backup
-// left of the data file in the same place is removed first.
-void snapshotCompany(const DataLayout &layout, const QString &name, const QString &target)
-{
-    const QString dataFile = layout.companyFile(name);
-    const QString dataName = QFileInfo(dataFile).fileName();
-    if (!QDir().mkpath(target))
-        throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(target));
-    const QString snapshot = target + u'/' + dataName;
-    // What an earlier backup left: the side files of the data file, and a snapshot that
-    // did not finish with its own.
-    QStringList leftovers = kSideFileSuffixes + QStringList{QStringLiteral(".part")};
-    for (const QString &suffix : kSideFileSuffixes)
-        leftovers << QStringLiteral(".part") + suffix;
-    for (const QString &suffix : leftovers) {
-        if (QFileInfo::exists(snapshot + suffix) && !QFile::remove(snapshot + suffix))
-            throw Failure(QStringLiteral("「%1」を削除できません。").arg(snapshot + suffix));
-    }
-    const QString workName = QFileInfo(workFileOf(dataFile)).fileName();
-    copyFolderContents(layout.companyDir(name), target, [&](const QString &relative) {
-        if (relative == dataName || relative == workName || CompanyLock::isLockFile(relative))
-            return true;
-        for (const QString &suffix : kSideFileSuffixes) {
-            if (relative == dataName + suffix)
-                return true;
-        }
-        return false;
-    });
-    const QString partial = snapshot + QStringLiteral(".part");
-    try {
-        {
-            // Read-write, so that a journal a crash left beside the file is rolled back
-            // before the snapshot is read.
-            QSqlDatabase db = openCompanyDatabase(dataFile, kBackupConnection);
-            execSql(db, QStringLiteral("VACUUM INTO ?"), {partial});
-        }
-        closeDatabase(kBackupConnection);
-        QFile(partial).setPermissions(QFile(dataFile).permissions() | QFileDevice::WriteOwner);
-        syncFile(partial);
-        replaceFile(partial, snapshot);
-    } catch (...) {
-        closeDatabase(kBackupConnection);
-        removeWithSideFiles(partial);
-        throw;
-    }
 }
 
 } // namespace
@@ -155,16 +103,16 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
     QString written;
     try {
         BusyCursor busy;
-        const QString source = m_layout.companyDir(name);
+        const auto store = CompanyStore::of(m_layout);
         const QString target = destination ? QFileInfo(*destination).absoluteFilePath() : m_layout.backupDir(name);
         // A copy into the company's own folder would overwrite what it copies.
-        if (isInsideFolder(target, source) || isInsideFolder(target, m_layout.dataDir()))
+        if (isInsideFolder(target, m_layout.companyDir(name)) || isInsideFolder(target, m_layout.dataDir()))
             throw Failure(QStringLiteral("バックアップ先にデータフォルダの中は選べません。"));
-        const CompanyLock lock(source, name);
+        const auto held = store->hold(name);
         // A folder this backup makes goes again when the backup fails.
         const bool made = !QFileInfo::exists(target);
         try {
-            snapshotCompany(m_layout, name, target);
+            store->backup(name, target);
         } catch (...) {
             if (made)
                 QDir(target).removeRecursively();
@@ -172,7 +120,7 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         }
         written = target;
     } catch (const CompanyInUse &e) {
-        m_prompt.failure(QString::fromUtf8(e.what()));
+        m_prompt.failure(e.text());
         return Outcome::Stopped;
     } catch (const std::exception &e) {
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップに失敗しました。") + reasonOf(e));
@@ -204,11 +152,15 @@ Outcome Maintenance::optimise(const QString &name)
     }
     BusyCursor busy;
     try {
-        const CompanyLock lock(m_layout.companyDir(name), name);
-        return compactDataFile(m_prompt, m_layout.companyFile(name));
+        const auto store = CompanyStore::of(m_layout);
+        const auto held = store->hold(name);
+        return store->optimise(m_prompt, name);
     } catch (const CompanyInUse &e) {
-        m_prompt.failure(QString::fromUtf8(e.what()));
+        m_prompt.failure(e.text());
         return Outcome::Stopped;
+    } catch (const Failure &e) {
+        m_prompt.failure(e.text());
+        return Outcome::Failed;
     }
 }
 

@@ -1,6 +1,7 @@
 #include "rulebase/Schema.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -122,18 +123,10 @@ QList<TableDef> buildTables()
     return tables;
 }
 
-QString sqlType(ColumnType type)
+QString sqlType(const SqlDialect &dialect, ColumnType type)
 {
-    switch (type) {
-    case T::Integer:
-    case T::Flag: return QStringLiteral("INTEGER NOT NULL DEFAULT 0");
-    case T::Text:
-    case T::Date: break;
-    }
-    return QStringLiteral("TEXT NOT NULL DEFAULT ''");
+    return type == T::Integer || type == T::Flag ? dialect.integerColumn : dialect.textColumn;
 }
-
-QString quoted(const QString &identifier) { return u'"' + identifier + u'"'; }
 
 } // namespace
 
@@ -162,10 +155,12 @@ const TableDef &schemaTable(const QString &name)
 
 void createSchema(QSqlDatabase db)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
+    const auto quoted = [&](const QString &name) { return dialect.quote(name); };
     for (const TableDef &table : schemaTables()) {
-        QStringList defs = {QStringLiteral("ID INTEGER PRIMARY KEY AUTOINCREMENT")};
+        QStringList defs = {dialect.identityColumn};
         for (const ColumnDef &c : table.columns)
-            defs << quoted(c.name) + u' ' + sqlType(c.type);
+            defs << quoted(c.name) + u' ' + sqlType(dialect, c.type);
         execSql(db, QStringLiteral("CREATE TABLE %1 (%2)").arg(quoted(table.name), defs.join(u',')));
         int n = 0;
         for (const QString &index : table.indexes) {
@@ -180,41 +175,57 @@ void createSchema(QSqlDatabase db)
 
 qlonglong insertInto(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
     QStringList names;
     for (const QString &c : columns)
-        names << quoted(c);
+        names << dialect.quote(c);
     const QString marks = QStringList(QList<QString>(columns.size(), QStringLiteral("?"))).join(u',');
-    const RowReader q = execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks), values);
-    return q.lastInsertId().toLongLong();
+    RowReader q = execSql(
+        db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) RETURNING ID").arg(dialect.quote(table), names.join(u','), marks), values);
+    return q.next() ? q.value(0).toLongLong() : 0;
 }
 
 void insertRow(QSqlDatabase db, const QString &table, const QVariantList &values)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
     const TableDef &def = schemaTable(table);
     QStringList names, marks;
     for (qsizetype i = 0; i < values.size(); ++i) {
-        names << quoted(def.columns.at(i).name);
+        names << dialect.quote(def.columns.at(i).name);
         marks << QStringLiteral("?");
     }
-    execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quoted(table), names.join(u','), marks.join(u',')), values);
+    execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(dialect.quote(table), names.join(u','), marks.join(u',')), values);
 }
 
 namespace {
 
 QStringList columnsOf(QSqlDatabase db, const QString &table)
 {
-    RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
+    const SqlDialect &dialect = SqlDialect::of(db);
+    RowReader q = execSql(db, dialect.columnsSql, {dialect.keptName(table)});
     QStringList found;
     while (q.next())
-        found << q.value(1).toString();
+        found << q.value(0).toString();
     return found;
+}
+
+// Names as the database keeps them: the server folds ASCII letters to lower case.
+bool sameNames(const QStringList &found, const QStringList &expected)
+{
+    if (found.size() != expected.size())
+        return false;
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        if (found[i].compare(expected[i], Qt::CaseInsensitive) != 0)
+            return false;
+    }
+    return true;
 }
 
 // The older form is the current one without its last column 結合種別; 号の細分イロハ has one form only.
 bool isOlderForm(const TableDef &table, const QStringList &found, const QStringList &expected)
 {
     return table.name != QStringLiteral("号の細分イロハ") && expected.last() == kSegmentKindColumn
-           && found == expected.mid(0, expected.size() - 1);
+           && sameNames(found, expected.mid(0, expected.size() - 1));
 }
 
 } // namespace
@@ -226,13 +237,16 @@ QString schemaMismatch(QSqlDatabase db, SchemaForms forms)
         if (found.isEmpty())
             return QStringLiteral("表「%1」がありません。").arg(table.name);
         const QStringList expected = QStringList{QStringLiteral("ID")} + table.columnNames();
-        if (found == expected || (forms == SchemaForms::OlderAccepted && isOlderForm(table, found, expected)))
+        if (sameNames(found, expected) || (forms == SchemaForms::OlderAccepted && isOlderForm(table, found, expected)))
             continue;
         return QStringLiteral("表「%1」の列が違います。").arg(table.name);
     }
     return {};
 }
 
-bool tableHasColumn(QSqlDatabase db, const QString &table, const QString &column) { return columnsOf(db, table).contains(column); }
+bool tableHasColumn(QSqlDatabase db, const QString &table, const QString &column)
+{
+    return columnsOf(db, table).contains(column, Qt::CaseInsensitive);
+}
 
 } // namespace normaris

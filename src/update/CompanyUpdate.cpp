@@ -7,7 +7,9 @@
 #include "rulebase/CompositionRow.h"
 #include "export/Numerals.h"
 #include "rulebase/CompanyDatabase.h"
+#include "rulebase/CompanyCopy.h"
 #include "rulebase/CompanyNames.h"
+#include "rulebase/CompanyStore.h"
 #include "rulebase/Schema.h"
 #include "update/DocumentVersions.h"
 #include "update/LegalRequirements.h"
@@ -117,7 +119,7 @@ EntryRows readEntry(QSqlDatabase db, const EntryKey &key)
     e.columns = fileColumns(db, table);
     const bool segmented = levelInfo(key.level).segmented;
     e.rows = readAll(db, table, e.columns, entryWhere(key.level), entryBinds(key),
-                     segmented ? QStringLiteral("CAST(結合 AS INTEGER)") : QStringLiteral("rowid"));
+                     segmented ? QStringLiteral("CAST(結合 AS INTEGER)") : QStringLiteral("ID"));
     if (key.level != Level::Document) {
         const QString order = QStringLiteral("Code, CAST(結合 AS INTEGER)");
         e.words = readAll(db, QStringLiteral("変数テーブル語句"), schemaTable(QStringLiteral("変数テーブル語句")).columnNames(),
@@ -140,7 +142,7 @@ bool entryExists(QSqlDatabase db, const EntryKey &key)
 bool entrySelected(QSqlDatabase db, const EntryKey &key)
 {
     return scalar(db,
-                  QStringLiteral("SELECT 選択フラグ FROM \"%1\" WHERE %2 ORDER BY rowid LIMIT 1")
+                  QStringLiteral("SELECT 選択フラグ FROM \"%1\" WHERE %2 ORDER BY ID LIMIT 1")
                       .arg(dictionaryTable(key.level), entryWhere(key.level)),
                   entryBinds(key))
         .toBool();
@@ -618,7 +620,7 @@ QString snapshot(QSqlDatabase db, const DataLayout &layout, const QString &name,
         folder = stem + u'-' + QString::number(n);
     if (!QDir().mkpath(folder))
         throw Failure(QStringLiteral("フォルダ「%1」を作成できません。").arg(folder));
-    execSql(db, QStringLiteral("VACUUM INTO ?"), {folder + u'/' + name + QStringLiteral(".sqlite")});
+    writeCompanyFile(db, folder + u'/' + name + QStringLiteral(".sqlite"));
     return folder;
 }
 
@@ -749,10 +751,11 @@ Outcome CompanyUpdate::update(const QString &name, const UpdateOptions &options,
     if (state.isOpenCompany(name))
         return updateOpen(AppState::cn(), name, releases, options, result);
     try {
-        const CompanyLock lock(m_layout.companyDir(name), name);
+        const auto store = CompanyStore::of(m_layout);
+        const auto held = store->hold(name);
         Outcome outcome;
         {
-            QSqlDatabase db = openCompanyDatabase(m_layout.companyFile(name), kUpdateConnection);
+            QSqlDatabase db = store->open(name, kUpdateConnection, OpenMode::ReadWrite);
             outcome = updateOpen(db, name, releases, options, result);
         }
         closeDatabase(kUpdateConnection);
@@ -769,7 +772,7 @@ Outcome CompanyUpdate::update(const QString &name, const UpdateOptions &options,
 
 Outcome CompanyUpdate::updateAll(const UpdateOptions &options, const Progress &progress)
 {
-    const QStringList names = m_layout.companyList();
+    const QStringList names = companiesOf(m_layout);
     Outcome overall = Outcome::Done;
     int done = 0;
     for (const QString &name : names) {

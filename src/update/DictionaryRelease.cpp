@@ -1,6 +1,7 @@
 #include "update/DictionaryRelease.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "base/Failure.h"
 #include "rulebase/Schema.h"
 
@@ -293,12 +294,12 @@ QString releaseName(int number)
     return QStringLiteral("%1.%2").arg(number / 100).arg(number % 100, 2, 10, QLatin1Char('0'));
 }
 
-QString recordedRelease(QSqlDatabase db) { return releaseName(scalar(db, QStringLiteral("PRAGMA user_version")).toInt()); }
+QString recordedRelease(QSqlDatabase db) { return releaseName(scalar(db, SqlDialect::of(db).readReleaseSql).toInt()); }
 
 void recordRelease(QSqlDatabase db, const QString &name)
 {
     // A pragma takes no bound parameter: the number is made here from checked digits.
-    execSql(db, QStringLiteral("PRAGMA user_version = %1").arg(releaseNumber(name)));
+    execSql(db, SqlDialect::of(db).writeReleaseSql.arg(releaseNumber(name)));
 }
 
 } // namespace normaris

@@ -1,4 +1,5 @@
 #include "rulebase/forms/CompanyWizard.h"
+#include "rulebase/CompanyNames.h"
 
 #include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
@@ -73,7 +74,7 @@ QListWidget *CompanyWizard::addCompanyList(const QString &heading)
     label->setObjectName(QStringLiteral("List1Heading"));
     auto *list = new QListWidget(this);
     list->setObjectName(QStringLiteral("List1"));
-    list->addItems(layout().companyList());
+    list->addItems(companiesOf(layout()));
     m_content->addWidget(label);
     m_content->addWidget(list, 1);
     return list;

@@ -1,4 +1,5 @@
 #include "rulebase/forms/frmBackup.h"
+#include "rulebase/CompanyNames.h"
 
 #include "rulebase/Maintenance.h"
 #include "base/AppState.h"
@@ -32,7 +33,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     auto *sourceBox = new QVBoxLayout(sourceFrame);
     m_source = new QComboBox(sourceFrame);
     m_source->setObjectName(QStringLiteral("Combo1"));
-    m_source->addItems(layout.companyList());
+    m_source->addItems(companiesOf(layout));
     m_source->setCurrentIndex(-1);
     sourceBox->addWidget(m_source);
     outer->addWidget(sourceFrame);

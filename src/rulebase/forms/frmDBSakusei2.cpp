@@ -1,4 +1,5 @@
 #include "rulebase/forms/frmDBSakusei2.h"
+#include "rulebase/CompanyNames.h"
 
 #include "rulebase/CompanyFiles.h"
 #include "shell/forms/FormHelpers.h"
@@ -15,7 +16,7 @@ frmDBSakusei2::frmDBSakusei2(QWidget *parent) : frmDBSakusei(QStringLiteral("frm
     auto *label = new QLabel(QStringLiteral("ソースファイルを選択してください｡"), this);
     m_source = new QComboBox(this);
     m_source->setObjectName(QStringLiteral("Combo1"));
-    m_source->addItems(layout().companyList());
+    m_source->addItems(companiesOf(layout()));
     m_source->setCurrentIndex(-1);
     content()->addWidget(label);
     content()->addWidget(m_source);

@@ -1,4 +1,5 @@
 #include "rulebase/forms/frmSaiteki.h"
+#include "rulebase/CompanyNames.h"
 
 #include "rulebase/Maintenance.h"
 #include "base/AppState.h"
@@ -27,7 +28,7 @@ frmSaiteki::frmSaiteki(QWidget *parent) : QDialog(parent)
     outer->addWidget(m_message);
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("List1"));
-    m_list->addItems(layout.companyList());
+    m_list->addItems(companiesOf(layout));
     outer->addWidget(m_list, 1);
 
     auto *buttons = new QHBoxLayout;

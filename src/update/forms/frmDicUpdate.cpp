@@ -1,4 +1,5 @@
 #include "update/forms/frmDicUpdate.h"
+#include "rulebase/CompanyNames.h"
 
 #include "base/AppState.h"
 #include "shell/forms/FormHelpers.h"
@@ -169,7 +170,7 @@ void frmDicUpdate::runUpdate()
 
 void frmDicUpdate::runAll()
 {
-    const QStringList names = programLayout().companyList();
+    const QStringList names = companiesOf(programLayout());
     QProgressDialog progress(QStringLiteral("会社の辞書を更新しています。"), QString(), 0, int(names.size()), this);
     progress.setObjectName(QStringLiteral("ProgressBar1"));
     progress.setWindowModality(Qt::WindowModal);
