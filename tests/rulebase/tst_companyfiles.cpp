@@ -1,8 +1,12 @@
 // The company life cycle through the core, with the user's questions scripted.
 
+#include "CompanyDump.h"
 #include "ScriptedPrompt.h"
 #include "TestRoot.h"
+#include "TestServer.h"
 #include "rulebase/CompanyFiles.h"
+#include "rulebase/CompanyNames.h"
+#include "rulebase/CompanyStore.h"
 #include "base/Database.h"
 #include "base/AppState.h"
 
@@ -25,16 +29,21 @@ private slots:
         ScriptedPrompt prompt;
         prompt.answer({true});
         QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("株式会社テスト")), Outcome::Done);
-        QCOMPARE(prompt.lines(),
-                 QStringList{
-                     QStringLiteral("ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
-        const QString file = root.layout().companyFile(QStringLiteral("株式会社テスト"));
-        QCOMPARE(QDir(root.layout().companyDir(QStringLiteral("株式会社テスト"))).entryList(QDir::Files),
-                 QStringList{QStringLiteral("株式会社テスト.sqlite")});
+        const QString name = QStringLiteral("株式会社テスト");
+        if (TestServer::requested()) {
+            QCOMPARE(prompt.lines(), QStringList{QStringLiteral("ファイル作成の確認: サーバーに『株式会社テスト』のデータを作成します。")});
+        } else {
+            QCOMPARE(prompt.lines(),
+                     QStringList{QStringLiteral(
+                         "ファイル作成の確認: 新しいフォルダ『株式会社テスト』を作成し、その中にデータファイルを作成します。")});
+            QCOMPARE(QDir(root.layout().companyDir(name)).entryList(QDir::Files), QStringList{QStringLiteral("株式会社テスト.sqlite")});
+        }
         for (const char *table : {"施行日", "作成データ置換前", "作成データ"})
-            QCOMPARE(valueIn(file, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QString::fromUtf8(table))).toInt(), 0);
+            QCOMPARE(
+                valueInCompany(root.layout(), name, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QString::fromUtf8(table))).toInt(),
+                0);
         // The dictionary comes along; the company is not opened.
-        QVERIFY(valueIn(file, QStringLiteral("SELECT count(*) FROM 項")).toInt() > 0);
+        QVERIFY(valueInCompany(root.layout(), name, QStringLiteral("SELECT count(*) FROM 項")).toInt() > 0);
         QVERIFY(!AppState::instance().isCompanyOpen());
     }
 
@@ -59,7 +68,7 @@ private slots:
         prompt.answer({true});
         QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(name), Outcome::Stopped);
         QCOMPARE(prompt.lines(), QStringList{message});
-        QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("既存")});
+        QCOMPARE(companiesOf(root.layout()), QStringList{QStringLiteral("既存")});
     }
 
     void thirtyBytesFit()
@@ -76,7 +85,7 @@ private slots:
         ScriptedPrompt prompt;
         prompt.answer({false});
         QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("新会社")), Outcome::Stopped);
-        QVERIFY(root.layout().companyList().isEmpty());
+        QVERIFY(companiesOf(root.layout()).isEmpty());
     }
 
     // A copy that can't be finished leaves no folder that looks like a company.
@@ -92,7 +101,7 @@ private slots:
         QCOMPARE(CompanyFiles(root.layout(), prompt).createFromSeed(QStringLiteral("壊れ")), Outcome::Failed);
         QCOMPARE(prompt.shown().size(), 2);
         QCOMPARE(prompt.shown().last().title, kProgramTitle);
-        QVERIFY(root.layout().companyList().isEmpty());
+        QVERIFY(companiesOf(root.layout()).isEmpty());
     }
 
     void createFromOpenCompanyAsksToCloseIt()
@@ -117,7 +126,7 @@ private slots:
         QVERIFY(!AppState::cn().isOpen());
         // Closed for the copy, which the main window's commands do not follow.
         QVERIFY(AppState::instance().lastClose() == AppState::ClosedBy::Copying);
-        QCOMPARE(root.layout().companyList(), (QStringList{QStringLiteral("元"), QStringLiteral("写し")}));
+        QCOMPARE(companiesOf(root.layout()), (QStringList{QStringLiteral("元"), QStringLiteral("写し")}));
     }
 
     void createFromCompanyNeedsASource()
@@ -156,7 +165,15 @@ private slots:
         CompanyFiles files(root.layout(), prompt);
         prompt.answer({true, true});
         QCOMPARE(files.select(QStringLiteral("甲")), Outcome::Done);
-        QFile::remove(root.layout().companyFile(QStringLiteral("乙")));
+        if (TestServer::requested()) {
+            const QString store = root.layout().store;
+            const QString schema =
+                TestServer::value(store, QStringLiteral("SELECT スキーマ FROM normaris.会社 WHERE 名前 = ?"), {QStringLiteral("乙")})
+                    .toString();
+            TestServer::value(store, QStringLiteral("DROP TABLE %1.\"項\"").arg(schema));
+        } else {
+            QFile::remove(root.layout().companyFile(QStringLiteral("乙")));
+        }
         QCOMPARE(files.select(QStringLiteral("乙")), Outcome::Failed);
         QCOMPARE(AppState::instance().companyPanel(), QStringLiteral("甲"));
         QVERIFY(AppState::cn().isOpen());
@@ -184,13 +201,15 @@ private slots:
                                               QStringLiteral("会社削除の確認: 『乙』を削除します。"),
                                               QStringLiteral("会社削除の確認: 『乙』を削除します。"),
                                               QStringLiteral("会社削除の確認: 『丙』という会社はありません。")}));
-        QCOMPARE(root.layout().companyList(), QStringList{QStringLiteral("甲")});
+        QCOMPARE(companiesOf(root.layout()), QStringList{QStringLiteral("甲")});
     }
 
     // Deleting never follows a link out of the data folder.
     void deleteRefusesALinkedFolder()
     {
         TestRoot root;
+        if (TestServer::requested())
+            QSKIP("a company's folder: only the folder store keeps its companies in folders");
         QTemporaryDir elsewhere;
         QFile keep(elsewhere.path() + QStringLiteral("/keep.txt"));
         QVERIFY(keep.open(QIODevice::WriteOnly));
@@ -207,6 +226,8 @@ private slots:
     void leftoverWorkFoldersAreNotCompanies()
     {
         TestRoot root;
+        if (TestServer::requested())
+            QSKIP("the work folders of the data folder: only the folder store makes companies in folders");
         const DataLayout layout = root.layout();
         QVERIFY(QDir().mkpath(layout.newCompanyWorkDir(QStringLiteral("甲"))));
         QVERIFY(QDir().mkpath(layout.deletedCompanyWorkDir(QStringLiteral("乙"))));
@@ -234,8 +255,13 @@ private slots:
         root.makeCompany(QStringLiteral("甲"));
         qputenv("NORMARIS_LOCK_WAIT_MS", "100");
         {
+            // Another program: a lock file of another process, or a hold on a connection of its own.
             QLockFile other(root.layout().companyDir(QStringLiteral("甲")) + QStringLiteral("/甲.lock"));
-            QVERIFY(other.tryLock(0));
+            std::unique_ptr<CompanyHold> held;
+            if (TestServer::requested())
+                held = CompanyStore::of(root.layout())->hold(QStringLiteral("甲"));
+            else
+                QVERIFY(other.tryLock(0));
             ScriptedPrompt prompt;
             prompt.answer({true});
             QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("甲")), Outcome::Stopped);
@@ -249,13 +275,14 @@ private slots:
         prompt.answer({true});
         QCOMPARE(CompanyFiles(root.layout(), prompt).remove(QStringLiteral("甲")), Outcome::Done);
         QCOMPARE(QDir(root.layout().dataDir()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+        QCOMPARE(companiesOf(root.layout()), QStringList());
     }
 
     void seedIsNotACompany()
     {
         TestRoot root;
         QVERIFY(QFile::exists(root.layout().seedFile()));
-        QVERIFY(root.layout().companyList().isEmpty());
+        QVERIFY(companiesOf(root.layout()).isEmpty());
     }
 };
 

@@ -28,11 +28,10 @@ inline QVariantList clauseRow(Level level, const QString &style, const QString &
     return row;
 }
 
-// The whole chain under document 75 in one style, into the company file.
-inline void addUserChain(const QString &file, const QString &style = QStringLiteral("1"))
+// The whole chain under document 75 in one style, into the company on db.
+inline void addUserChain(QSqlDatabase db, const QString &style = QStringLiteral("1"))
 {
     {
-        QSqlDatabase db = openDatabase(file, kUserConnection);
         insertRow(db, QStringLiteral("規程"),
                   {style, kUserCodes[0], QStringLiteral("テスト規程"), 0, QStringLiteral("テスト規程"), 1, QStringLiteral("1")});
         insertRow(db, QStringLiteral("前文"),
@@ -56,6 +55,15 @@ inline void addUserChain(const QString &file, const QString &style = QStringLite
                   QVariantList{QStringLiteral("7502")} + place
                       + QVariantList{QStringLiteral("3"), QStringLiteral("4"), kUserCodes[0], kUserCodes[1], kUserCodes[2], QString(),
                                      QString(), QString(), QString(), QString(), QStringLiteral("3")});
+    }
+}
+
+// The same into a company file.
+inline void addUserChain(const QString &file, const QString &style = QStringLiteral("1"))
+{
+    {
+        QSqlDatabase db = openDatabase(file, kUserConnection);
+        addUserChain(db, style);
     }
     closeDatabase(kUserConnection);
 }
