@@ -364,14 +364,16 @@ private slots:
                                         << QStringLiteral("Unknown option 'colour'.") << list;
         QTest::newRow("stray argument") << QStringList{company, QStringLiteral("list"), QStringLiteral("extra")}
                                         << QStringLiteral("unexpected argument 'extra'") << list;
-        QTest::newRow("missing value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")}
-                                       << QStringLiteral("Missing value after '--to'.")
-                                       << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company backup [--to DIR] NAME\n");
+        QTest::newRow("missing value")
+            << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")}
+            << QStringLiteral("Missing value after '--to'.")
+            << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company backup [--to DIR] NAME\n");
         QTest::newRow("style out of range")
             << QStringList{QStringLiteral("dates"), QStringLiteral("add")} + doc
                    + QStringList{QStringLiteral("--style"), QStringLiteral("9"), QStringLiteral("2026/4/1")}
             << QStringLiteral("--style takes 1|2, not '9'")
-            << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
+            << QStringLiteral(
+                   "usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
         QTest::newRow("required option") << QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc
                                          << QStringLiteral("--style is required")
                                          << QStringLiteral("compose rows --company NAME --doc CODE --style 1|2");
@@ -412,10 +414,11 @@ private slots:
         QTest::newRow("-h") << QStringList{QStringLiteral("-h")} << all;
         QTest::newRow("after --yes") << QStringList{QStringLiteral("--yes"), QStringLiteral("-h")} << all;
         QTest::newRow("command") << QStringList{QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("--help")}
-                                 << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company new [--from SOURCE] NAME\n");
-        QTest::newRow("command -h") << QStringList{QStringLiteral("build"), QStringLiteral("-h")}
-                                    << QStringLiteral(
-                                           "usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] build --company NAME --doc CODE --style 1|2\n");
+                                 << QStringLiteral(
+                                        "usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company new [--from SOURCE] NAME\n");
+        QTest::newRow("command -h")
+            << QStringList{QStringLiteral("build"), QStringLiteral("-h")}
+            << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] build --company NAME --doc CODE --style 1|2\n");
     }
     void help()
     {
