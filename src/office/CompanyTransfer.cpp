@@ -9,6 +9,7 @@
 #include "rulebase/CompanyNames.h"
 #include "rulebase/ServerStore.h"
 #include "versions/ComparisonDocx.h"
+#include "versions/ComparisonExport.h"
 #include "versions/VersionComparison.h"
 #include "versions/VersionTables.h"
 
@@ -78,6 +79,12 @@ QStringList writeComparisons(const QString &older, const QString &newer, const Q
 {
     const auto olds = latestVersions(older, kOlderConnection);
     const auto news = latestVersions(newer, kNewerConnection);
+    // The company as the file names it: its 事業所名 when set.
+    QString shownCompany;
+    {
+        ClosedAtEnd closed(kNewerConnection);
+        shownCompany = comparisonCompanyName(openDatabase(newer, kNewerConnection, OpenMode::ReadOnly), company);
+    }
     QList<std::pair<QString, QString>> documents = olds.keys();
     for (const auto &key : news.keys()) {
         if (!olds.contains(key))
@@ -94,7 +101,7 @@ QStringList writeComparisons(const QString &older, const QString &newer, const Q
             == VersionStore::fingerprint(newerVersion.header.effective, newerVersion.rows))
             continue;
         ComparisonTable table = compareVersions(olderVersion, newerVersion);
-        table.company = company;
+        table.company = shownCompany;
         QString name = fileNameOf(company + u'_' + table.title());
         if (written.contains(name + QStringLiteral(".docx")))
             name += QStringLiteral("_文章形式") + fileNameOf(key.first);

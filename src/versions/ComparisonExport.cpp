@@ -10,9 +10,7 @@
 
 namespace normaris {
 
-namespace {
-
-QString companyName(QSqlDatabase db, const QString &fallback)
+QString comparisonCompanyName(QSqlDatabase db, const QString &fallback)
 {
     const std::optional<SettingValues> settings = SettingValues::read(db);
     const QString column = QStringLiteral("事業所名");
@@ -20,8 +18,6 @@ QString companyName(QSqlDatabase db, const QString &fallback)
         return settings->value(column);
     return fallback;
 }
-
-} // namespace
 
 std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &request)
 {
@@ -67,7 +63,7 @@ std::optional<ComparisonTable> ComparisonExport::table(const ComparisonRequest &
     if (older == newer)
         return refuse(QStringLiteral("同じ版どうしは比較できません。"));
     ComparisonTable table = compareVersions(store.read(older), store.read(newer));
-    table.company = companyName(m_db, request.company);
+    table.company = comparisonCompanyName(m_db, request.company);
     return table;
 }
 
@@ -94,7 +90,7 @@ std::optional<ComparisonTable> ComparisonExport::againstDocument(const Compariso
         newer = *request.newer;
     }
     ComparisonTable table = compareDocuments(store.read(olds.last().id), store.read(newer), request.overrides, request.pairing);
-    table.company = companyName(m_db, request.company);
+    table.company = comparisonCompanyName(m_db, request.company);
     return table;
 }
 

@@ -36,6 +36,9 @@ public:
                       const model::PageSetup &setup) = 0; // throws Failure
 };
 
+// How the table names the company on db: its 事業所名 when set, else fallback.
+QString comparisonCompanyName(QSqlDatabase db, const QString &fallback);
+
 class ComparisonExport {
 public:
     ComparisonExport(QSqlDatabase db, Prompt &prompt) : m_db(std::move(db)), m_prompt(prompt) {}
