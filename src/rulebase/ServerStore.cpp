@@ -16,6 +16,9 @@
 #include <QThread>
 #include <QUrl>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace normaris {
 
 namespace {
@@ -96,7 +99,12 @@ private:
 
 QString whoAmI()
 {
-    const QString user = qEnvironmentVariable("USER", qEnvironmentVariable("LOGNAME", QStringLiteral("?")));
+    QString user = qEnvironmentVariable("USER", qEnvironmentVariable("LOGNAME"));
+    if (user.isEmpty()) {
+        // A service or a cron job may run without either: the account itself says who.
+        if (const passwd *account = getpwuid(geteuid()))
+            user = QString::fromLocal8Bit(account->pw_name);
+    }
     return user + u'@' + QSysInfo::machineHostName();
 }
 
@@ -112,7 +120,7 @@ QSqlDatabase ServerStore::catalog() const
     QSqlDatabase db = QSqlDatabase::database(name, false);
     if (db.isValid() && db.isOpen() && preparedCatalogs().contains(name))
         return db;
-    db = openServerDatabase(m_layout.store, QString(), name, OpenMode::ReadWrite, title());
+    db = openServerDatabase(m_layout.store, QString(), name, OpenMode::ReadWrite, QStringLiteral("会社の一覧"));
     // Two programs on an empty database: one makes the catalog, the other waits for it.
     Transaction transaction(db);
     execSql(db, QStringLiteral("SELECT pg_advisory_xact_lock(?, 0)"), {kLockSpace});
