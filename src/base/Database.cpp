@@ -8,7 +8,9 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QSqlDriver>
 #include <QSqlError>
+#include <QSqlField>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -239,16 +241,69 @@ bool RowReader::next()
     return false;
 }
 
+namespace {
+
+// sql with each placeholder ? (outside quotes) replaced by its value as the driver escapes
+// it. Every value but a byte array goes in as a quoted literal, which the server types from
+// where it stands (a code compared with a text column, a number with an integer column),
+// as it types the parameters of a prepared statement.
+QString withLiterals(QSqlDatabase db, const QString &sql, const QVariantList &binds)
+{
+    const QSqlDriver *driver = db.driver();
+    const auto literal = [&](const QVariant &bound) {
+        const QVariant value = boundValue(bound);
+        QSqlField field;
+        if (value.isNull()) {
+            field.setMetaType(QMetaType::fromType<QString>());
+            field.clear();
+        } else if (value.typeId() == QMetaType::QByteArray) {
+            field.setMetaType(value.metaType());
+            field.setValue(value);
+        } else {
+            field.setMetaType(QMetaType::fromType<QString>());
+            field.setValue(value.toString());
+        }
+        return driver->formatValue(field);
+    };
+    QString out;
+    out.reserve(sql.size() + 16 * binds.size());
+    qsizetype next = 0;
+    QChar quote;
+    for (const QChar c : sql) {
+        if (!quote.isNull()) {
+            if (c == quote)
+                quote = QChar();
+        } else if (c == u'\'' || c == u'"') {
+            quote = c;
+        } else if (c == u'?') {
+            if (next >= binds.size())
+                throw DbError(QStringLiteral("文の値が足りません。"));
+            out += literal(binds[next++]);
+            continue;
+        }
+        out += c;
+    }
+    if (next != binds.size())
+        throw DbError(QStringLiteral("文の値が多すぎます。"));
+    return out;
+}
+
+} // namespace
+
 RowReader execSql(QSqlDatabase db, const QString &sql, const QVariantList &binds)
 {
     countStatement(db, sql);
     const SqlDialect &dialect = SqlDialect::of(db);
     QSqlQuery q(db);
     q.setForwardOnly(dialect.streamsRows);
-    // The server prepares only the statements that read or change rows; the others (a
-    // transaction's start, a table made, a setting) never take a value, and run as written.
-    if (dialect.server && binds.isEmpty()) {
-        if (!q.exec(sql))
+    // On the server a statement runs in one round trip: its values go in as the driver's
+    // own escaped literals, exactly as Qt's driver writes them into the EXECUTE of a
+    // prepared statement, without the PREPARE and DEALLOCATE around it (two more round
+    // trips for every statement of a step). A statement run for many rows is a RowWriter,
+    // prepared once.
+    if (dialect.server) {
+        const QString statement = binds.isEmpty() ? sql : withLiterals(db, sql, binds);
+        if (!q.exec(statement))
             throw statementError(db, q.lastError(), sql);
         return RowReader(db, std::move(q), sql);
     }

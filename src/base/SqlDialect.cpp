@@ -19,6 +19,8 @@ const SqlDialect kDialects[] = {
         QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name"),
         QStringLiteral("SELECT name, type, CASE WHEN \"notnull\" = 0 THEN 1 ELSE 0 END, coalesce(dflt_value, '') "
                        "FROM pragma_table_info(?) ORDER BY cid"),
+        QStringLiteral("SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
+                       "WHERE m.type = 'table' ORDER BY m.name, p.cid"),
         QStringLiteral("PRAGMA user_version"),
         QStringLiteral("PRAGMA user_version = %1"),
         // AUTOINCREMENT keeps its counter in sqlite_sequence, which a plain insert of the
@@ -40,6 +42,9 @@ const SqlDialect kDialects[] = {
         QStringLiteral("SELECT column_name, data_type, CASE WHEN is_nullable = 'YES' THEN 1 ELSE 0 END, "
                        "coalesce(column_default, '') FROM information_schema.columns "
                        "WHERE table_schema = current_schema() AND table_name = ? ORDER BY ordinal_position"),
+        QStringLiteral("SELECT c.relname, a.attname FROM pg_attribute a JOIN pg_class c ON c.oid = a.attrelid "
+                       "WHERE c.relnamespace = CAST(current_schema() AS regnamespace) AND c.relkind = 'r' "
+                       "AND a.attnum > 0 AND NOT a.attisdropped ORDER BY c.relname, a.attnum"),
         QStringLiteral("SELECT 辞書リリース FROM normaris.会社 WHERE スキーマ = current_schema()"),
         QStringLiteral("UPDATE normaris.会社 SET 辞書リリース = %1 WHERE スキーマ = current_schema()"),
         QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', 'id'), coalesce(max(id), 0) + 1, false) FROM %1"),

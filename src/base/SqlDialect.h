@@ -32,6 +32,9 @@ struct SqlDialect {
     // The columns of the table bound as the one parameter, in order: name, declared
     // type, whether it may be null (0 / 1), and the default as written ('' for none).
     QString columnsSql;
+    // Every column of every table of the company in one reading: table, column, in the
+    // tables' order of columns (opening a company checks them all).
+    QString allColumnsSql;
     // The dictionary release a company records (year*100+month), read and written.
     QString readReleaseSql;
     QString writeReleaseSql; // %1: the number

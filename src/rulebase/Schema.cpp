@@ -3,6 +3,7 @@
 #include "base/Database.h"
 #include "base/SqlDialect.h"
 
+#include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -259,8 +260,15 @@ bool isOlderForm(const TableDef &table, const QStringList &found, const QStringL
 
 QString schemaMismatch(QSqlDatabase db, SchemaForms forms)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
+    QHash<QString, QStringList> columns;
+    {
+        RowReader rows = execSql(db, dialect.allColumnsSql);
+        while (rows.next())
+            columns[rows.value(0).toString()] << rows.value(1).toString();
+    }
     for (const TableDef &table : schemaTables()) {
-        const QStringList found = columnsOf(db, table.name);
+        const QStringList found = columns.value(dialect.keptName(table.name));
         if (found.isEmpty())
             return QStringLiteral("表「%1」がありません。").arg(table.name);
         const QStringList expected = QStringList{QStringLiteral("ID")} + table.columnNames();
