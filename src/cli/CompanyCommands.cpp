@@ -1,9 +1,10 @@
-// company new|list|delete|backup|compact
+// company new|list|delete|backup|compact|import-file|checkout|checkin
 
 #include "cli/Cli.h"
 #include "rulebase/CompanyNames.h"
 #include "rulebase/CompanyFiles.h"
 #include "rulebase/Maintenance.h"
+#include "office/CompanyTransfer.h"
 
 #include <optional>
 
@@ -45,6 +46,27 @@ void addCompanyCommands(QList<Command> &commands)
                         }};
     commands << Command{{company, QStringLiteral("compact")}, {}, QStringLiteral("NAME"), 1, 1, [](Context &c) {
                             return exitCodeOf(Maintenance(c.layout, c.prompt).optimise(c.args.words[0]));
+                        }};
+    commands << Command{{company, QStringLiteral("import-file")},
+                        {optional(QStringLiteral("--name"), QStringLiteral("NAME"))},
+                        QStringLiteral("FILE"),
+                        1,
+                        1,
+                        [](Context &c) {
+                            return exitCodeOf(
+                                CompanyTransfer(c.layout, c.prompt).importFile(c.args.words[0], c.args.option(QStringLiteral("--name"))));
+                        }};
+    commands << Command{{company, QStringLiteral("checkout")},
+                        {required(QStringLiteral("--to"), QStringLiteral("FILE"))},
+                        QStringLiteral("NAME"),
+                        1,
+                        1,
+                        [](Context &c) {
+                            return exitCodeOf(
+                                CompanyTransfer(c.layout, c.prompt).checkout(c.args.words[0], c.args.option(QStringLiteral("--to"))));
+                        }};
+    commands << Command{{company, QStringLiteral("checkin")}, {}, QStringLiteral("NAME FILE"), 2, 2, [](Context &c) {
+                            return exitCodeOf(CompanyTransfer(c.layout, c.prompt).checkin(c.args.words[0], c.args.words[1]));
                         }};
 }
 

@@ -17,7 +17,7 @@ const QString kProbeConnection = QStringLiteral("normaris_probe");
 
 } // namespace
 
-bool CompanyFiles::acceptNewName(const QString &name)
+bool CompanyFiles::acceptName(const QString &name)
 {
     if (name.isEmpty()) {
         m_prompt.plain(kRename, QStringLiteral("名前を入力してください。"));
@@ -27,7 +27,12 @@ bool CompanyFiles::acceptNewName(const QString &name)
         m_prompt.plain(kRename, QStringLiteral("会社名の長さが制限(%1)を越えています。").arg(kCompanyNameLimit));
         return false;
     }
-    if (CheckCompanyName(m_prompt, name))
+    return !CheckCompanyName(m_prompt, name);
+}
+
+bool CompanyFiles::acceptNewName(const QString &name)
+{
+    if (!acceptName(name))
         return false;
     if (companiesOf(m_layout).contains(name)) {
         m_prompt.plain(kRename, QStringLiteral("名前が重複しています。"));

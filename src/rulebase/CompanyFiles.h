@@ -25,6 +25,9 @@ public:
     Outcome open(const QString &name);
     // Deletes the company's folder; the open company can't be deleted.
     Outcome remove(const QString &name);
+    // True when name may name a company (its length and characters), after saying why
+    // not; whether a company of that name exists already is not asked here.
+    bool acceptName(const QString &name);
 
 private:
     bool acceptNewName(const QString &name);
