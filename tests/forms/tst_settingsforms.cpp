@@ -4,6 +4,8 @@
 #include "ScriptedPrompt.h"
 #include "FormSession.h"
 #include "TestRoot.h"
+#include "TestServer.h"
+#include "rulebase/ServerStore.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"
@@ -72,6 +74,33 @@ private slots:
         }
         QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT 事業所名 || '|' || 所在地1 FROM 企業情報")).toString(),
                  QStringLiteral("株式会社テスト|☆0003☆"));
+    }
+
+    // A company taken out opens for reading: a change is refused with the server's reason,
+    // and the program goes on (a second try says the same; what is there still reads).
+    void takenOutCompanyRefusesAChange()
+    {
+        if (!TestServer::requested())
+            QSKIP("a company is taken out only from the server store");
+        QSqlDatabase cn = AppState::cn();
+        {
+            Transaction mark(cn);
+            ServerStore::markTakenOut(cn, QStringLiteral("tester@desk"));
+            mark.commit();
+        }
+        frmKihon form;
+        form.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->setText(QStringLiteral("株式会社テスト"));
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            m_session->prompt.clear();
+            m_session->prompt.answer({true});
+            form.findChild<QPushButton *>(QStringLiteral("Command1"))->click();
+            QCOMPARE(m_session->prompt.lines(),
+                     (QStringList{QStringLiteral("更新の確認: 内容を変更します。\nよろしいですか。"),
+                                  kProgramTitle
+                                      + QStringLiteral(": 「『甲』」は持ち出し中のため変更できません。持ち帰ってから変更してください。")}));
+            QVERIFY(form.result() != QDialog::Accepted);
+        }
+        QCOMPARE(scalar(cn, QStringLiteral("SELECT 事業所名 FROM 企業情報")).toString(), QStringLiteral("☆0001☆"));
     }
 
     void sekoubiAddsRefusesAndDeletes()
