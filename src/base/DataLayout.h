@@ -23,7 +23,7 @@ struct DataLayout {
     // Where the companies are kept: empty for the Data folder beneath appPath, or the
     // connection string of the office's PostgreSQL database (see rulebase/CompanyStore.h).
     // The seed file, the backups and the help pages stay beneath appPath either way.
-    QString store;
+    QString store{};
 
     QString dataDir() const { return appPath + QStringLiteral("/Data"); }
     QString seedFile() const { return dataDir() + QStringLiteral("/規程原本db.sqlite"); }

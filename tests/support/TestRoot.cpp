@@ -1,6 +1,7 @@
 #include "TestRoot.h"
 
 #include "ScriptedPrompt.h"
+#include "TestServer.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"
 #include "base/AppState.h"
@@ -15,9 +16,20 @@ TestRoot::TestRoot() : m_path(m_dir.path())
     AppState::instance().reset();
     prepareProgramFolder(m_path, QStringLiteral(NORMARIS_APP_DIR));
     AppState::instance().AppPath = m_path;
+    // The run against the server: a database of the test's own, so no two tests see each
+    // other's companies.
+    if (TestServer::requested())
+        m_store = TestServer::newDatabase();
+    AppState::instance().Store = m_store;
 }
 
-TestRoot::~TestRoot() { AppState::instance().reset(); }
+TestRoot::~TestRoot()
+{
+    AppState::instance().reset();
+    // Hundreds of tests in one process each leave a database otherwise.
+    if (!m_store.isEmpty())
+        TestServer::dropDatabase(m_store);
+}
 
 void TestRoot::makeCompany(const QString &name) const
 {

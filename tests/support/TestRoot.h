@@ -1,6 +1,7 @@
 #pragma once
 // A program folder of its own for one test: Data/ with the generated seed file,
-// and help/. It is set as AppPath and the application state starts afresh.
+// and help/. It is set as AppPath and the application state starts afresh. In the run
+// against the server (TestServer::requested()) its store is a fresh database of its own.
 
 #include "base/DataLayout.h"
 
@@ -23,7 +24,8 @@ public:
 private:
     QTemporaryDir m_dir;
     QString m_path;
-    // The store the test's companies live in: empty for the Data folder.
+    // The store the test's companies live in: empty for the Data folder, else the connection
+    // string of the test's own database on the process's server.
     QString m_store;
 };
 
