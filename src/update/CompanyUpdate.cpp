@@ -69,7 +69,7 @@ QString entryWhere(Level level)
 {
     QStringList parts = {QStringLiteral("文章形式Code = ?")};
     for (const QString &c : entryKeyColumns(level))
-        parts << u'"' + c + QStringLiteral("\" = ?");
+        parts << c + QStringLiteral(" = ?");
     return parts.join(QStringLiteral(" AND "));
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/DataLayout.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "rulebase/CompanyStore.h"
 #include "rulebase/Schema.h"
 
