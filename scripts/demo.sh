@@ -10,6 +10,10 @@ company=サンプル株式会社
 cli() { "$appdir/normaris-cli" --root "$root" --yes "$@"; }
 rm -rf "$root" out/*.docx out/*.txt out/*.pdf
 mkdir -p out
+# On the office's server (NORMARIS_STORE) the company of an earlier run is still there.
+if cli company list | grep -xF "$company" >/dev/null; then
+  cli company delete "$company"
+fi
 cli company new "$company"
 cli settings set --company "$company" \
   事業所名=サンプル株式会社 郵便番号=100-0005 所在地1=東京都千代田区丸の内一丁目1番1号 所在地2=サンプルビル5階 \

@@ -284,6 +284,9 @@ void RowWriter::write(const QVariantList &binds)
 
 QVariant boundValue(const QVariant &value)
 {
+    // Flags are integer columns on both databases; the server takes no boolean for one.
+    if (value.typeId() == QMetaType::Bool)
+        return int(value.toBool());
     return value.typeId() == QMetaType::QString && value.toString().isNull() ? QVariant(QStringLiteral("")) : value;
 }
 

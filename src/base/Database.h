@@ -105,7 +105,8 @@ private:
     QString m_sql;
 };
 
-// A value as it is bound: a null QString becomes '' (text columns hold '' rather than NULL).
+// A value as it is bound: a null QString becomes '' (text columns hold '' rather than NULL),
+// a bool 0 or 1.
 QVariant boundValue(const QVariant &value);
 
 // The first column of the first row, or an invalid QVariant when there is no row.

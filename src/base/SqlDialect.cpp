@@ -24,6 +24,7 @@ const SqlDialect kDialects[] = {
         // AUTOINCREMENT keeps its counter in sqlite_sequence, which a plain insert of the
         // IDs moves on by itself.
         QString(),
+        QStringLiteral("CAST(%1 AS INTEGER)"),
     },
     {
         QStringLiteral("QPSQL"),
@@ -42,6 +43,7 @@ const SqlDialect kDialects[] = {
         QStringLiteral("SELECT 辞書リリース FROM normaris.会社 WHERE スキーマ = current_schema()"),
         QStringLiteral("UPDATE normaris.会社 SET 辞書リリース = %1 WHERE スキーマ = current_schema()"),
         QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', 'id'), coalesce(max(id), 0) + 1, false) FROM %1"),
+        QStringLiteral("CAST(coalesce(substring(%1 from '^ *[0-9]+'), '0') AS integer)"),
     },
 };
 

@@ -37,6 +37,12 @@ struct SqlDialect {
     QString writeReleaseSql; // %1: the number
     // After rows were copied in with their own IDs: the next ID follows the largest (%1: table).
     QString afterCopySql;
+    // A code or 結合 (text) read as a number to sort or compare by (%1: the expression): its
+    // leading digits, 0 when there are none. The server refuses to cast '' to a number.
+    QString textAsInteger;
+
+    // textAsInteger of the expression.
+    QString integerOf(const QString &expression) const { return textAsInteger.arg(expression); }
 
     static const SqlDialect &of(const QSqlDatabase &db);
     static const SqlDialect &sqlite();

@@ -20,7 +20,7 @@ void markSelected(QSqlDatabase db, const QString &style, const QString &document
 {
     const int n = placeDepth(level);
     execSql(db,
-            QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
+            QStringLiteral("UPDATE %1 SET 選択フラグ = 1 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
                 .arg(dictionaryTable(level), dictionaryPlaceWhere(level, n)),
             QVariantList{style, document} + QVariantList(place.begin(), place.begin() + n));
 }

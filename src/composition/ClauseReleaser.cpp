@@ -18,7 +18,7 @@ void markStock(QSqlDatabase db, const ReleaseRequest &r, const QStringList &plac
     }
     const int n = placeDepth(r.level);
     execSql(db,
-            QStringLiteral("UPDATE \"%1\" SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
+            QStringLiteral("UPDATE %1 SET 選択フラグ = 0 WHERE 文章形式Code = ? AND 規程Code = ? AND %2")
                 .arg(dictionaryTable(r.level), dictionaryPlaceWhere(r.level, n)),
             QVariantList{r.style, r.document} + QVariantList(place.begin(), place.end()));
 }

@@ -1,6 +1,7 @@
 #include "composition/DictionaryWalk.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 #include <QSqlQuery>
 
@@ -13,7 +14,7 @@ QString dictionaryPlaceWhere(Level level, int n)
     QStringList parts;
     const int own = placeDepth(level) - 1;
     for (int i = 0; i < n; ++i)
-        parts << (i == own ? QStringLiteral("Code = ?") : QStringLiteral("\"%1\" = ?").arg(placeColumns()[i]));
+        parts << (i == own ? QStringLiteral("Code = ?") : QStringLiteral("%1 = ?").arg(placeColumns()[i]));
     return parts.join(QStringLiteral(" AND "));
 }
 
@@ -32,13 +33,15 @@ QStringList DictionaryWalk::selectedChildren(Level level, const QStringList &par
     QString where = QStringLiteral("文章形式Code = ? AND 規程Code = ? AND 選択フラグ = 1");
     QVariantList keys = {m_style, m_document};
     for (qsizetype i = 0; i < parent.size(); ++i) {
-        where += QStringLiteral(" AND \"%1\" = ?").arg(placeColumns()[i]);
+        where += QStringLiteral(" AND %1 = ?").arg(placeColumns()[i]);
         keys << parent[i];
     }
     if (isClauseLevel(level))
-        where += QStringLiteral(" AND CAST(結合 AS INTEGER) <= 1");
-    RowReader q =
-        execSql(m_db, QStringLiteral("SELECT DISTINCT Code FROM \"%1\" WHERE %2 ORDER BY CAST(Code AS INTEGER)").arg(table, where), keys);
+        where += QStringLiteral(" AND %1 <= 1").arg(SqlDialect::of(m_db).integerOf(QStringLiteral("結合")));
+    RowReader q = execSql(m_db,
+                          QStringLiteral("SELECT Code FROM %1 WHERE %2 GROUP BY Code ORDER BY %3")
+                              .arg(table, where, SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
+                          keys);
     QStringList codes;
     while (q.next())
         codes << q.value(0).toString();
@@ -50,9 +53,9 @@ void DictionaryWalk::walk(Level level, const QStringList &place, int number, QLi
     const QString table = dictionaryTable(level);
     const int n = placeDepth(level);
     RowReader q = execSql(m_db,
-                          QStringLiteral("SELECT \"%1\", 結合, 改行, テンプレート, 変数語句, 変数番号, 変更フラグ FROM \"%1\" "
-                                         "WHERE 文章形式Code = ? AND 規程Code = ? AND %2 ORDER BY CAST(結合 AS INTEGER)")
-                              .arg(table, dictionaryPlaceWhere(level, n)),
+                          QStringLiteral("SELECT %1, 結合, 改行, テンプレート, 変数語句, 変数番号, 変更フラグ FROM %1 "
+                                         "WHERE 文章形式Code = ? AND 規程Code = ? AND %2 ORDER BY %3")
+                              .arg(table, dictionaryPlaceWhere(level, n), SqlDialect::of(m_db).integerOf(QStringLiteral("結合"))),
                           QVariantList{m_style, m_document} + QVariantList(place.begin(), place.begin() + n));
     while (q.next()) {
         CompositionRow r = base(level);
@@ -100,7 +103,8 @@ QList<CompositionRow> DictionaryWalk::preamble()
     QList<CompositionRow> rows;
     RowReader q = execSql(m_db,
                           QStringLiteral("SELECT 前文, 結合, 改行, 変数語句, 変更フラグ FROM 前文 WHERE 文章形式Code = ? AND 規程Code = ? "
-                                         "AND Code = '01' ORDER BY CAST(結合 AS INTEGER)"),
+                                         "AND Code = '01' ORDER BY %1")
+                              .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("結合"))),
                           {m_style, m_document});
     while (q.next()) {
         CompositionRow r = base(Level::Preamble);

@@ -2,6 +2,7 @@
 
 #include "rulebase/CompositionRow.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 #include <QSqlQuery>
 
@@ -21,16 +22,18 @@ QList<CodeAndName> codesAndNames(RowReader q)
 
 QList<CodeAndName> DocumentList::documents(const QString &style, bool selected)
 {
-    return codesAndNames(execSql(
-        m_db, QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY CAST(Code AS INTEGER)"),
-        {style, selected ? 1 : 0}));
+    return codesAndNames(execSql(m_db,
+                                 QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = ? ORDER BY %1")
+                                     .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
+                                 {style, selected ? 1 : 0}));
 }
 
 QList<CodeAndName> DocumentList::selectedOfKind(const QString &style, const QString &kind)
 {
     return codesAndNames(execSql(m_db,
                                  QStringLiteral("SELECT Code, 規程 FROM 規程 WHERE 文章形式Code = ? AND 選択フラグ = 1 AND 文章種別 = ? "
-                                                "ORDER BY CAST(Code AS INTEGER)"),
+                                                "ORDER BY %1")
+                                     .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
                                  {style, kind}));
 }
 
@@ -100,7 +103,7 @@ void DocumentList::removeFromList(const QString &style, const QString &document)
     execSql(m_db, QStringLiteral("UPDATE 規程 SET 選択フラグ = 0 WHERE 文章形式Code = ? AND Code = ?"), {style, document});
     if (document.toInt() < kUserCodes) {
         for (const QString &table : {kArticleRowsTable, kClauseRowsTable})
-            execSql(m_db, QStringLiteral("DELETE FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {style, document});
+            execSql(m_db, QStringLiteral("DELETE FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {style, document});
     }
     transaction.commit();
 }

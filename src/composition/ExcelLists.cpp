@@ -1,9 +1,11 @@
 #include "composition/ExcelLists.h"
 
 #include "rulebase/CompositionRow.h"
+#include "rulebase/Schema.h"
 #include "fileformats/XlsxSheet.h"
 #include "base/FileOps.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "base/BusyCursor.h"
 
 #include <QSqlQuery>
@@ -13,12 +15,12 @@ namespace normaris {
 namespace {
 
 // The work tables, made when first needed and emptied before and after each list.
-const std::pair<const char *, const char *> kWorkTables[] = {
-    {"kihongoku01_excel", "区分 TEXT, 規程Code TEXT"},
-    {"kihongoku02_excel", "区分 TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT"},
-    {"goku_excel", "Code TEXT, 設定内容 TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT, 表示名称 TEXT"},
-    {"bangou_excel", "Code TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT, \"変換参照■規程Code\" TEXT"},
-    {"kihongoku_excel", "Code TEXT, 規程Code TEXT, 章Code TEXT, 条Code TEXT"},
+const std::pair<const char *, std::initializer_list<const char *>> kWorkTables[] = {
+    {"kihongoku01_excel", {"区分", "規程Code"}},
+    {"kihongoku02_excel", {"区分", "規程Code", "章Code", "条Code"}},
+    {"goku_excel", {"Code", "設定内容", "規程Code", "章Code", "条Code", "表示名称"}},
+    {"bangou_excel", {"Code", "規程Code", "章Code", "条Code", "変換参照■規程Code"}},
+    {"kihongoku_excel", {"Code", "規程Code", "章Code", "条Code"}},
 };
 
 // The basic words this list looks for, with their labels.
@@ -129,9 +131,11 @@ private:
         const QChar sign = words ? u'★' : u'◆';
         RowReader q = execSql(m_db,
                               words ? QStringLiteral("SELECT Code, 語句, 表示名称 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? "
-                                                     "AND 条Code = ? ORDER BY CAST(Code AS INTEGER)")
-                                    : QStringLiteral("SELECT Code, \"変換参照■規程Code\" FROM 変数テーブル番号 WHERE 規程Code = ? AND "
-                                                     "章Code = ? AND 条Code = ? ORDER BY CAST(Code AS INTEGER)"),
+                                                     "AND 条Code = ? ORDER BY %1")
+                                          .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code")))
+                                    : QStringLiteral("SELECT Code, 変換参照■規程Code FROM 変数テーブル番号 WHERE 規程Code = ? AND "
+                                                     "章Code = ? AND 条Code = ? ORDER BY %1")
+                                          .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
                               {m_document, row.codes[0], row.codes[1]});
         while (q.next()) {
             const QString code = q.value(0).toString();
@@ -145,7 +149,7 @@ private:
             else
                 insert(QStringLiteral("bangou_excel"),
                        {QStringLiteral("Code"), QStringLiteral("規程Code"), QStringLiteral("章Code"), QStringLiteral("条Code"),
-                        QStringLiteral("\"変換参照■規程Code\"")},
+                        QStringLiteral("変換参照■規程Code")},
                        {code, m_document, row.codes[0], row.codes[1], q.value(1)});
         }
     }
@@ -202,7 +206,7 @@ private:
             });
             break;
         case ListKind::References:
-            each(QStringLiteral("SELECT Code, \"変換参照■規程Code\", 章Code, 条Code FROM bangou_excel ORDER BY ID"),
+            each(QStringLiteral("SELECT Code, 変換参照■規程Code, 章Code, 条Code FROM bangou_excel ORDER BY ID"),
                  [this](const RowReader &q) {
                      return QStringList{q.value(0).toString(), documentName(q.value(1).toString()), q.value(3).toString(),
                                         articleName(q.value(2).toString(), q.value(3).toString())};
@@ -225,9 +229,11 @@ private:
 void prepareWorkTables(QSqlDatabase db)
 {
     for (const auto &[name, columns] : kWorkTables) {
-        execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (ID INTEGER PRIMARY KEY AUTOINCREMENT, %2)")
-                        .arg(QString::fromUtf8(name), QString::fromUtf8(columns)));
-        execSql(db, QStringLiteral("DELETE FROM %1").arg(QString::fromUtf8(name)));
+        TableDef table{QString::fromUtf8(name), {}, {}};
+        for (const char *column : columns)
+            table.columns << ColumnDef{QString::fromUtf8(column), ColumnType::Text};
+        ensureTable(db, table);
+        execSql(db, QStringLiteral("DELETE FROM %1").arg(table.name));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "rulebase/CompositionRow.h"
 #include "composition/DictionaryWalk.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 #include <QSqlQuery>
 
@@ -14,7 +15,7 @@ const QString kContinued = QStringLiteral("※上記の続き");
 
 // The clause's text as the dictionary has it now (its first segment), as a subquery
 // on the composition row `r`, so that the rows and their texts come in one statement.
-QString currentTextSql(Level level)
+QString currentTextSql(const SqlDialect &dialect, Level level)
 {
     QStringList where = {QStringLiteral("d.文章形式Code = r.文章形式Code")};
     if (level == Level::Document) {
@@ -26,31 +27,32 @@ QString currentTextSql(Level level)
         // In a dictionary table the clause's own code is "Code", its parents the place columns.
         const int own = placeDepth(level) - 1;
         for (int i = 0; i <= own; ++i)
-            where << QStringLiteral("d.\"%1\" = r.\"%2\"").arg(i == own ? QStringLiteral("Code") : placeColumns()[i], placeColumns()[i]);
+            where << QStringLiteral("d.%1 = r.%2").arg(i == own ? QStringLiteral("Code") : placeColumns()[i], placeColumns()[i]);
     }
     const bool segmented = level == Level::Preamble || isClauseLevel(level);
     // The name column of 規程, 章 and 条, and the text column of the others, bear the table's name.
-    return QStringLiteral("(SELECT d.\"%1\" FROM \"%1\" d WHERE %2%3)")
+    return QStringLiteral("(SELECT d.%1 FROM %1 d WHERE %2%3)")
         .arg(dictionaryTable(level), where.join(QStringLiteral(" AND ")),
-             segmented ? QStringLiteral(" ORDER BY CAST(d.結合 AS INTEGER) LIMIT 1") : QString());
+             segmented ? QStringLiteral(" ORDER BY %1 LIMIT 1").arg(dialect.integerOf(QStringLiteral("d.結合"))) : QString());
 }
 
 // The rows of one rowset with the dictionary's text of each, in one query.
 QList<PanelRow> panelRows(QSqlDatabase db, const QString &table, const QList<Level> &levels, const QString &where, const QVariantList &keys)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
     QString current = QStringLiteral("CASE r.種別");
     for (Level level : levels)
-        current += QStringLiteral(" WHEN '%1' THEN %2").arg(levelCode(level), currentTextSql(level));
+        current += QStringLiteral(" WHEN '%1' THEN %2").arg(levelCode(level), currentTextSql(dialect, level));
     current += QStringLiteral(" END");
     QStringList columns;
     for (const QString &c : placeColumns())
-        columns << QStringLiteral("r.\"%1\"").arg(c);
+        columns << QStringLiteral("r.%1").arg(c);
     // A continuation row shows no dictionary text, so its subquery is not run.
     RowReader q = execSql(db,
                           QStringLiteral("SELECT r.種別, %1, r.結合, r.テンプレート, "
-                                         "CASE WHEN CAST(r.結合 AS INTEGER) > 1 THEN NULL ELSE %2 END "
-                                         "FROM \"%3\" r WHERE %4 ORDER BY r.順番, CAST(r.結合 AS INTEGER)")
-                              .arg(columns.join(u','), current, table, where),
+                                         "CASE WHEN %5 > 1 THEN NULL ELSE %2 END "
+                                         "FROM %3 r WHERE %4 ORDER BY r.順番, %5")
+                              .arg(columns.join(u','), current, table, where, dialect.integerOf(QStringLiteral("r.結合"))),
                           keys);
     QList<PanelRow> panel;
     while (q.next()) {
@@ -115,11 +117,10 @@ QList<CodeAndName> panelActions(QSqlDatabase db, Level rowLevel)
     for (const QString &code : codes)
         binds << code;
     QList<CodeAndName> actions;
-    RowReader q =
-        execSql(db,
-                QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY CAST(Code AS INTEGER)")
-                    .arg(marks.join(u',')),
-                binds);
+    RowReader q = execSql(db,
+                          QStringLiteral("SELECT Code, 選択肢 FROM 作成データ選択肢 WHERE 種別 = ? AND Code IN (%1) ORDER BY %2")
+                              .arg(marks.join(u','), SqlDialect::of(db).integerOf(QStringLiteral("Code"))),
+                          binds);
     while (q.next())
         actions << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return actions;
@@ -160,18 +161,20 @@ QList<CodeAndName> stockList(QSqlDatabase db, const QString &style, const QStrin
     QString where = QStringLiteral("文章形式Code = ? AND 規程Code = ?");
     QVariantList keys = {style, document};
     for (qsizetype i = 0; i < parent.size(); ++i) {
-        where += QStringLiteral(" AND \"%1\" = ?").arg(placeColumns()[i]);
+        where += QStringLiteral(" AND %1 = ?").arg(placeColumns()[i]);
         keys << parent[i];
     }
     if (added == Level::Preamble || isClauseLevel(added))
-        where += QStringLiteral(" AND CAST(結合 AS INTEGER) <= 1");
+        where += QStringLiteral(" AND %1 <= 1").arg(SqlDialect::of(db).integerOf(QStringLiteral("結合")));
     if (filter == StockFilter::Unselected)
         where += QStringLiteral(" AND 選択フラグ = 0");
     else if (filter == StockFilter::UserMade)
         where += added == Level::Article ? QStringLiteral(" AND Code >= '7000'") : QStringLiteral(" AND Code >= '70'");
     QList<CodeAndName> list;
-    RowReader q = execSql(
-        db, QStringLiteral("SELECT Code, \"%1\" FROM \"%2\" WHERE %3 ORDER BY CAST(Code AS INTEGER)").arg(nameColumn, table, where), keys);
+    RowReader q = execSql(db,
+                          QStringLiteral("SELECT Code, %1 FROM %2 WHERE %3 ORDER BY %4")
+                              .arg(nameColumn, table, where, SqlDialect::of(db).integerOf(QStringLiteral("Code"))),
+                          keys);
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;

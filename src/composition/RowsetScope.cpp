@@ -2,6 +2,7 @@
 
 #include "rulebase/CompositionRow.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 namespace normaris {
 
@@ -28,7 +29,7 @@ std::pair<QString, QVariantList> RowsetScope::within(Level level, const QStringL
     QVariantList keys = m_keys;
     keys << levelCode(level);
     for (qsizetype i = 0; i < codes.size(); ++i) {
-        where += QStringLiteral(" AND \"%1\" = ?").arg(placeColumns()[i]);
+        where += QStringLiteral(" AND %1 = ?").arg(placeColumns()[i]);
         keys << codes[i];
     }
     return {where, keys};
@@ -36,15 +37,15 @@ std::pair<QString, QVariantList> RowsetScope::within(Level level, const QStringL
 
 void RowsetScope::shiftOrder(int from, int n) const
 {
-    execSql(m_db, QStringLiteral("UPDATE \"%1\" SET 順番 = 順番 + ? WHERE %2 AND 順番 >= ?").arg(m_table, m_where),
+    execSql(m_db, QStringLiteral("UPDATE %1 SET 順番 = 順番 + ? WHERE %2 AND 順番 >= ?").arg(m_table, m_where),
             QVariantList{n} + m_keys + QVariantList{from});
 }
 
 void RowsetScope::closeOrder(int after) const
 {
     execSql(m_db,
-            QStringLiteral("UPDATE \"%1\" AS t SET 順番 = ? + r.n FROM (SELECT ID, row_number() OVER (ORDER BY 順番, ID) AS n "
-                           "FROM \"%1\" WHERE %2 AND 順番 > ?) AS r WHERE t.ID = r.ID")
+            QStringLiteral("UPDATE %1 AS t SET 順番 = ? + r.n FROM (SELECT ID, row_number() OVER (ORDER BY 順番, ID) AS n "
+                           "FROM %1 WHERE %2 AND 順番 > ?) AS r WHERE t.ID = r.ID")
                 .arg(m_table, m_where),
             QVariantList{after} + m_keys + QVariantList{after});
 }
@@ -54,11 +55,12 @@ void RowsetScope::renumber(Level level, const QStringList &parent, int above, in
     const auto [where, keys] = within(level, parent);
     // A continuation segment (結合 2, 3 …) keeps the number of the clause it continues.
     const QString counter =
-        segmentsShare ? QStringLiteral(
-            "sum(CASE WHEN 結合 IN ('0','1') THEN 1 ELSE 0 END) OVER (ORDER BY 番号, CAST(結合 AS INTEGER), ID ROWS UNBOUNDED PRECEDING)")
-                      : QStringLiteral("row_number() OVER (ORDER BY 番号, ID)");
+        segmentsShare
+            ? QStringLiteral("sum(CASE WHEN 結合 IN ('0','1') THEN 1 ELSE 0 END) OVER (ORDER BY 番号, %1, ID ROWS UNBOUNDED PRECEDING)")
+                  .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("結合")))
+            : QStringLiteral("row_number() OVER (ORDER BY 番号, ID)");
     execSql(m_db,
-            QStringLiteral("UPDATE \"%1\" AS t SET 番号 = ? + r.n FROM (SELECT ID, %2 AS n FROM \"%1\" WHERE %3 AND 番号 > ?) AS r "
+            QStringLiteral("UPDATE %1 AS t SET 番号 = ? + r.n FROM (SELECT ID, %2 AS n FROM %1 WHERE %3 AND 番号 > ?) AS r "
                            "WHERE t.ID = r.ID")
                 .arg(m_table, counter, where),
             QVariantList{base} + keys + QVariantList{above});
@@ -67,14 +69,13 @@ void RowsetScope::renumber(Level level, const QStringList &parent, int above, in
 void RowsetScope::bumpNumbers(Level level, const QStringList &parent, int above) const
 {
     const auto [where, keys] = within(level, parent);
-    execSql(m_db, QStringLiteral("UPDATE \"%1\" SET 番号 = 番号 + 1 WHERE %2 AND 番号 > ?").arg(m_table, where),
-            keys + QVariantList{above});
+    execSql(m_db, QStringLiteral("UPDATE %1 SET 番号 = 番号 + 1 WHERE %2 AND 番号 > ?").arg(m_table, where), keys + QVariantList{above});
 }
 
 int RowsetScope::numberAfter(Level level, const QStringList &parent, int order) const
 {
     const auto [where, keys] = within(level, parent);
-    return scalar(m_db, QStringLiteral("SELECT 番号 FROM \"%1\" WHERE %2 AND 順番 > ? ORDER BY 順番 LIMIT 1").arg(m_table, where),
+    return scalar(m_db, QStringLiteral("SELECT 番号 FROM %1 WHERE %2 AND 順番 > ? ORDER BY 順番 LIMIT 1").arg(m_table, where),
                   keys + QVariantList{order})
         .toInt();
 }
@@ -82,7 +83,7 @@ int RowsetScope::numberAfter(Level level, const QStringList &parent, int order) 
 int RowsetScope::numberBefore(Level level, const QStringList &parent, int orderBelow) const
 {
     const auto [where, keys] = within(level, parent);
-    return scalar(m_db, QStringLiteral("SELECT 番号 FROM \"%1\" WHERE %2 AND 順番 < ? ORDER BY 順番 DESC LIMIT 1").arg(m_table, where),
+    return scalar(m_db, QStringLiteral("SELECT 番号 FROM %1 WHERE %2 AND 順番 < ? ORDER BY 順番 DESC LIMIT 1").arg(m_table, where),
                   keys + QVariantList{orderBelow})
         .toInt();
 }
@@ -95,16 +96,16 @@ void RowsetScope::deleteRows(Level level, const QStringList &codes) const
         where += QStringLiteral(" AND 種別 = '10'");
     }
     for (qsizetype i = 0; i < codes.size(); ++i) {
-        where += QStringLiteral(" AND \"%1\" = ?").arg(placeColumns()[i]);
+        where += QStringLiteral(" AND %1 = ?").arg(placeColumns()[i]);
         keys << codes[i];
     }
-    execSql(m_db, QStringLiteral("DELETE FROM \"%1\" WHERE %2").arg(m_table, where), keys);
+    execSql(m_db, QStringLiteral("DELETE FROM %1 WHERE %2").arg(m_table, where), keys);
 }
 
 bool RowsetScope::hasRow(Level level, const QStringList &codes) const
 {
     const auto [where, keys] = within(level, codes);
-    return scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(m_table, where), keys).toInt() > 0;
+    return scalar(m_db, QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(m_table, where), keys).toInt() > 0;
 }
 
 void setSubtreeWords(QSqlDatabase db, const QString &document, Level level, const QStringList &place, bool selected)
@@ -116,7 +117,7 @@ void setSubtreeWords(QSqlDatabase db, const QString &document, Level level, cons
         levels << QStringLiteral("'10'");
     } else {
         for (qsizetype i = 0; i < place.size(); ++i) {
-            where += QStringLiteral(" AND \"%1\" = ?").arg(placeColumns()[i]);
+            where += QStringLiteral(" AND %1 = ?").arg(placeColumns()[i]);
             keys << place[i];
         }
         for (int l = std::max(int(level), int(Level::Paragraph)); l <= int(Level::Iroha); ++l)

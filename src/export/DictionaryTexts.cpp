@@ -1,6 +1,7 @@
 #include "export/DictionaryTexts.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 
 #include <QSqlQuery>
 
@@ -28,24 +29,23 @@ void DictionaryTexts::load(QSqlDatabase db, Level level, const QString &style, c
     if (info.placeDepth > 0)
         place = placeColumns().mid(0, info.placeDepth - 1) << QStringLiteral("Code");
     const QString text = QString::fromUtf16(info.bodyColumn);
-    QString filter = QStringLiteral("文章形式Code = ? AND \"%1\" = ?").arg(QString::fromUtf16(info.documentKey));
+    QString filter = QStringLiteral("文章形式Code = ? AND %1 = ?").arg(QString::fromUtf16(info.documentKey));
     QVariantList binds = {style, document};
     if (*info.fixedCode) {
         filter += QStringLiteral(" AND Code = ?");
         binds << QString::fromUtf16(info.fixedCode);
     }
     const bool segmented = info.segmented;
-    QStringList columns;
-    for (const QString &c : place)
-        columns << u'"' + c + u'"';
-    columns << u'"' + text + u'"';
+    QStringList columns = place;
+    columns << text;
     if (segmented)
         columns << QStringLiteral("結合") << QStringLiteral("改行");
-    RowReader q = execSql(db,
-                          QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4")
-                              .arg(columns.join(u','), dictionaryTable(level), filter,
-                                   segmented ? QStringLiteral("CAST(結合 AS INTEGER), ID") : QStringLiteral("ID")),
-                          binds);
+    RowReader q =
+        execSql(db,
+                QStringLiteral("SELECT %1 FROM %2 WHERE %3 ORDER BY %4")
+                    .arg(columns.join(u','), dictionaryTable(level), filter,
+                         segmented ? SqlDialect::of(db).integerOf(QStringLiteral("結合")) + QStringLiteral(", ID") : QStringLiteral("ID")),
+                binds);
     const int n = int(place.size());
     while (q.next()) {
         QStringList codes;

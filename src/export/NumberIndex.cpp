@@ -22,7 +22,7 @@ void NumberIndex::load(const QString &document)
     // Every style: a code is built in one style only.
     RowReader q = execSql(m_db,
                           QStringLiteral("SELECT 種別, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, 結合 "
-                                         "FROM \"%1\" WHERE 規程Code = ? ORDER BY ID")
+                                         "FROM %1 WHERE 規程Code = ? ORDER BY ID")
                               .arg(kOutputRowsTable),
                           {document});
     while (q.next()) {

@@ -62,7 +62,7 @@ class TextWriter {
 public:
     TextWriter(QSqlDatabase db, QString style, QString document)
         : m_update(std::move(db),
-                   QStringLiteral("UPDATE \"%1\" SET 文章 = ? WHERE 文章形式Code = ? AND 規程Code = ? AND 順番 = ?").arg(kOutputRowsTable)),
+                   QStringLiteral("UPDATE %1 SET 文章 = ? WHERE 文章形式Code = ? AND 規程Code = ? AND 順番 = ?").arg(kOutputRowsTable)),
           m_style(std::move(style)), m_document(std::move(document))
     {
     }
@@ -157,7 +157,7 @@ void SettingSubstitution::substituteWordsAndSettings(QList<CompositionRow> &rows
 bool SettingSubstitution::checkMakingOrder(const QString &style, const QString &document)
 {
     QStringList texts;
-    RowReader q = execSql(m_db, QStringLiteral("SELECT 文章 FROM \"%1\" WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
+    RowReader q = execSql(m_db, QStringLiteral("SELECT 文章 FROM %1 WHERE 規程Code = ? ORDER BY ID").arg(kOutputRowsTable), {document});
     while (q.next())
         texts << q.value(0).toString();
 
@@ -207,7 +207,7 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
         return;
     RowReader segment =
         execSql(m_db,
-                QStringLiteral("SELECT 順番, 文章 FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '10' AND 結合 = '3' "
+                QStringLiteral("SELECT 順番, 文章 FROM %1 WHERE 文章形式Code = ? AND 規程Code = ? AND 種別 = '10' AND 結合 = '3' "
                                "ORDER BY 順番")
                     .arg(kOutputRowsTable),
                 {style, document});
@@ -247,10 +247,9 @@ void SettingSubstitution::roushi(const QString &style, const QString &document)
     const bool namesSide = firstMarker >= 0;
     // The agreement calls the side by the word 0009 of a paragraph that holds it.
     const bool paragraphUsesShortName =
-        scalar(
-            m_db,
-            QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 変数語句 = 1 AND instr(項, '★0009★') > 0"),
-            {style, document})
+        scalar(m_db,
+               QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = ? AND 規程Code = ? AND 変数語句 = 1 AND 項 LIKE '%★0009★%'"),
+               {style, document})
             .toInt()
         > 0;
     if (!namesSide || !paragraphUsesShortName)

@@ -4,6 +4,7 @@
 #include "base/Failure.h"
 #include "export/SettingSubstitution.h"
 #include "export/WorkDataBuild.h"
+#include "rulebase/Schema.h"
 
 #include <QCryptographicHash>
 #include <QSqlRecord>
@@ -57,7 +58,20 @@ QVariantList bindsOf(Binds binds, const QString &style, const QString &document)
     return {};
 }
 
-bool hasRecordTable(QSqlDatabase db) { return db.tables().contains(kWorkDataRecordTable); }
+bool hasRecordTable(QSqlDatabase db) { return hasTable(db, kWorkDataRecordTable); }
+
+const TableDef &recordTable()
+{
+    static const TableDef table{kWorkDataRecordTable,
+                                {{QStringLiteral("文章形式Code"), ColumnType::Text},
+                                 {QStringLiteral("規程Code"), ColumnType::Text},
+                                 {QStringLiteral("作成日時"), ColumnType::Text},
+                                 {QStringLiteral("作成指紋"), ColumnType::Text},
+                                 {QStringLiteral("置換日時"), ColumnType::Text},
+                                 {QStringLiteral("置換指紋"), ColumnType::Text}},
+                                {}};
+    return table;
+}
 
 } // namespace
 
@@ -68,7 +82,7 @@ QString WorkDataAge::fingerprint(WorkDataStep step, const QString &style, const 
         if (input.step != step)
             continue;
         const QString table = QString::fromUtf8(input.table);
-        RowReader q = execSql(m_db, QStringLiteral("SELECT * FROM \"%1\"").arg(table) + QString::fromUtf8(input.where),
+        RowReader q = execSql(m_db, QStringLiteral("SELECT * FROM %1").arg(table) + QString::fromUtf8(input.where),
                               bindsOf(input.binds, style, document));
         // A clause saved again comes back under new row numbers: the rows count by
         // what they hold, in an order of their own.
@@ -77,7 +91,7 @@ QString WorkDataAge::fingerprint(WorkDataStep step, const QString &style, const 
             const QSqlRecord record = q.record();
             QStringList values;
             for (int i = 0; i < record.count(); ++i) {
-                if (record.fieldName(i) != u"ID")
+                if (record.fieldName(i).compare(u"ID", Qt::CaseInsensitive) != 0)
                     values << q.value(i).toString();
             }
             rows << values.join(QChar(0x1f));
@@ -94,25 +108,20 @@ void WorkDataAge::record(WorkDataStep step, const QString &style, const QString 
 {
     const QString now = QDateTime::currentDateTime().toString(Qt::ISODate);
     if (step == WorkDataStep::Build) {
-        execSql(m_db, QStringLiteral("CREATE TABLE IF NOT EXISTS \"%1\" (ID INTEGER PRIMARY KEY AUTOINCREMENT, 文章形式Code TEXT NOT NULL, "
-                                     "規程Code TEXT NOT NULL, 作成日時 TEXT NOT NULL, 作成指紋 TEXT NOT NULL, "
-                                     "置換日時 TEXT NOT NULL DEFAULT '', 置換指紋 TEXT NOT NULL DEFAULT '')")
-                          .arg(kWorkDataRecordTable));
-        execSql(m_db, QStringLiteral("DELETE FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
+        ensureTable(m_db, recordTable());
+        execSql(m_db, QStringLiteral("DELETE FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
                 {style, document});
-        execSql(
-            m_db,
-            QStringLiteral("INSERT INTO \"%1\" (文章形式Code, 規程Code, 作成日時, 作成指紋) VALUES (?, ?, ?, ?)").arg(kWorkDataRecordTable),
-            {style, document, now, fingerprint(step, style, document)});
+        execSql(m_db,
+                QStringLiteral("INSERT INTO %1 (文章形式Code, 規程Code, 作成日時, 作成指紋) VALUES (?, ?, ?, ?)").arg(kWorkDataRecordTable),
+                {style, document, now, fingerprint(step, style, document)});
         return;
     }
     // Work data built before the record began have none, and get none here.
     if (!hasRecordTable(m_db))
         return;
-    execSql(
-        m_db,
-        QStringLiteral("UPDATE \"%1\" SET 置換日時 = ?, 置換指紋 = ? WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
-        {now, fingerprint(step, style, document), style, document});
+    execSql(m_db,
+            QStringLiteral("UPDATE %1 SET 置換日時 = ?, 置換指紋 = ? WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
+            {now, fingerprint(step, style, document), style, document});
 }
 
 QDateTime WorkDataAge::recorded(WorkDataStep step, const QString &style, const QString &document) const
@@ -121,7 +130,7 @@ QDateTime WorkDataAge::recorded(WorkDataStep step, const QString &style, const Q
         return {};
     return QDateTime::fromString(
         scalar(m_db,
-               QStringLiteral("SELECT %1 FROM \"%2\" WHERE 文章形式Code = ? AND 規程Code = ?")
+               QStringLiteral("SELECT %1 FROM %2 WHERE 文章形式Code = ? AND 規程Code = ?")
                    .arg(step == WorkDataStep::Build ? QStringLiteral("作成日時") : QStringLiteral("置換日時"), kWorkDataRecordTable),
                {style, document})
             .toString(),
@@ -132,9 +141,9 @@ bool WorkDataAge::isStale(const QString &style, const QString &document) const
 {
     if (!hasRecordTable(m_db))
         return false;
-    RowReader q = execSql(
-        m_db, QStringLiteral("SELECT 作成指紋, 置換指紋 FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
-        {style, document});
+    RowReader q =
+        execSql(m_db, QStringLiteral("SELECT 作成指紋, 置換指紋 FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(kWorkDataRecordTable),
+                {style, document});
     if (!q.next())
         return false;
     // What the substitution took matters only once it has run on these work data.

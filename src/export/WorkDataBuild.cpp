@@ -31,7 +31,7 @@ QString otherStyleQuestion(const QString &style, bool agreement)
 
 void deleteWorkRows(QSqlDatabase db, const QString &table, const QString &style, const QString &document)
 {
-    execSql(db, QStringLiteral("DELETE FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {style, document});
+    execSql(db, QStringLiteral("DELETE FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(table), {style, document});
 }
 
 // In the output tables a clause in one piece has no 結合 and a row without a template no テンプレート.
@@ -44,7 +44,7 @@ Outcome WorkDataBuild::build(const QString &style, const QString &document)
     bool declined = false;
     // The rows are counted inside the write that replaces them.
     const Outcome outcome = runStep(m_prompt, m_db, [&] {
-        if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kArticleRowsTable),
+        if (scalar(m_db, QStringLiteral("SELECT count(*) FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(kArticleRowsTable),
                    {style, document})
                 .toInt()
             == 0) {
@@ -74,7 +74,7 @@ Outcome WorkDataBuild::build(const QString &style, const QString &document)
 bool WorkDataBuild::replaceOtherStyle(const QString &style, const QString &document)
 {
     const QString other = otherStyleOf(style);
-    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = ? AND 規程Code = ?").arg(kFrozenRowsTable),
+    if (scalar(m_db, QStringLiteral("SELECT count(*) FROM %1 WHERE 文章形式Code = ? AND 規程Code = ?").arg(kFrozenRowsTable),
                {other, document})
             .toInt()
         == 0)

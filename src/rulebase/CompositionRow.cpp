@@ -1,6 +1,7 @@
 #include "rulebase/CompositionRow.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "rulebase/Schema.h"
 
 #include <QSqlError>
@@ -25,8 +26,8 @@ QList<CompositionRow> readRows(QSqlDatabase db, const QString &table, const QStr
         execSql(db,
                 QStringLiteral("SELECT 順番, 種別, 規程Code, 番号, 章Code, 条Code, 項Code, 号Code, 号の細分丸Code, 号の細分イロハCode, "
                                "結合, 改行, テンプレート, 文章, 変数語句, 変数番号, 変更フラグ, 文章形式Code, 正式名称 "
-                               "FROM \"%1\" WHERE %2 ORDER BY 順番, CAST(結合 AS INTEGER)")
-                    .arg(table, where),
+                               "FROM %1 WHERE %2 ORDER BY 順番, %3")
+                    .arg(table, where, SqlDialect::of(db).integerOf(QStringLiteral("結合"))),
                 keys);
     while (q.next()) {
         CompositionRow r;
@@ -74,12 +75,8 @@ void insertRows(QSqlDatabase db, const QString &table, const QList<CompositionRo
     if (rows.isEmpty())
         return;
     const QStringList names = schemaTable(table).columnNames();
-    QStringList quotedNames, marks;
-    for (const QString &n : names) {
-        quotedNames << u'"' + n + u'"';
-        marks << QStringLiteral("?");
-    }
-    RowWriter insert(db, QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, quotedNames.join(u','), marks.join(u',')));
+    const QStringList marks(names.size(), QStringLiteral("?"));
+    RowWriter insert(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, names.join(u','), marks.join(u',')));
     for (const CompositionRow &r : rows)
         insert.write(r.values(lineBreakAsText));
 }

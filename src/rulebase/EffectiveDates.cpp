@@ -20,13 +20,10 @@ QList<EffectiveDate> EffectiveDates::list()
 
 qint64 EffectiveDates::add(const QString &style, const QDate &date)
 {
-    // The insert and the reading of its ID are one step: a failure between them must
-    // not leave a row whose ID the caller never learns.
-    Transaction transaction(m_db);
-    insertRow(m_db, QStringLiteral("施行日"), {style, m_document, isoDate(date)});
-    const qint64 id = scalar(m_db, QStringLiteral("SELECT last_insert_rowid()")).toLongLong();
-    transaction.commit();
-    return id;
+    // The insert answers its own ID: no row is left whose ID the caller never learns.
+    return insertInto(m_db, QStringLiteral("施行日"),
+                      {QStringLiteral("文章形式Code"), QStringLiteral("規程Code"), QStringLiteral("年月日")},
+                      {style, m_document, isoDate(date)});
 }
 
 void EffectiveDates::change(qint64 id, const QDate &date)

@@ -153,24 +153,51 @@ const TableDef &schemaTable(const QString &name)
     throw DbError(QStringLiteral("表「%1」はありません。").arg(name));
 }
 
-void createSchema(QSqlDatabase db)
+namespace {
+
+// CREATE: "CREATE TABLE" or "CREATE TABLE IF NOT EXISTS", and the same for its indexes.
+void createTable(QSqlDatabase db, const TableDef &table, const QString &ifMissing)
 {
     const SqlDialect &dialect = SqlDialect::of(db);
     const auto quoted = [&](const QString &name) { return dialect.quote(name); };
-    for (const TableDef &table : schemaTables()) {
-        QStringList defs = {dialect.identityColumn};
-        for (const ColumnDef &c : table.columns)
-            defs << quoted(c.name) + u' ' + sqlType(dialect, c.type);
-        execSql(db, QStringLiteral("CREATE TABLE %1 (%2)").arg(quoted(table.name), defs.join(u',')));
-        int n = 0;
-        for (const QString &index : table.indexes) {
-            QStringList cols;
-            for (const QString &c : index.split(u','))
-                cols << quoted(c);
-            execSql(db, QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
-                            .arg(quoted(table.name + QStringLiteral("_索引") + QString::number(++n)), quoted(table.name), cols.join(u',')));
-        }
+    QStringList defs = {dialect.identityColumn};
+    for (const ColumnDef &c : table.columns)
+        defs << quoted(c.name) + u' ' + sqlType(dialect, c.type);
+    execSql(db, QStringLiteral("CREATE TABLE %1%2 (%3)").arg(ifMissing, quoted(table.name), defs.join(u',')));
+    int n = 0;
+    for (const QString &index : table.indexes) {
+        QStringList cols;
+        for (const QString &c : index.split(u','))
+            cols << quoted(c);
+        execSql(db, QStringLiteral("CREATE INDEX %1%2 ON %3 (%4)")
+                        .arg(ifMissing, quoted(table.name + QStringLiteral("_索引") + QString::number(++n)), quoted(table.name),
+                             cols.join(u',')));
     }
+}
+
+} // namespace
+
+void createSchema(QSqlDatabase db)
+{
+    for (const TableDef &table : schemaTables())
+        createTable(db, table, QString());
+}
+
+void ensureTable(QSqlDatabase db, const TableDef &table)
+{
+    if (!hasTable(db, table.name))
+        createTable(db, table, QStringLiteral("IF NOT EXISTS "));
+}
+
+bool hasTable(QSqlDatabase db, const QString &name)
+{
+    const SqlDialect &dialect = SqlDialect::of(db);
+    const QString kept = dialect.keptName(name);
+    RowReader q = execSql(db, dialect.tablesSql);
+    bool found = false;
+    while (q.next())
+        found = found || q.value(0).toString() == kept;
+    return found;
 }
 
 qlonglong insertInto(QSqlDatabase db, const QString &table, const QStringList &columns, const QVariantList &values)

@@ -37,6 +37,11 @@ const TableDef &schemaTable(const QString &name);
 
 // Creates every table and index in an empty database.
 void createSchema(QSqlDatabase db);
+// A table made on demand (the work tables of a step, the kept versions): created with its
+// indexes, in the database's own types, when the company does not have it yet.
+void ensureTable(QSqlDatabase db, const TableDef &table);
+// Whether the company has the table.
+bool hasTable(QSqlDatabase db, const QString &name);
 
 // Inserts one row, the values in column order from ordinal 1 (fewer values leave
 // the last columns at their defaults).

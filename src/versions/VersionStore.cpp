@@ -1,6 +1,7 @@
 #include "versions/VersionStore.h"
 
 #include "base/Database.h"
+#include "rulebase/Schema.h"
 #include "versions/VersionTables.h"
 
 #include <QCryptographicHash>
@@ -67,11 +68,11 @@ qint64 VersionStore::keep(const VersionHeader &header, const PrintedRows &rows)
                 {header.style, header.document});
     if (last.next() && last.value(1).toString() == print)
         return last.value(0).toLongLong();
-    const RowReader added = execSql(
-        m_db, QStringLiteral("INSERT INTO 改訂履歴 (文章形式Code, 規程Code, 正式名称, 作成日時, 施行日, 指紋) VALUES (?,?,?,?,?,?)"),
-        {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate), header.effective.toString(Qt::ISODate),
-         print});
-    const qint64 id = added.lastInsertId().toLongLong();
+    const qint64 id = insertInto(m_db, kVersionsTable,
+                                 {QStringLiteral("文章形式Code"), QStringLiteral("規程Code"), QStringLiteral("正式名称"),
+                                  QStringLiteral("作成日時"), QStringLiteral("施行日"), QStringLiteral("指紋")},
+                                 {header.style, header.document, boundValue(header.name), header.made.toString(Qt::ISODate),
+                                  header.effective.toString(Qt::ISODate), print});
     insertRows(m_db, id, rows);
     transaction.commit();
     return id;

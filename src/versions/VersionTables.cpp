@@ -1,19 +1,28 @@
 #include "versions/VersionTables.h"
 
-#include "base/Database.h"
+#include "rulebase/Schema.h"
 
 namespace normaris {
 
+namespace {
+
+ColumnDef text(const char *name) { return {QString::fromUtf8(name), ColumnType::Text}; }
+ColumnDef number(const char *name) { return {QString::fromUtf8(name), ColumnType::Integer}; }
+
+} // namespace
+
 void ensureVersionTables(QSqlDatabase db)
 {
-    // AUTOINCREMENT: a deleted version's number is never given to another one.
-    execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS 改訂履歴 (ID INTEGER PRIMARY KEY AUTOINCREMENT, "
-                               "文章形式Code TEXT NOT NULL, 規程Code TEXT NOT NULL, 正式名称 TEXT NOT NULL, "
-                               "作成日時 TEXT NOT NULL, 施行日 TEXT NOT NULL, 指紋 TEXT NOT NULL)"));
-    execSql(db, QStringLiteral("CREATE TABLE IF NOT EXISTS 改訂履歴行 (ID INTEGER PRIMARY KEY, 改訂履歴ID INTEGER NOT NULL, "
-                               "順番 INTEGER NOT NULL, 種別 TEXT NOT NULL, 章Code TEXT, 条Code TEXT, 項Code TEXT, 号Code TEXT, "
-                               "号の細分丸Code TEXT, 号の細分イロハCode TEXT, 結合 TEXT, 改行 TEXT, 番号表示 TEXT, 文章 TEXT)"));
-    execSql(db, QStringLiteral("CREATE INDEX IF NOT EXISTS 改訂履歴行_版 ON 改訂履歴行 (改訂履歴ID, 順番)"));
+    // The row counter of 改訂履歴 never gives a deleted version's number to another one.
+    static const TableDef versions{
+        kVersionsTable, {text("文章形式Code"), text("規程Code"), text("正式名称"), text("作成日時"), text("施行日"), text("指紋")}, {}};
+    static const TableDef rows{kVersionRowsTable,
+                               {number("改訂履歴ID"), number("順番"), text("種別"), text("章Code"), text("条Code"), text("項Code"),
+                                text("号Code"), text("号の細分丸Code"), text("号の細分イロハCode"), text("結合"), text("改行"),
+                                text("番号表示"), text("文章")},
+                               {QStringLiteral("改訂履歴ID,順番")}};
+    ensureTable(db, versions);
+    ensureTable(db, rows);
 }
 
 } // namespace normaris

@@ -2,6 +2,7 @@
 
 #include "base/AppState.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "base/FieldChecks.h"
 
 #include <QSqlQuery>
@@ -19,7 +20,8 @@ QList<CodeAndName> EmbeddedWords::chapters()
     QList<CodeAndName> list;
     RowReader q = execSql(m_db,
                           QStringLiteral("SELECT Code, 章 FROM 章 WHERE 文章形式Code = ? AND 規程Code = ? AND 選択フラグ = 1 "
-                                         "ORDER BY CAST(Code AS INTEGER)"),
+                                         "ORDER BY %1")
+                              .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
                           {m_style, m_document});
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
@@ -37,7 +39,7 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
         for (const char *table : {"項", "号", "号の細分丸", "号の細分イロハ"}) {
             if (!holds.isEmpty())
                 holds += QStringLiteral(" OR ");
-            holds += QStringLiteral("EXISTS (SELECT 1 FROM \"%1\" c WHERE c.文章形式Code = j.文章形式Code AND c.規程Code = j.規程Code "
+            holds += QStringLiteral("EXISTS (SELECT 1 FROM %1 c WHERE c.文章形式Code = j.文章形式Code AND c.規程Code = j.規程Code "
                                     "AND c.章Code = j.章Code AND c.条Code = j.Code AND c.選択フラグ = 1 AND c.変数語句 = 1)")
                          .arg(QString::fromUtf8(table));
         }
@@ -50,7 +52,8 @@ QList<CodeAndName> EmbeddedWords::articlesWithWords(const QString &chapter)
         transaction.commit();
     }
     QList<CodeAndName> list;
-    RowReader q = execSql(m_db, QStringLiteral("SELECT Code, 条 FROM 語句設定■条 ORDER BY CAST(Code AS INTEGER)"));
+    RowReader q = execSql(
+        m_db, QStringLiteral("SELECT Code, 条 FROM 語句設定■条 ORDER BY %1").arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))));
     while (q.next())
         list << CodeAndName{q.value(0).toString(), q.value(1).toString()};
     return list;
@@ -62,7 +65,8 @@ QList<EmbeddedWord> EmbeddedWords::words(const QString &chapter, const QString &
     RowReader q =
         execSql(m_db,
                 QStringLiteral("SELECT Code, 表示名称, 語句 FROM 変数テーブル語句 WHERE 規程Code = ? AND 章Code = ? AND 条Code = ? "
-                               "AND 選択フラグ = 1 ORDER BY CAST(Code AS INTEGER), ID"),
+                               "AND 選択フラグ = 1 ORDER BY %1, ID")
+                    .arg(SqlDialect::of(m_db).integerOf(QStringLiteral("Code"))),
                 {m_document, chapter, article});
     while (q.next())
         list << EmbeddedWord{q.value(0).toString(), q.value(1).toString(), q.value(2).toString()};
