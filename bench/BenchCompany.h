@@ -7,6 +7,7 @@
 #include "base/Prompt.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
+#include "rulebase/CompanyNames.h"
 #include "shell/ProgramFolder.h"
 
 #include <QElapsedTimer>
@@ -41,12 +42,30 @@ inline double timed(const std::function<void()> &step)
 
 inline const QString kStyle = QStringLiteral("1");
 
+// The store a benchmark's company lives in: the Data folder, or with `--server` among the
+// arguments the office's server that NORMARIS_STORE names (a company ベンチ already there
+// is replaced, and removed at the end).
+inline QString benchStore(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (QByteArray(argv[i]) == "--server")
+            return qEnvironmentVariable("NORMARIS_STORE");
+    }
+    return {};
+}
+
 // The company ベンチ in a temporary program folder, open as `cn`.
 class BenchCompany {
 public:
-    BenchCompany() = default;
-    // The company is closed, and its lock given back, before its folder goes.
-    ~BenchCompany() { AppState::instance().reset(); }
+    explicit BenchCompany(QString store = {}) : m_store(std::move(store)) {}
+    // The company is closed, and its lock given back, before its folder goes (or,
+    // on the server, before it is removed).
+    ~BenchCompany()
+    {
+        AppState::instance().reset();
+        if (!m_store.isEmpty())
+            CompanyFiles(layout(), prompt).remove(kName);
+    }
     BenchCompany(const BenchCompany &) = delete;
     BenchCompany &operator=(const BenchCompany &) = delete;
 
@@ -56,8 +75,10 @@ public:
         const QString root = m_dir.path() + QStringLiteral("/root");
         prepareProgramFolder(root, QStringLiteral(NORMARIS_APP_DIR));
         AppState::instance().AppPath = root;
-        if (CompanyFiles(DataLayout{root}, prompt).createFromSeed(QStringLiteral("ベンチ")) != Outcome::Done
-            || CompanyFiles(DataLayout{root}, prompt).open(QStringLiteral("ベンチ")) != Outcome::Done) {
+        if (!m_store.isEmpty() && companiesOf(layout()).contains(kName))
+            CompanyFiles(layout(), prompt).remove(kName);
+        if (CompanyFiles(layout(), prompt).createFromSeed(kName) != Outcome::Done
+            || CompanyFiles(layout(), prompt).open(kName) != Outcome::Done) {
             std::fprintf(stderr, "cannot make the company: %s\n", qUtf8Printable(prompt.m_last));
             return false;
         }
@@ -69,11 +90,17 @@ public:
     }
     QSqlDatabase db() const { return AppState::cn(); }
     QString folder() const { return m_dir.path(); }
+    // Where the company lives, for the figures: "folder" or "server".
+    QString storeName() const { return m_store.isEmpty() ? QStringLiteral("folder") : QStringLiteral("server"); }
 
     QuietPrompt prompt;
 
 private:
+    inline static const QString kName = QStringLiteral("ベンチ");
+    DataLayout layout() const { return DataLayout{m_dir.path() + QStringLiteral("/root"), m_store}; }
+
     QTemporaryDir m_dir;
+    QString m_store;
 };
 
 } // namespace normaris::bench

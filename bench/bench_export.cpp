@@ -1,7 +1,8 @@
 // The export chain, step by step: データ作成, 設定項目の置換 (with the reference
 // numbering timed on its own as well) and the rendering into a .docx, on the seed's
 // work rules and on synthetic documents of 3,000, 30,000 and 100,000 rows. Prints one line
-// per step with milliseconds, and the peak memory of the process.
+// per step with milliseconds, and the peak memory of the process. With --server the company
+// lives on the office's server that NORMARIS_STORE names.
 
 #include "base/RuntimeFolder.h"
 #include "BenchCompany.h"
@@ -168,7 +169,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     settleRuntimeFolder();
     QGuiApplication app(argc, argv);
-    BenchCompany company;
+    BenchCompany company(benchStore(argc, argv));
     if (!company.open())
         return 1;
     QSqlDatabase db = company.db();
@@ -178,7 +179,8 @@ int main(int argc, char **argv)
     for (const QString &cited : {QStringLiteral("02"), QStringLiteral("03")})
         WorkDataBuild(db, prompt).build(kStyle, cited);
     EffectiveDates(db, QStringLiteral("01")).add(kStyle, QDate(2026, 4, 1));
-    std::printf("export chain (times of one run; the chain is build + substitution + rendering)\n");
+    std::printf("export chain on the %s store (times of one run; the chain is build + substitution + rendering)\n",
+                qUtf8Printable(company.storeName()));
     runChain(db, QStringLiteral("seed work rules (01)"), QStringLiteral("01"), company.folder());
     writeSyntheticDocument(db, QStringLiteral("80"), 3000);
     runChain(db, QStringLiteral("synthetic 3,000"), QStringLiteral("80"), company.folder());

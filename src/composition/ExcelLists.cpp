@@ -15,7 +15,11 @@ namespace normaris {
 namespace {
 
 // The work tables, made when first needed and emptied before and after each list.
-const std::pair<const char *, std::initializer_list<const char *>> kWorkTables[] = {
+struct WorkTable {
+    const char *name;
+    const char *columns[6]; // up to the first null
+};
+constexpr WorkTable kWorkTables[] = {
     {"kihongoku01_excel", {"区分", "規程Code"}},
     {"kihongoku02_excel", {"区分", "規程Code", "章Code", "条Code"}},
     {"goku_excel", {"Code", "設定内容", "規程Code", "章Code", "条Code", "表示名称"}},
@@ -228,10 +232,12 @@ private:
 
 void prepareWorkTables(QSqlDatabase db)
 {
-    for (const auto &[name, columns] : kWorkTables) {
-        TableDef table{QString::fromUtf8(name), {}, {}};
-        for (const char *column : columns)
-            table.columns << ColumnDef{QString::fromUtf8(column), ColumnType::Text};
+    for (const WorkTable &work : kWorkTables) {
+        TableDef table{QString::fromUtf8(work.name), {}, {}};
+        for (const char *column : work.columns) {
+            if (column)
+                table.columns << ColumnDef{QString::fromUtf8(column), ColumnType::Text};
+        }
         ensureTable(db, table);
         execSql(db, QStringLiteral("DELETE FROM %1").arg(table.name));
     }

@@ -3,6 +3,7 @@
 // same place gives back exactly the rows there were.
 
 #include "base/SqliteMessages.h"
+#include "base/SqlDialect.h"
 #include "ScriptedPrompt.h"
 #include "SeedChecks.h"
 #include "TestRoot.h"
@@ -328,8 +329,25 @@ private slots:
     void aFailedAddChangesNothing()
     {
         const QStringList original = allRows(m_db);
-        execSql(m_db,
-                QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+        // A trigger refuses every row of the clauses' rowset, as a full disk would.
+        if (SqlDialect::of(m_db).server) {
+            execSql(m_db, QStringLiteral("CREATE FUNCTION fail() RETURNS trigger LANGUAGE plpgsql AS "
+                                         "$$BEGIN RAISE EXCEPTION 'disk full' USING ERRCODE = '53100'; END$$"));
+            execSql(m_db, QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ FOR EACH ROW EXECUTE FUNCTION fail()"));
+        } else {
+            execSql(m_db,
+                    QStringLiteral("CREATE TRIGGER fail BEFORE INSERT ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
+        }
+        // What the database says of a refused row.
+        QString refusal;
+        try {
+            execSql(m_db, QStringLiteral("INSERT INTO 作成データ補助項～ (順番) VALUES (0)"));
+        } catch (const DbError &e) {
+            refusal = e.text();
+        }
+        if (!SqlDialect::of(m_db).server)
+            QCOMPARE(refusal, sqliteMessage(SqliteConstraint, m_db.databaseName()));
+        QVERIFY(!refusal.isEmpty());
         const QList<CompositionRow> rows = readArticleRows(m_db, kStyle, kDoc);
         ClauseReleaser releaser(m_db, m_prompt);
         int i = 0;
@@ -341,8 +359,7 @@ private slots:
         m_prompt.clear();
         QCOMPARE(Tuika0203(adder, {kStyle, kDoc, Level::Chapter, Level::Article, false, i - 1, rows[i - 1].codes, rows[i].codes[1]}),
                  Outcome::Failed);
-        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
-                                               + sqliteMessage(SqliteConstraint, m_db.databaseName())});
+        QCOMPARE(m_prompt.lines(), QStringList{QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n") + refusal});
         QCOMPARE(allRows(m_db), released);
         QCOMPARE(flagOf(m_db, QStringLiteral("SELECT 選択フラグ FROM 条 WHERE 文章形式Code = '1' AND 規程Code = '01' AND Code = ?"),
                         {rows[i].codes[1]}),

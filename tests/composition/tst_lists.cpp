@@ -147,9 +147,11 @@ private slots:
             list.addToList(QStringLiteral("1"), QString::fromLatin1(code));
             list.removeFromList(QStringLiteral("1"), QString::fromLatin1(code));
         }
-        QCOMPARE(
-            scalar(db, QStringLiteral("SELECT group_concat(規程Code) FROM 作成データ補助～条 WHERE 規程Code IN ('69','70')")).toString(),
-            QStringLiteral("70"));
+        QStringList onList;
+        RowReader q = execSql(db, QStringLiteral("SELECT 規程Code FROM 作成データ補助～条 WHERE 規程Code IN ('69','70')"));
+        while (q.next())
+            onList << q.value(0).toString();
+        QCOMPARE(onList, QStringList{QStringLiteral("70")});
         list.addToList(QStringLiteral("1"), QStringLiteral("70"));
         QCOMPARE(scalar(db, QStringLiteral("SELECT count(*) FROM 作成データ補助～条 WHERE 規程Code = '70'")).toInt(),
                  1); // no second 規程 row

@@ -225,9 +225,12 @@ private slots:
         execSql(company.db, QStringLiteral("UPDATE 企業情報 SET 事業所名 = '株式会社旧名'"));
         QCOMPARE(SettingSubstitution(company.db, prompt).run(kDearu, kWorkRules), Outcome::Done);
         auto texts = [&] {
-            return scalar(company.db,
-                          QStringLiteral("SELECT group_concat(文章, '/') FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01'"))
-                .toString();
+            QStringList all;
+            RowReader q = execSql(company.db,
+                                  QStringLiteral("SELECT 文章 FROM 作成データ WHERE 文章形式Code = '1' AND 規程Code = '01' ORDER BY 順番"));
+            while (q.next())
+                all << q.value(0).toString();
+            return all.join(u'/');
         };
         QVERIFY(texts().contains(QStringLiteral("株式会社旧名")));
         execSql(company.db, QStringLiteral("UPDATE 企業情報 SET 事業所名 = '株式会社新名'"));

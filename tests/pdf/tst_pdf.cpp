@@ -347,15 +347,20 @@ private slots:
     // export --pdf on the command line, alone or beside --out, with no display.
     void commandLine()
     {
-        const QString root = m_temp->filePath(QStringLiteral("root"));
+        // The test's store: on the server's run the command line is given it, as a user gives it.
+        const TestRoot testRoot;
+        const QString root = testRoot.path();
+        const QString store = testRoot.layout().store;
         const auto cli = [&](const QStringList &args) {
             QProcess process;
             QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
             env.remove(QStringLiteral("QT_QPA_PLATFORM"));
             env.remove(QStringLiteral("DISPLAY"));
             process.setProcessEnvironment(env);
-            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"),
-                          QStringList{QStringLiteral("--root"), root, QStringLiteral("--yes")} + args);
+            QStringList globals{QStringLiteral("--root"), root, QStringLiteral("--yes")};
+            if (!store.isEmpty())
+                globals << QStringLiteral("--store") << store;
+            process.start(QStringLiteral(NORMARIS_APP_DIR "/normaris-cli"), globals + args);
             process.waitForFinished(120000);
             return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardError()));
         };

@@ -8,6 +8,7 @@
 #include "base/AppState.h"
 #include "base/Database.h"
 #include "cli/Cli.h"
+#include "rulebase/CompanyStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,7 +30,7 @@ QStringList words(const char *line) { return QString::fromUtf8(line).split(u' ')
 // substituted, and the work rules exported once: version 1.
 class Scenario {
 public:
-    Scenario() : root(dir.path())
+    Scenario() : root(testRoot.path())
     {
         QVERIFY(run(words("--yes company new 甲")).status == 0);
         QVERIFY(run(words("settings set --company 甲 事業所名=株式会社テスト")).status == 0);
@@ -39,7 +40,24 @@ public:
         }
         QVERIFY(run(words("substitute") + doc).status == 0);
     }
-    Run run(const QStringList &args) const { return runCli(root, args); }
+    // On the server's run the command line is given the test's store, as a user gives it.
+    Run run(const QStringList &args) const
+    {
+        const QString store = testRoot.layout().store;
+        return runCli(root, store.isEmpty() ? args : QStringList{QStringLiteral("--store"), store} + args);
+    }
+    // The first value of a statement on company 甲, as the store keeps it.
+    QVariant valueIn(const QString &sql) const
+    {
+        const QString connection = QStringLiteral("test_probe");
+        QVariant value;
+        {
+            QSqlDatabase db = CompanyStore::of(testRoot.layout())->open(QStringLiteral("甲"), connection);
+            value = scalar(db, sql);
+        }
+        closeDatabase(connection);
+        return value;
+    }
     Run exportRules(const QString &name) const
     {
         return run(QStringList{QStringLiteral("export")} + doc + QStringList{QStringLiteral("--out"), dir.filePath(name)});
@@ -54,6 +72,7 @@ public:
         return -1;
     }
 
+    test::TestRoot testRoot;
     QTemporaryDir dir;
     QString root;
     const QStringList doc = words("--company 甲 --style 1 --doc 01");
@@ -150,8 +169,7 @@ private slots:
             s.run(QStringList{QStringLiteral("--yes"), QStringLiteral("versions"), QStringLiteral("delete")} + s.doc + words("--version 1"))
                 .status,
             0);
-        const QString file2 = s.root + QStringLiteral("/Data/甲/甲.sqlite");
-        QCOMPARE(test::valueIn(file2, QStringLiteral("SELECT count(*) FROM 改訂履歴行 WHERE 改訂履歴ID = 1")).toInt(), 0);
+        QCOMPARE(s.valueIn(QStringLiteral("SELECT count(*) FROM 改訂履歴行 WHERE 改訂履歴ID = 1")).toInt(), 0);
         QCOMPARE(s.run(QStringList{QStringLiteral("versions"), QStringLiteral("list")} + s.doc).out.count(u'\n'), 1);
 
         // Compaction and a copied company carry the versions.
@@ -160,20 +178,19 @@ private slots:
         QVERIFY(s.run(words("versions list --company 乙 --style 1 --doc 01")).out.startsWith(QStringLiteral("2\t")));
     }
 
-    // A company file from before the versions exports as before and gains the tables.
+    // A company from before the versions exports as before and gains the tables.
     void olderFileGainsTheTables()
     {
         Scenario s;
-        const QString file = s.root + QStringLiteral("/Data/甲/甲.sqlite");
         {
-            QSqlDatabase db = openDatabase(file, QStringLiteral("older"));
+            QSqlDatabase db = CompanyStore::of(s.testRoot.layout())->open(QStringLiteral("甲"), QStringLiteral("older"));
             execSql(db, QStringLiteral("DROP TABLE IF EXISTS 改訂履歴行"));
             execSql(db, QStringLiteral("DROP TABLE IF EXISTS 改訂履歴"));
         }
         closeDatabase(QStringLiteral("older"));
         QCOMPARE(s.exportRules(QStringLiteral("a.docx")).status, 0);
-        QCOMPARE(test::valueIn(file, QStringLiteral("SELECT count(*) FROM 改訂履歴")).toInt(), 1);
-        QVERIFY(test::valueIn(file, QStringLiteral("SELECT count(*) FROM 改訂履歴行")).toInt() > 600);
+        QCOMPARE(s.valueIn(QStringLiteral("SELECT count(*) FROM 改訂履歴")).toInt(), 1);
+        QVERIFY(s.valueIn(QStringLiteral("SELECT count(*) FROM 改訂履歴行")).toInt() > 600);
     }
 
 private:
