@@ -3,6 +3,7 @@
 #include "base/AppState.h"
 #include "office/CompanyTransfer.h"
 #include "rulebase/CompanyNames.h"
+#include "shell/forms/DialogButtons.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>
@@ -103,18 +104,7 @@ TransferDialog::TransferDialog(Kind kind, QWidget *parent) : QDialog(parent), m_
     }
     outer->addStretch();
 
-    auto *buttons = new QHBoxLayout;
-    QPushButton *ok = makeButton(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
-    QPushButton *cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル"));
-    QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
-    ok->setDefault(true);
-    buttons->addStretch();
-    for (QPushButton *b : {ok, cancel, help})
-        buttons->addWidget(b);
-    outer->addLayout(buttons);
-    connect(ok, &QPushButton::clicked, this, &TransferDialog::run);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+    outer->addLayout(okCancelHelpRow(this, [this] { run(); }));
 
     installTextBoxBehaviour(this);
     resize(twips(7200), twips(4200));
