@@ -10,7 +10,9 @@
 #include "rulebase/CompanyStore.h"
 #include "rulebase/ServerStore.h"
 #include "rulebase/forms/frmDBSentaku.h"
+#include "rulebase/forms/frmBackup.h"
 #include "rulebase/forms/frmKihon.h"
+#include "rulebase/forms/frmSaiteki.h"
 #include "shell/HelpContext.h"
 #include "shell/forms/FormHelpers.h"
 #include "app/forms/frmMain01.h"
@@ -248,6 +250,11 @@ private slots:
         QCOMPARE(m_prompt.lines(), (QStringList{QStringLiteral("会社データの読込: ファイル「%1」を『乙社』として読み込みます。").arg(file),
                                                 QStringLiteral("会社データの読込: 『乙社』を読み込みました。")}));
         QCOMPARE(companiesOf(root.layout()), (QStringList{QStringLiteral("乙社"), QStringLiteral("甲")}));
+        // バックアップ and 最適化 offer the companies of the store.
+        frmBackup backup;
+        QCOMPARE(find<QComboBox>(&backup, QStringLiteral("Combo1"))->count(), 2);
+        frmSaiteki optimise;
+        QCOMPARE(find<QListWidget>(&optimise, QStringLiteral("List1"))->count(), 2);
 
         // A name of the user's own stays when the file changes.
         whenModal(QStringLiteral("frmDBYomikomi"), [&](QWidget *dialog) {

@@ -26,7 +26,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmBackup"));
     setWindowTitle(QStringLiteral("バックアップ"));
-    const DataLayout layout{AppState::instance().AppPath};
+    const DataLayout layout = AppState::instance().layout();
     QDir::setCurrent(layout.dataDir());
     auto *outer = new QVBoxLayout(this);
 
