@@ -202,6 +202,7 @@ void frmMain01::refreshFromState()
     m_companyPanel->setText(AppState::instance().companyPanel());
     const auto store = CompanyStore::of(AppState::instance().layout());
     m_storePanel->setText(store->title());
+    m_storePanel->setToolTip(store->title()); // whole when the panel is too narrow
     for (QAction *action : m_serverOnly) {
         action->setEnabled(store->isServer());
         action->setToolTip(store->isServer() ? QString() : kServerOnlyTip);
