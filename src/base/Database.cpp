@@ -66,6 +66,10 @@ DbError statementError(QSqlDatabase db, const QSqlError &error, const QString &s
         // A connection the server dropped says so in its type rather than in a state.
         const QString state = error.nativeErrorCode().isEmpty() && error.type() == QSqlError::ConnectionError ? QStringLiteral("08006")
                                                                                                               : error.nativeErrorCode();
+        // A connection the server ended or lost is closed here, so that the next use of a
+        // connection the program keeps (the catalog's) opens it afresh rather than failing on.
+        if (state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P")))
+            db.close();
         return DbError(state, fileOf(db), error.text() + u'\t' + sql, DbError::ServerTag{});
     }
     return DbError(nativeCode(error), fileOf(db), error.text() + u'\t' + sql);

@@ -1,6 +1,7 @@
 #include "dictionary/ClauseSearch.h"
 
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "dictionary/ClausePlace.h"
 #include "dictionary/EntryText.h"
 
@@ -65,6 +66,7 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
     QStringList texts;
     const QString documentFilter = document.isEmpty() ? QString() : QStringLiteral(" WHERE t.規程Code = ?");
     const QVariantList documentValue = document.isEmpty() ? QVariantList() : QVariantList{document};
+    const SqlDialect &dialect = SqlDialect::of(m_db);
     for (const LevelInfo &info : kLevels) {
         if (info.placeDepth < 2 && info.level != Level::Preamble)
             continue;
@@ -73,7 +75,7 @@ QList<SearchHit> ClauseSearch::find(const QString &words, const QString &documen
         QStringList keys = any.keyColumns();
         QStringList selected;
         for (const QString &k : keys)
-            selected << QStringLiteral("t.\"%1\"").arg(k);
+            selected << QStringLiteral("t.") + dialect.quote(k);
         const bool segmented = info.segmented;
         const QString sql =
             QStringLiteral("SELECT %1, t.\"%2\", d.規程 %3 FROM \"%4\" t JOIN 規程 d ON d.文章形式Code = t.文章形式Code "

@@ -47,7 +47,7 @@ struct VariableRow {
 
 QList<VariableRow> variableRows(QSqlDatabase db, const QString &table, const QString &column, const QString &code)
 {
-    RowReader q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2\" = ?").arg(table, column), {code});
+    RowReader q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE %2 = ?").arg(table, column), {code});
     QList<VariableRow> rows;
     while (q.next())
         rows << VariableRow{q.value(0).toLongLong(), q.record()};

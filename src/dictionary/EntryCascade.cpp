@@ -25,12 +25,13 @@ QList<Level> levelsFrom(Level level)
     return levels;
 }
 
-// "c1 = ? AND c2 = ? …" over the place columns (with a prefix) that name the entry.
+// "c1 = ? AND c2 = ? …" over the place columns (with a prefix) that name the entry. The names
+// go unquoted, as the tables were made: the server folds them to the names it keeps.
 QString prefixWhere(const ClausePlace &entry, const QString &columnPrefix)
 {
     QStringList parts;
     for (qsizetype i = 0; i < entry.codes.size(); ++i)
-        parts << u'"' + columnPrefix + placeColumns()[i] + QStringLiteral("\" = ?");
+        parts << columnPrefix + placeColumns()[i] + QStringLiteral(" = ?");
     return parts.join(QStringLiteral(" AND "));
 }
 
@@ -71,7 +72,7 @@ QList<MarkerRow> markerRows(QSqlDatabase db, const QString &table, const QString
     const QChar mark = table == kWords ? u'★' : u'◆';
     auto q = execSql(
         db,
-        QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2規程Code\" = ? AND %3").arg(table, columnPrefix, prefixWhere(entry, columnPrefix)),
+        QStringLiteral("SELECT * FROM \"%1\" WHERE %2規程Code = ? AND %3").arg(table, columnPrefix, prefixWhere(entry, columnPrefix)),
         QVariantList{entry.document} + codeValues(entry));
     QList<MarkerRow> rows;
     while (q.next()) {
@@ -122,19 +123,19 @@ void EntryCascade::changeCode(const QString &newCode)
             where << placeColumns()[i] + QStringLiteral(" = ?");
         where << column + QStringLiteral(" = ?");
         execSql(m_db,
-                QStringLiteral("UPDATE \"%1\" SET \"%2\" = ? WHERE %3")
+                QStringLiteral("UPDATE \"%1\" SET %2 = ? WHERE %3")
                     .arg(dictionaryTable(level), column, where.join(QStringLiteral(" AND "))),
                 QVariantList{newCode} + m_entry.whereValues());
     }
     for (const qint64 id : words)
-        execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET \"%1\" = ? WHERE ID = ?").arg(keyColumn), {newCode, id});
+        execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET %1 = ? WHERE ID = ?").arg(keyColumn), {newCode, id});
     for (const qint64 id : references)
-        execSql(m_db, QStringLiteral("UPDATE 変数テーブル番号 SET \"%1\" = ? WHERE ID = ?").arg(keyColumn), {newCode, id});
+        execSql(m_db, QStringLiteral("UPDATE 変数テーブル番号 SET %1 = ? WHERE ID = ?").arg(keyColumn), {newCode, id});
     for (const qint64 id : targets)
-        execSql(m_db, QStringLiteral("UPDATE 変数テーブル番号 SET \"%1%2\" = ? WHERE ID = ?").arg(kTargetPrefix, keyColumn), {newCode, id});
+        execSql(m_db, QStringLiteral("UPDATE 変数テーブル番号 SET %1%2 = ? WHERE ID = ?").arg(kTargetPrefix, keyColumn), {newCode, id});
     for (const QString &table : kCompositionTables)
         execSql(m_db,
-                QStringLiteral("UPDATE \"%1\" SET \"%2\" = ? WHERE 文章形式Code = ? AND 規程Code = ? AND %3")
+                QStringLiteral("UPDATE \"%1\" SET %2 = ? WHERE 文章形式Code = ? AND 規程Code = ? AND %3")
                     .arg(table, keyColumn, prefixWhere(m_entry, QString())),
                 QVariantList{newCode} + m_entry.whereValues());
 }

@@ -40,7 +40,7 @@ struct KeyFilter {
     {
         QStringList terms;
         for (const QString &c : columns)
-            terms << u'"' + c + QStringLiteral("\" = ?");
+            terms << c + QStringLiteral(" = ?");
         return terms.join(QStringLiteral(" AND "));
     }
 };

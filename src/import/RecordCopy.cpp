@@ -11,18 +11,9 @@ namespace normaris {
 
 namespace {
 
+// Table names are quoted; column names are not, as the tables were made: the server
+// folds them to the names it keeps.
 QString quoted(const QString &name) { return u'"' + name + u'"'; }
-
-// The target's columns after ID, asked of the table itself.
-QStringList targetColumns(QSqlDatabase db, const QString &table)
-{
-    RowReader q = execSql(db, QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)));
-    QStringList columns;
-    while (q.next())
-        columns << q.value(1).toString();
-    columns.removeAll(QStringLiteral("ID"));
-    return columns;
-}
 
 } // namespace
 
@@ -41,7 +32,8 @@ void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
 {
     const LevelInfo &info = levelInfo(level);
     const QString table = dictionaryTable(level);
-    const QStringList columns = targetColumns(m_target, table);
+    // The target is a company of the current form: its columns after ID are the schema's.
+    const QStringList columns = schemaTable(table).columnNames();
     // A row is already there when its keys (down to its Code) and, for a clause in
     // segments, its segment are.
     QStringList keys = columns.mid(0, columns.indexOf(QStringLiteral("Code")) + 1);
@@ -49,7 +41,7 @@ void RecordCopy::copyClauses(const SourceEntry &entry, Level level)
         keys << QStringLiteral("結合");
     QStringList terms;
     for (const QString &k : keys)
-        terms << quoted(k) + QStringLiteral(" = ?");
+        terms << k + QStringLiteral(" = ?");
     const QString there = QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(quoted(table), terms.join(QStringLiteral(" AND ")));
     const QString text = textColumn(level);
 
@@ -102,7 +94,7 @@ void RecordCopy::copyMarkers(const SourceEntry &entry, const VariableTable &tabl
             throw DbError(QStringLiteral("表「%1」のCode：%2は取込の前からあります。").arg(name, code));
         QStringList sets;
         for (const QString &c : columns)
-            sets << quoted(c) + QStringLiteral(" = ?");
+            sets << c + QStringLiteral(" = ?");
         execSql(m_target, QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(quoted(name), sets.join(u',')),
                 values + QVariantList{lastAdded});
     }

@@ -7,12 +7,6 @@
 
 namespace normaris {
 
-namespace {
-
-QString quoted(const QString &name) { return u'"' + name + u'"'; }
-
-} // namespace
-
 QList<Level> SourceEntry::clauseLevels() const
 {
     // kLevels is in document order, with 前文 right after 規程: from the entry's own
@@ -39,7 +33,7 @@ QList<QSqlRecord> SourceEntry::usedRows(const VariableTable &table) const
     QStringList terms;
     QVariantList binds;
     for (qsizetype i = 0; i < m_place.codes.size(); ++i) {
-        terms << quoted(keyColumn(kImportLevels.at(i))) + QStringLiteral(" = ?");
+        terms << keyColumn(kImportLevels.at(i)) + QStringLiteral(" = ?");
         binds << m_place.codes.at(i);
     }
     QList<QSqlRecord> used;
@@ -73,7 +67,7 @@ bool SourceEntry::isUsed(const QSqlRecord &row, const VariableTable &table) cons
 
 QList<QSqlRecord> SourceEntry::select(const QString &table, const QString &where, const QVariantList &binds) const
 {
-    RowReader q = execSql(m_source, QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY ID").arg(quoted(table), where), binds);
+    RowReader q = execSql(m_source, QStringLiteral("SELECT * FROM \"%1\" WHERE %2 ORDER BY ID").arg(table, where), binds);
     QList<QSqlRecord> rows;
     while (q.next())
         rows << q.record();

@@ -118,8 +118,13 @@ QSqlDatabase ServerStore::catalog() const
 {
     const QString name = catalogConnection(m_layout.store);
     QSqlDatabase db = QSqlDatabase::database(name, false);
-    if (db.isValid() && db.isOpen() && preparedCatalogs().contains(name))
-        return db;
+    if (db.isValid() && db.isOpen() && preparedCatalogs().contains(name)) {
+        // The connection is kept for the whole run: one the server ended meanwhile (a restart
+        // of the server, a network gone and back) is opened afresh.
+        if (QSqlQuery(db).exec(QStringLiteral("SELECT 1")))
+            return db;
+        db.close();
+    }
     db = openServerDatabase(m_layout.store, QString(), name, OpenMode::ReadWrite, QStringLiteral("会社の一覧"));
     // Two programs on an empty database: one makes the catalog, the other waits for it.
     Transaction transaction(db);

@@ -69,7 +69,7 @@ QString entryWhere(Level level)
 {
     QStringList parts = {QStringLiteral("文章形式Code = ?")};
     for (const QString &c : entryKeyColumns(level))
-        parts << u'"' + c + QStringLiteral("\" = ?");
+        parts << c + QStringLiteral(" = ?");
     return parts.join(QStringLiteral(" AND "));
 }
 
@@ -102,7 +102,7 @@ QList<QVariantList> readAll(QSqlDatabase db, const QString &table, const QString
 {
     QList<QVariantList> out;
     RowReader rows =
-        execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(quotedColumns(columns), table, where, order), binds);
+        execSql(db, QStringLiteral("SELECT %1 FROM \"%2\" WHERE %3 ORDER BY %4").arg(columnList(columns), table, where, order), binds);
     while (rows.next()) {
         QVariantList values;
         for (int i = 0; i < columns.size(); ++i)

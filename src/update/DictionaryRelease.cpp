@@ -56,13 +56,7 @@ QStringList contentColumns(Level level)
 
 } // namespace
 
-QString quotedColumns(const QStringList &columns)
-{
-    QStringList q;
-    for (const QString &c : columns)
-        q << u'"' + c + u'"';
-    return q.join(u',');
-}
+QString columnList(const QStringList &columns) { return columns.join(u','); }
 
 namespace {
 
@@ -148,11 +142,11 @@ ReleasePrints dictionaryPrints(QSqlDatabase db)
         const Level level = info.level;
         const QStringList keys = entryKeyColumns(level);
         const QStringList content = contentColumns(level);
-        QString order = QStringLiteral("文章形式Code,") + quotedColumns(keys);
+        QString order = QStringLiteral("文章形式Code,") + columnList(keys);
         if (info.segmented)
             order += QStringLiteral(", CAST(結合 AS INTEGER)");
         RowReader rows = execSql(db, QStringLiteral("SELECT 文章形式Code, %1, %2 FROM \"%3\" ORDER BY %4")
-                                         .arg(quotedColumns(keys), quotedColumns(content), dictionaryTable(level), order));
+                                         .arg(columnList(keys), columnList(content), dictionaryTable(level), order));
         while (rows.next()) {
             EntryKey key;
             key.style = rows.value(0).toString();

@@ -37,8 +37,9 @@ struct EntryKey {
     bool isUsers() const;
 };
 
-// "a","b": column names for a statement.
-QString quotedColumns(const QStringList &columns);
+// a,b: column names for a statement, unquoted as the tables were made (the server folds
+// them to the names it keeps).
+QString columnList(const QStringList &columns);
 
 // The dictionary table's columns that hold a level's codes, 規程 first, its own last.
 QStringList entryKeyColumns(Level level);

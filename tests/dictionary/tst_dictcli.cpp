@@ -1,7 +1,9 @@
 // The dict commands end to end: a document of the user's own with its 前文, composed,
 // renumbered and deleted; the refusals; get piped into put.
 
+#include "CompanyProbe.h"
 #include "TestRoot.h"
+#include "TestServer.h"
 #include "base/AppState.h"
 #include "base/Database.h"
 #include "cli/Cli.h"
@@ -26,7 +28,7 @@ const QString kCompany = QStringLiteral("甲");
 class DictCliTest : public QObject {
     Q_OBJECT
 
-    CliRun dict(const QStringList &args) { return runCli(m_root, QStringList{QStringLiteral("--yes")} + args); }
+    CliRun dict(const QStringList &args) { return runCli(m_layout, QStringList{QStringLiteral("--yes")} + args); }
     QString writeFile(const QString &name, const QString &text)
     {
         const QString path = m_dir.path() + u'/' + name;
@@ -39,13 +41,12 @@ class DictCliTest : public QObject {
     // The rows of a document, table by table.
     QString rowsOf(const QString &code)
     {
-        const QString file = m_root + QStringLiteral("/Data/甲/甲.sqlite");
         QStringList counts;
         for (const char *table : {"規程", "前文", "施行日", "変数テーブル語句", "作成データ補助～条", "作成データ補助項～"}) {
             const QString column = QString::fromUtf8(table) == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
             counts << QString::fromUtf8(table) + u'='
-                          + test::valueIn(
-                                file,
+                          + test::valueInCompany(
+                                m_layout, kCompany,
                                 QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2 = '%3'").arg(QString::fromUtf8(table), column, code))
                                 .toString();
         }
@@ -55,10 +56,8 @@ class DictCliTest : public QObject {
     // Every row of the tables that hold a document's entries, in stored order.
     QString dumpOf(const QString &company)
     {
-        const QString file = m_root + QStringLiteral("/Data/%1/%1.sqlite").arg(company);
         QString dump;
-        {
-            QSqlDatabase db = openDatabase(file, QStringLiteral("dump"), OpenMode::ReadOnly);
+        test::inCompany(m_layout, company, OpenMode::ReadOnly, [&](QSqlDatabase db) {
             for (const char *table :
                  {"規程", "前文", "章", "条", "項", "号", "号の細分丸", "号の細分イロハ", "変数テーブル語句", "変数テーブル番号"}) {
                 auto q = execSql(db, QStringLiteral("SELECT * FROM \"%1\" ORDER BY ID").arg(QString::fromUtf8(table)));
@@ -68,17 +67,17 @@ class DictCliTest : public QObject {
                     dump += u'\n';
                 }
             }
-        }
-        closeDatabase(QStringLiteral("dump"));
+        });
         return dump;
     }
     // The next free code of a variable table in document 01.
     QString nextCode(const QString &company, const QString &table)
     {
-        return test::valueIn(
-                   m_root + QStringLiteral("/Data/%1/%1.sqlite").arg(company),
-                   QStringLiteral("SELECT printf('%04d', max(CAST(Code AS INTEGER)) + 1) FROM \"%1\" WHERE 規程Code = '01'").arg(table))
-            .toString();
+        const int last =
+            test::valueInCompany(m_layout, company,
+                                 QStringLiteral("SELECT max(CAST(Code AS INTEGER)) FROM \"%1\" WHERE 規程Code = '01'").arg(table))
+                .toInt();
+        return QStringLiteral("%1").arg(last + 1, 4, 10, QLatin1Char('0'));
     }
     // The index of the composition row of 条 article in the work rules.
     QString rowOf(const QStringList &company, const QString &article)
@@ -93,12 +92,11 @@ class DictCliTest : public QObject {
     }
 
     // dict put of bytes is refused with status 1 and message first, and the company's
-    // file stays byte for byte as it was.
+    // content stays as it was.
     void putIsRefused(const QByteArray &bytes, const QString &message)
     {
         const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")};
-        const QString file = m_root + QStringLiteral("/Data/甲/甲.sqlite");
-        const QByteArray before = fileBytes(file);
+        const QByteArray before = test::contentDigest(m_layout, kCompany);
         const QString path = m_dir.path() + QStringLiteral("/bad.txt");
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
@@ -107,19 +105,20 @@ class DictCliTest : public QObject {
         const CliRun r = dict(QStringList{"dict", "put"} + company + QStringList{"--doc", "01", path});
         QCOMPARE(r.status, 1);
         QVERIFY2(r.err.startsWith(message), qPrintable(r.err));
-        QVERIFY(fileBytes(file) == before);
-    }
-    static QByteArray fileBytes(const QString &path)
-    {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+        QVERIFY(test::contentDigest(m_layout, kCompany) == before);
     }
 
 private slots:
     void initTestCase()
     {
-        m_root = m_dir.path() + QStringLiteral("/r");
+        m_layout =
+            DataLayout(m_dir.path() + QStringLiteral("/r"), test::TestServer::requested() ? test::TestServer::newDatabase() : QString());
         QCOMPARE(dict({QStringLiteral("company"), QStringLiteral("new"), kCompany}).status, 0);
+    }
+    void cleanupTestCase()
+    {
+        if (!m_layout.store.isEmpty())
+            test::TestServer::dropDatabase(m_layout.store);
     }
 
     void ownDocumentLifeCycle()
@@ -204,9 +203,7 @@ private slots:
         const CliRun r = dict(args + QStringList{"--company", kCompany, "--style", "1"});
         QCOMPARE(r.err, message);
         QCOMPARE(r.status, 1);
-        QCOMPARE(test::valueIn(m_root + QStringLiteral("/Data/甲/甲.sqlite"), QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'"))
-                     .toInt(),
-                 0);
+        QCOMPARE(test::valueInCompany(m_layout, kCompany, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '81'")).toInt(), 0);
     }
 
     void putRefusesABadFile_data()
@@ -334,13 +331,12 @@ private slots:
         QVERIFY(r.out.contains(word + QStringLiteral("\t在宅勤務の上限日数\t週２日\n")));
         r = dict(QStringList{"dict", "refs", "list"} + on + QStringList{"--doc", "01"});
         QVERIFY2(r.out.contains(reference + QStringLiteral("\t03 7001 71\t2\t4\t規程01 章01 条0002 項01 号01\n")), qPrintable(r.out));
-        {
-            QSqlDatabase db = openDatabase(m_root + QStringLiteral("/Data/乙/乙.sqlite"), QStringLiteral("stock"), OpenMode::ReadOnly);
-            const QList<CodeAndName> offered =
+        QList<CodeAndName> offered;
+        test::inCompany(m_layout, company, OpenMode::ReadOnly, [&](QSqlDatabase db) {
+            offered =
                 stockList(db, QStringLiteral("1"), QStringLiteral("01"), Level::Article, {QStringLiteral("03")}, StockFilter::UserMade);
-            QCOMPARE(offered, (QList<CodeAndName>{{QStringLiteral("7001"), QStringLiteral("テレワーク勤務")}}));
-        }
-        closeDatabase(QStringLiteral("stock"));
+        });
+        QCOMPARE(offered, (QList<CodeAndName>{{QStringLiteral("7001"), QStringLiteral("テレワーク勤務")}}));
 
         r = dict(QStringList{"compose", "add"} + on
                  + QStringList{"--doc", "01", "--row", rowOf(on, QStringLiteral("0016")), "--action", "4", "--pick", "7001"});
@@ -384,7 +380,8 @@ private slots:
 
 private:
     QTemporaryDir m_dir;
-    QString m_root;
+    // The program folder the commands run on, and the store its companies are kept in.
+    DataLayout m_layout;
 };
 
 QTEST_GUILESS_MAIN(DictCliTest)

@@ -123,12 +123,10 @@ private slots:
         pick(QStringLiteral("賃金控除に関する協定"));
         click(&entry, QStringLiteral("Command1"));
         QVERIFY(!names().contains(QStringLiteral("賃金控除に関する協定")));
-        QCOMPARE(
-            scalar(AppState::cn(),
-                   QStringLiteral(
-                       "SELECT group_concat(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE 文章形式Code = '1' AND 規程Code = '32'"))
-                .toString(),
-            QStringLiteral("1 賃金控除に関する協定"));
+        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT count(*) || '|' || min(種別 || ' ' || 文章) FROM 作成データ補助～条 WHERE "
+                                                       "文章形式Code = '1' AND 規程Code = '32'"))
+                     .toString(),
+                 QStringLiteral("1|1 賃金控除に関する協定"));
 
         find<QRadioButton>(&entry, QStringLiteral("Option2_2"))->click();
         QCOMPARE(labelText(&entry, QStringLiteral("Label1")), QStringLiteral("リストから外す規則・規程・協定を指定してください"));

@@ -27,6 +27,11 @@
 #include "shell/forms/FormHelpers.h"
 #include "shell/forms/HelpWindow.h"
 #include "update/forms/frmDicUpdate.h"
+#include "app/forms/frmMain01.h"
+#include "office/forms/frmDBYomikomi.h"
+#include "office/forms/frmMochidashi.h"
+#include "office/forms/frmMochikaeri.h"
+#include "rulebase/CompanyStore.h"
 #include "words/forms/frmGokusentakuSub.h"
 #include "words/forms/frmGokusentaku_01.h"
 
@@ -66,6 +71,9 @@ const QList<std::pair<QString, Factory>> &dialogTable()
         {QStringLiteral("バックアップ"), [] { return new frmBackup; }},
         {QStringLiteral("データベース最適化"), [] { return new frmSaiteki; }},
         {QStringLiteral("ディクショナリ更新"), [] { return new frmDicUpdate; }},
+        {QStringLiteral("会社データの読込"), [] { return new frmDBYomikomi; }},
+        {QStringLiteral("持ち出し"), [] { return new frmMochidashi; }},
+        {QStringLiteral("持ち帰り"), [] { return new frmMochikaeri; }},
         {QStringLiteral("各種設定"),
          [] {
              AppState::instance().DateSettingEnabled = true;
@@ -201,7 +209,9 @@ private slots:
         const auto &[title, make] = dialogTable()[index];
         std::unique_ptr<QDialog> dialog(make());
         dialog->show();
-        QCOMPARE(dialog->windowTitle(), title);
+        // The company chooser names the store its companies are kept in.
+        const QString store = QStringLiteral(" － ") + CompanyStore::of(AppState::instance().layout())->title();
+        QCOMPARE(dialog->windowTitle(), dialog->objectName() == u"frmDBSentaku" ? title + store : title);
 
         QWidget *target = dialog->focusWidget() ? dialog->focusWidget() : dialog.get();
         QTest::keyClick(target, Qt::Key_F1);
@@ -465,6 +475,13 @@ private slots:
                              state.CurJoCode = QStringLiteral("0001");
                              return static_cast<QDialog *>(new frmMakesentakuSub2);
                          })};
+        // The main window with the company open, on the store of the run.
+        {
+            frmMain01 main;
+            main.show();
+            QTest::qWait(50);
+            main.grab().save(QStringLiteral("%1/main.png").arg(folder));
+        }
         for (int i = 0; i < all.size(); ++i) {
             std::unique_ptr<QDialog> dialog(all[i].second());
             dialog->show();

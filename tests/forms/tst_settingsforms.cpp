@@ -4,6 +4,8 @@
 #include "ScriptedPrompt.h"
 #include "FormSession.h"
 #include "TestRoot.h"
+#include "TestServer.h"
+#include "rulebase/ServerStore.h"
 #include "export/WorkDataBuild.h"
 #include "rulebase/CompanyFiles.h"
 #include "base/Database.h"
@@ -74,6 +76,36 @@ private slots:
                  QStringLiteral("株式会社テスト|☆0003☆"));
     }
 
+    // A company taken out opens for reading: a change is refused with the server's reason,
+    // and the program goes on (a second try says the same; what is there still reads).
+    void takenOutCompanyRefusesAChange()
+    {
+        if (!TestServer::requested())
+            QSKIP("a company is taken out only from the server store");
+        QSqlDatabase cn = AppState::cn();
+        const int rows = scalar(cn, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt();
+        {
+            Transaction mark(cn);
+            ServerStore::markTakenOut(cn, QStringLiteral("tester@desk"));
+            mark.commit();
+        }
+        frmKihon form;
+        form.findChild<QLineEdit *>(QStringLiteral("Text1_0"))->setText(QStringLiteral("株式会社テスト"));
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            m_session->prompt.clear();
+            m_session->prompt.answer({true});
+            form.findChild<QPushButton *>(QStringLiteral("Command1"))->click();
+            QCOMPARE(m_session->prompt.lines(),
+                     (QStringList{QStringLiteral("更新の確認: 内容を変更します。\nよろしいですか。"),
+                                  kProgramTitle
+                                      + QStringLiteral(": 「『甲』」は持ち出し中のため変更できません。持ち帰ってから変更してください。")}));
+            QVERIFY(form.result() != QDialog::Accepted);
+        }
+        QCOMPARE(scalar(cn, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), rows);
+        QCOMPARE(scalar(cn, QStringLiteral("SELECT 規程 FROM 規程 WHERE 文章形式Code = '1' AND Code = '01'")).toString(),
+                 QStringLiteral("就業規則"));
+    }
+
     void sekoubiAddsRefusesAndDeletes()
     {
         frmSekoubi form;
@@ -89,9 +121,10 @@ private slots:
         QCOMPARE(m_session->prompt.lines(), QStringList{QStringLiteral("入力エラー: 日付の入力が正しくありません。･･･年月日")});
         date->setText(QStringLiteral("令和8年4月1日"));
         button("cmdUpdate")->click();
-        QCOMPARE(scalar(AppState::cn(), QStringLiteral("SELECT group_concat(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日"))
+        QCOMPARE(scalar(AppState::cn(),
+                        QStringLiteral("SELECT count(*) || '|' || min(文章形式Code || ' ' || 規程Code || ' ' || 年月日) FROM 施行日"))
                      .toString(),
-                 QStringLiteral("1 01 2026-04-01"));
+                 QStringLiteral("1|1 01 2026-04-01"));
         QVERIFY(!button("cmdEdit")->isHidden());
         QCOMPARE(form.findChild<QLabel *>(QStringLiteral("lblStatus"))->text(), QStringLiteral("Record: 1"));
 

@@ -5,7 +5,9 @@
 #include "CliRun.h"
 #include "OfficeRender.h"
 #include "ScriptedPrompt.h"
+#include "CompanyProbe.h"
 #include "TestRoot.h"
+#include "TestServer.h"
 #include "base/Database.h"
 #include "fileformats/ZipPackage.h"
 #include "intake/RulesFile.h"
@@ -161,17 +163,24 @@ class IntakeTest : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
-    QString m_root;
+    // The program folder the commands run on, and the store its companies are kept in.
+    DataLayout m_layout;
 
     QString path(const QString &name) const { return m_dir.filePath(name); }
-    CliRun cli(const QStringList &args) { return runCli(m_root, QStringList{QStringLiteral("--yes")} + args); }
+    CliRun cli(const QStringList &args) { return runCli(m_layout, QStringList{QStringLiteral("--yes")} + args); }
     QStringList company() const { return {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), QStringLiteral("1")}; }
 
 private slots:
     void initTestCase()
     {
-        m_root = m_dir.filePath(QStringLiteral("root"));
+        m_layout =
+            DataLayout(m_dir.filePath(QStringLiteral("root")), test::TestServer::requested() ? test::TestServer::newDatabase() : QString());
         QCOMPARE(cli({QStringLiteral("company"), QStringLiteral("new"), kCompany}).status, 0);
+    }
+    void cleanupTestCase()
+    {
+        if (!m_layout.store.isEmpty())
+            test::TestServer::dropDatabase(m_layout.store);
     }
 
     void numbersOfEveryWriting_data()
@@ -551,7 +560,7 @@ private slots:
     // articles they were printed from, past the cover and the table of contents.
     void printedWorkRulesReadBack()
     {
-        const QString root = m_dir.filePath(QStringLiteral("seedroot"));
+        const DataLayout root(m_dir.filePath(QStringLiteral("seedroot")), m_layout.store);
         const auto run = [&](const QStringList &args) { return runCli(root, QStringList{QStringLiteral("--yes")} + args); };
         QCOMPARE(run({QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("乙")}).status, 0);
         const QStringList company = {QStringLiteral("--company"), QStringLiteral("乙"), QStringLiteral("--style"), QStringLiteral("1")};
@@ -568,15 +577,9 @@ private slots:
         for (const QString &d : documents) {
             const QString docx = path(d + QStringLiteral(".docx"));
             QCOMPARE(run(QStringList{"export"} + company + QStringList{"--doc", d, "--out", docx}).status, 0);
-            QStringList printed;
-            {
-                const QString file = root + QStringLiteral("/Data/乙/乙.sqlite");
-                QSqlDatabase db = openDatabase(file, QStringLiteral("printed"), OpenMode::ReadOnly);
-                auto q = execSql(db, QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = ? AND 種別 = '3' ORDER BY 順番"), {d});
-                while (q.next())
-                    printed << q.value(0).toString();
-            }
-            closeDatabase(QStringLiteral("printed"));
+            const QStringList printed =
+                test::columnInCompany(root, QStringLiteral("乙"),
+                                      QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = ? AND 種別 = '3' ORDER BY 順番"), {d});
             const RulesFileResult r = readRulesFile(docx);
             QVERIFY2(r.lines, qPrintable(r.refusal));
             const FoundRules rules = findStructure(*r.lines, docx, QStringLiteral("70"));

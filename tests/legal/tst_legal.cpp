@@ -281,8 +281,8 @@ private slots:
         const QString text = dir.path() + QStringLiteral("/表.txt");
         db = QSqlDatabase();
         AppState::instance().reset();
-        CliRun r = runCli(root.path(), {QStringLiteral("check"), QStringLiteral("--company"), kCompany, QStringLiteral("--doc"),
-                                        QStringLiteral("01"), QStringLiteral("--xlsx"), xlsx, QStringLiteral("--text"), text});
+        CliRun r = runCli(root.layout(), {QStringLiteral("check"), QStringLiteral("--company"), kCompany, QStringLiteral("--doc"),
+                                          QStringLiteral("01"), QStringLiteral("--xlsx"), xlsx, QStringLiteral("--text"), text});
         QCOMPARE(r.status, 1);
         QVERIFY(r.out.contains(QStringLiteral("\n不足　労働基準法第89条第1号　休憩時間\n")));
         QFile saved(text);
@@ -308,37 +308,37 @@ private slots:
         root.makeCompany(kCompany);
         const QStringList company = {QStringLiteral("--company"), kCompany};
         const QStringList doc = company + QStringList{QStringLiteral("--style"), kStyle, QStringLiteral("--doc"), QStringLiteral("01")};
-        CliRun r = runCli(root.path(), QStringList{QStringLiteral("check")} + company);
+        CliRun r = runCli(root.layout(), QStringList{QStringLiteral("check")} + company);
         QCOMPARE(r.status, 0);
         QVERIFY(r.out.startsWith(QStringLiteral("■就業規則（")));
         QVERIFY(!r.out.contains(QStringLiteral("不足")));
         int row = -1;
         for (const QString &line :
-             runCli(root.path(), QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out.split(u'\n')) {
+             runCli(root.layout(), QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc).out.split(u'\n')) {
             if (line.section(u'\t', 2, 2) == u"3" && line.section(u'\t', 5, 5) == u"0030")
                 row = line.section(u'\t', 0, 0).toInt();
         }
         QVERIFY(row > 0);
-        r = runCli(root.path(), QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc
-                                    + QStringList{QStringLiteral("--row"), QString::number(row)});
+        r = runCli(root.layout(), QStringList{QStringLiteral("--yes"), QStringLiteral("compose"), QStringLiteral("release")} + doc
+                                      + QStringList{QStringLiteral("--row"), QString::number(row)});
         QCOMPARE(r.status, 0);
         QVERIFY2(r.err.contains(QStringLiteral(
                      "\n法令チェック: 解除すると、次の法令上の記載事項が不足します。 ・労働基準法第89条第1号　休憩時間 解除しますか？\n")),
                  qUtf8Printable(r.err));
-        r = runCli(root.path(), QStringList{QStringLiteral("check")} + doc);
+        r = runCli(root.layout(), QStringList{QStringLiteral("check")} + doc);
         QCOMPARE(r.status, 1);
         QVERIFY(r.out.contains(QStringLiteral("\n不足　労働基準法第89条第1号　休憩時間\n")));
-        QCOMPARE(runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("01"),
-                                                 QStringLiteral("--date"), QStringLiteral("2027-13-01")}
-                                         + company)
+        QCOMPARE(runCli(root.layout(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("01"),
+                                                   QStringLiteral("--date"), QStringLiteral("2027-13-01")}
+                                           + company)
                      .status,
                  1);
-        r = runCli(root.path(),
+        r = runCli(root.layout(),
                    QStringList{QStringLiteral("words"), QStringLiteral("set")} + company
                        + QStringList{QStringLiteral("--doc"), QStringLiteral("31"), QStringLiteral("--chapter"), QStringLiteral("00"),
                                      QStringLiteral("--article"), QStringLiteral("0007"), QStringLiteral("0013=１２０時間")});
         QCOMPARE(r.status, 0);
-        r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("31")} + company);
+        r = runCli(root.layout(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("31")} + company);
         QCOMPARE(r.status, 1);
         QVERIFY2(
             r.out.contains(QStringLiteral(
@@ -411,8 +411,8 @@ private slots:
         const QStringList company = {QStringLiteral("--company"), kCompany, QStringLiteral("--style"), kStyle};
         const QStringList read = QStringList{QStringLiteral("--yes"), QStringLiteral("dict"), QStringLiteral("read")} + company
                                  + QStringList{QStringLiteral("--file"), file, QStringLiteral("--code")};
-        QCOMPARE(runCli(root.path(), read + QStringList{QStringLiteral("70")}).status, 0);
-        CliRun r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("70")} + company);
+        QCOMPARE(runCli(root.layout(), read + QStringList{QStringLiteral("70")}).status, 0);
+        CliRun r = runCli(root.layout(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("70")} + company);
         QCOMPARE(r.status, 1);
         QVERIFY2(r.out.startsWith(QStringLiteral("■就業規則（")), qUtf8Printable(r.out));
         for (const QString &line :
@@ -424,10 +424,10 @@ private slots:
         QVERIFY2(!r.out.contains(QStringLiteral("充足")), qUtf8Printable(r.out));
         QVERIFY2(!r.out.contains(QStringLiteral("範囲外")), qUtf8Printable(r.out));
 
-        QCOMPARE(
-            runCli(root.path(), read + QStringList{QStringLiteral("71"), QStringLiteral("--name"), QStringLiteral("社内のきまり")}).status,
-            0);
-        r = runCli(root.path(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("71")} + company);
+        QCOMPARE(runCli(root.layout(), read + QStringList{QStringLiteral("71"), QStringLiteral("--name"), QStringLiteral("社内のきまり")})
+                     .status,
+                 0);
+        r = runCli(root.layout(), QStringList{QStringLiteral("check"), QStringLiteral("--doc"), QStringLiteral("71")} + company);
         QCOMPARE(r.status, 0);
         QVERIFY2(!r.out.contains(QStringLiteral("要確認")) && !r.out.contains(QStringLiteral("不足")), qUtf8Printable(r.out));
     }

@@ -4,6 +4,7 @@
 
 #include "TestServer.h"
 #include "base/AppState.h"
+#include "base/DataLayout.h"
 #include "cli/Cli.h"
 
 #include <QByteArray>
@@ -60,6 +61,13 @@ inline CliRun runCli(const QString &root, const QStringList &args)
     r.out = readAllAndClose(out);
     r.err = readAllAndClose(err);
     return r;
+}
+
+// The same on the layout's program folder and, when it names one, its store.
+inline CliRun runCli(const DataLayout &layout, const QStringList &args)
+{
+    const QStringList store = layout.store.isEmpty() ? QStringList() : QStringList{QStringLiteral("--store"), layout.store};
+    return runCli(layout.appPath, store + args);
 }
 
 } // namespace normaris

@@ -16,6 +16,8 @@
 #include "dictionary/SegmentEditor.h"
 #include "rulebase/BasicSettings.h"
 #include "rulebase/CompanyFiles.h"
+#include "rulebase/CompanyNames.h"
+#include "rulebase/CompanyStore.h"
 #include "rulebase/EffectiveDates.h"
 #include "shell/forms/FormHelpers.h"
 #include "update/CompanyUpdate.h"
@@ -97,6 +99,20 @@ const UpdateEntry *entryAt(const UpdateResult &result, const QString &place)
     return nullptr;
 }
 
+// The release company name records, in whichever store it is kept.
+QString releaseIn(const TestRoot &root, const QString &name)
+{
+    QString release;
+    inCompany(root.layout(), name, OpenMode::ReadOnly, [&](QSqlDatabase db) { release = recordedRelease(db); });
+    return release;
+}
+
+// Every paragraph of the company in stored order.
+QString allParagraphs(const TestRoot &root)
+{
+    return columnInCompany(root.layout(), kCompany, QStringLiteral("SELECT 項 FROM 項 ORDER BY ID")).join(QString());
+}
+
 } // namespace
 
 class TestUpdate : public QObject {
@@ -119,7 +135,7 @@ private slots:
 private:
     // A program folder whose seed file is that of release a, with every release recorded.
     void install(const TestRoot &root, const QString &seed) const;
-    void customise(const TestRoot &root, QSqlDatabase db) const;
+    void customise(QSqlDatabase db) const;
     QString seedOf(const QString &name) const { return m_dir.path() + u'/' + name + QStringLiteral(".sqlite"); }
 
     QTemporaryDir m_dir;
@@ -178,7 +194,7 @@ void TestUpdate::initTestCase()
 }
 
 // The company edits 条0005 項01 through the level editor, sets a word, keeps entries of its own.
-void TestUpdate::customise(const TestRoot &root, QSqlDatabase db) const
+void TestUpdate::customise(QSqlDatabase db) const
 {
     ScriptedPrompt prompt;
     const dictionary::EntryEditor paragraphs(db, QStringLiteral("1"), QStringLiteral("01"), Level::Paragraph,
@@ -189,7 +205,7 @@ void TestUpdate::customise(const TestRoot &root, QSqlDatabase db) const
     QCOMPARE(editor.update(prompt), Outcome::Done);
     EmbeddedWords(db, QStringLiteral("1"), QStringLiteral("01"))
         .save(m_probationChapter, m_probationArticle, {{QStringLiteral("0002"), QStringLiteral("２か月")}});
-    addUserChain(root.layout().companyFile(kCompany));
+    addUserChain(db);
 }
 
 void TestUpdate::install(const TestRoot &root, const QString &seed) const
@@ -238,7 +254,7 @@ void TestUpdate::everyKindOfChange()
     QSqlDatabase db = root.openCompany(kCompany);
     QCOMPARE(recordedRelease(db), m_first.name);
     ScriptedPrompt prompt;
-    customise(root, db);
+    customise(db);
     const QString companyText = clauseText(db, QStringLiteral("1"), QStringLiteral("0005"), QStringLiteral("01"));
     const QString ownBefore = userRows(db);
     dateDocuments(db);
@@ -365,7 +381,7 @@ void TestUpdate::threeClausesAndAStockArticle()
     install(root, seedOf(QStringLiteral("first")));
     QSqlDatabase db = root.openCompany(kCompany);
     ScriptedPrompt prompt;
-    customise(root, db);
+    customise(db);
     const QString ownBefore = userRows(db);
     dateDocuments(db);
 
@@ -412,7 +428,8 @@ void TestUpdate::companyWithoutRecord()
     TestRoot root;
     install(root, seedOf(QStringLiteral("first")));
     root.makeCompany(kCompany);
-    execIn(root.layout().companyFile(kCompany), QStringLiteral("PRAGMA user_version = 0"));
+    inCompany(root.layout(), kCompany, OpenMode::ReadWrite,
+              [](QSqlDatabase db) { execSql(db, SqlDialect::of(db).writeReleaseSql.arg(0)); });
     install(root, seedOf(QStringLiteral("every")));
     ScriptedPrompt prompt;
     UpdateResult result;
@@ -426,7 +443,7 @@ void TestUpdate::companyWithoutRecord()
     QVERIFY(result.guessed);
     QCOMPARE(result.from, m_first.name);
     QVERIFY(entryAt(result, QStringLiteral("1:規程01:章01:条0001:項02")));
-    QCOMPARE(valueIn(root.layout().companyFile(kCompany), QStringLiteral("PRAGMA user_version")).toInt(), releaseNumber(kNewer));
+    QCOMPARE(releaseIn(root, kCompany), kNewer);
 }
 
 void TestUpdate::newerCompanyRefused()
@@ -434,13 +451,13 @@ void TestUpdate::newerCompanyRefused()
     TestRoot root;
     install(root, seedOf(QStringLiteral("every")));
     root.makeCompany(kCompany);
-    QCOMPARE(valueIn(root.layout().companyFile(kCompany), QStringLiteral("PRAGMA user_version")).toInt(), releaseNumber(kNewer));
+    QCOMPARE(releaseIn(root, kCompany), kNewer);
     install(root, seedOf(QStringLiteral("first")));
     ScriptedPrompt prompt;
     UpdateResult result;
     QCOMPARE(CompanyUpdate(root.layout(), prompt).update(kCompany, {}, result), Outcome::Stopped);
     QCOMPARE(prompt.lines(), QStringList{kTitleLine + QStringLiteral("『甲』は、このプログラムより新しい辞書で作成されています。")});
-    QCOMPARE(valueIn(root.layout().companyFile(kCompany), QStringLiteral("PRAGMA user_version")).toInt(), releaseNumber(kNewer));
+    QCOMPARE(releaseIn(root, kCompany), kNewer);
     QVERIFY(!QDir(root.layout().backupRoot()).exists() || QDir(root.layout().backupRoot()).isEmpty());
 }
 
@@ -450,8 +467,7 @@ void TestUpdate::dryRunKeepsTheCompany()
     install(root, seedOf(QStringLiteral("first")));
     root.makeCompany(kCompany);
     install(root, seedOf(QStringLiteral("three")));
-    const QString file = root.layout().companyFile(kCompany);
-    const QString before = valueIn(file, QStringLiteral("SELECT group_concat(項, '') FROM 項")).toString();
+    const QString before = allParagraphs(root);
     ScriptedPrompt prompt;
     UpdateResult result;
     UpdateOptions options;
@@ -460,16 +476,13 @@ void TestUpdate::dryRunKeepsTheCompany()
     QVERIFY(entryAt(result, QStringLiteral("1:規程01:章01:条0005:項01")));
     QVERIFY(result.backup.isEmpty());
     QVERIFY(result.summary().endsWith(QStringLiteral("（試行のみ）")));
-    QCOMPARE(valueIn(file, QStringLiteral("SELECT group_concat(項, '') FROM 項")).toString(), before);
-    QCOMPARE(valueIn(file, QStringLiteral("PRAGMA user_version")).toInt(), releaseNumber(m_first.name));
+    QCOMPARE(allParagraphs(root), before);
+    QCOMPARE(releaseIn(root, kCompany), m_first.name);
 
     // Taking the new text of a 競合.
-    {
-        QSqlDatabase db = openDatabase(file, QStringLiteral("test_edit"));
-        execSql(db, QStringLiteral(
-                        "UPDATE 項 SET 項 = 項 || '（当社）' WHERE 規程Code = '01' AND 条Code = '0005' AND Code = '01' AND 結合 <= '1'"));
-    }
-    closeDatabase(QStringLiteral("test_edit"));
+    execInCompany(
+        root.layout(), kCompany,
+        QStringLiteral("UPDATE 項 SET 項 = 項 || '（当社）' WHERE 規程Code = '01' AND 条Code = '0005' AND Code = '01' AND 結合 <= '1'"));
     options.dryRun = false;
     options.compare = false;
     options.take = {QStringLiteral("1:規程01:章01:条0005:項01")};
@@ -478,12 +491,11 @@ void TestUpdate::dryRunKeepsTheCompany()
     QVERIFY(taken);
     QCOMPARE(updateKindCaption(taken->kind), QStringLiteral("置換"));
     QCOMPARE(taken->note, QStringLiteral("新しい文章にする"));
-    QVERIFY(
-        valueIn(file,
-                QStringLiteral(
-                    "SELECT group_concat(項, '') FROM 項 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0005' AND Code = '01'"))
-            .toString()
-            .endsWith(QStringLiteral("（改）")));
+    QVERIFY(columnInCompany(root.layout(), kCompany,
+                            QStringLiteral("SELECT 項 FROM 項 WHERE 文章形式Code = '1' AND 規程Code = '01' AND 条Code = '0005' AND "
+                                           "Code = '01' ORDER BY CAST(結合 AS INTEGER)"))
+                .join(QString())
+                .endsWith(QStringLiteral("（改）")));
 }
 
 void TestUpdate::recordTravelsWithCopies()
@@ -494,8 +506,7 @@ void TestUpdate::recordTravelsWithCopies()
     ScriptedPrompt prompt;
     prompt.answer({true});
     QCOMPARE(CompanyFiles(root.layout(), prompt).createFromCompany(QStringLiteral("乙"), kCompany), Outcome::Done);
-    QCOMPARE(valueIn(root.layout().companyFile(QStringLiteral("乙")), QStringLiteral("PRAGMA user_version")).toInt(),
-             releaseNumber(m_first.name));
+    QCOMPARE(releaseIn(root, QStringLiteral("乙")), m_first.name);
     install(root, seedOf(QStringLiteral("three")));
     UpdateResult result;
     UpdateOptions options;
@@ -519,7 +530,7 @@ void TestUpdate::allCompanies()
     QStringList lines;
     {
         // 丙 is kept by another program: named and skipped.
-        const CompanyLock held(root.layout().companyDir(QStringLiteral("丙")), QStringLiteral("丙"));
+        const auto held = CompanyStore::of(root.layout())->hold(QStringLiteral("丙"));
         QCOMPARE(CompanyUpdate(root.layout(), prompt)
                      .updateAll(options,
                                 [&](int done, int total, const QString &name, Outcome outcome, const UpdateResult &r) {
@@ -536,7 +547,7 @@ void TestUpdate::allCompanies()
                  + QStringLiteral(": 『丙』は他のプログラムが使用中です。そのプログラムで会社を閉じてから、もう一度やり直してください。")});
     const QString counts = QStringLiteral(": %1 → %2 置換 6、競合 0、追加 4、追加候補 0、削除 0、残置 0").arg(m_first.name, kNewest);
     QStringList expected;
-    for (const QString &name : root.layout().companyList())
+    for (const QString &name : companiesOf(root.layout()))
         expected << QString::number(expected.size() + 1) + u' ' + name + (name == u"丙" ? QStringLiteral(" 使用中") : counts);
     QCOMPARE(lines, expected);
 }
@@ -550,8 +561,8 @@ void TestUpdate::commandLine()
     const QString text = root.path() + QStringLiteral("/更新.txt");
     const QString xlsx = root.path() + QStringLiteral("/更新.xlsx");
     const QString pdf = root.path() + QStringLiteral("/更新.pdf");
-    CliRun r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--text"), text,
-                                    QStringLiteral("--report"), xlsx, QStringLiteral("--pdf"), pdf});
+    CliRun r = runCli(root.layout(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--text"), text,
+                                      QStringLiteral("--report"), xlsx, QStringLiteral("--pdf"), pdf});
     QCOMPARE(r.err, QString());
     QCOMPARE(r.status, 0);
     const QString counts =
@@ -572,16 +583,16 @@ void TestUpdate::commandLine()
     QCOMPARE(QDir(root.path()).entryList({QStringLiteral("更新*")}, QDir::Files),
              (QStringList{QStringLiteral("更新.pdf"), QStringLiteral("更新.txt"), QStringLiteral("更新.xlsx")}));
 
-    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), QStringLiteral("--all")});
+    r = runCli(root.layout(), {QStringLiteral("company"), QStringLiteral("update"), QStringLiteral("--all")});
     QCOMPARE(r.status, 0);
     QCOMPARE(r.out, QStringLiteral("甲: %1 → %1 置換 0、競合 0、追加 0、追加候補 0、削除 0、残置 0\n").arg(kNewest));
 
-    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update")});
+    r = runCli(root.layout(), {QStringLiteral("company"), QStringLiteral("update")});
     QCOMPARE(r.status, 2);
     QCOMPARE(r.err, QStringLiteral("ディクショナリ更新: 会社名か --all のどちらかを指定してください。\n"));
 
     install(root, seedOf(QStringLiteral("first")));
-    r = runCli(root.path(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--dry-run")});
+    r = runCli(root.layout(), {QStringLiteral("company"), QStringLiteral("update"), kCompany, QStringLiteral("--dry-run")});
     QCOMPARE(r.status, 1);
     QCOMPARE(r.err, QStringLiteral("ディクショナリ更新: 『甲』は、このプログラムより新しい辞書で作成されています。\n"));
 }
@@ -591,7 +602,7 @@ void TestUpdate::dialog()
     TestRoot root;
     install(root, seedOf(QStringLiteral("first")));
     QSqlDatabase db = root.openCompany(kCompany);
-    customise(root, db);
+    customise(db);
     install(root, seedOf(QStringLiteral("three")));
     ScriptedPrompt prompt;
     setUiPrompt(&prompt);

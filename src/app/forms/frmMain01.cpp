@@ -17,6 +17,10 @@
 #include "shell/forms/FormHelpers.h"
 #include "app/forms/frmAbout.h"
 #include "update/forms/frmDicUpdate.h"
+#include "office/forms/frmDBYomikomi.h"
+#include "office/forms/frmMochidashi.h"
+#include "office/forms/frmMochikaeri.h"
+#include "rulebase/CompanyStore.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -39,6 +43,9 @@ struct CommandDef {
 const CommandDef kCommands[5] = {
     {"基本設定(&K)"}, {"作成・改訂(&M)"}, {"データをWordへ送る(&E)"}, {"ディクショナリ管理(&D)"}, {"他社データ取込(&T)"},
 };
+
+// Why 持ち出し and 持ち帰り are off on the Data folder.
+const QString kServerOnlyTip = QStringLiteral("持ち出しと持ち帰りは、会社を事務所のサーバーに置いているときに使えます。");
 
 } // namespace
 
@@ -66,13 +73,22 @@ void frmMain01::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
     const std::pair<int, const char *> entries[] = {
-        {0, "新規作成(&N)..."}, {1, "会社指定(&O)..."},
-        {2, nullptr},           {3, "バックアップ(&B)..."},
-        {4, "最適化(&S)..."},   {9, "ディクショナリ更新(&U)..."},
-        {5, nullptr},           {6, "会社削除(&D)..."},
-        {7, nullptr},           {8, "終了(&E)"},
+        {0, "新規作成(&N)..."},
+        {1, "会社指定(&O)..."},
+        {2, nullptr},
+        {3, "バックアップ(&B)..."},
+        {4, "最適化(&S)..."},
+        {9, "ディクショナリ更新(&U)..."},
+        {13, nullptr},
+        {10, "会社データの読込(&I)..."},
+        {11, "持ち出し(&T)..."},
+        {12, "持ち帰り(&R)..."},
+        {5, nullptr},
+        {6, "会社削除(&D)..."},
+        {7, nullptr},
+        {8, "終了(&E)"},
     };
-    const std::function<void()> actions[10] = {
+    const std::function<void()> actions[14] = {
         [this] { newCompany(); },
         [this] { chooseCompany(); },
         {},
@@ -86,13 +102,29 @@ void frmMain01::buildMenus()
             showModal(new frmDicUpdate(this));
             onActivated();
         },
+        [this] {
+            showModal(new frmDBYomikomi(this));
+            onActivated();
+        },
+        [this] {
+            showModal(new frmMochidashi(this));
+            onActivated();
+        },
+        [this] {
+            showModal(new frmMochikaeri(this));
+            onActivated();
+        },
+        {},
     };
     for (const auto &[index, caption] : entries) {
         QAction *action = caption ? file->addAction(QString::fromUtf8(caption)) : file->addSeparator();
         action->setObjectName(QStringLiteral("mnuFileNo_%1").arg(index));
         if (caption)
             connect(action, &QAction::triggered, this, actions[index]);
+        if (index == 11 || index == 12)
+            m_serverOnly.push_back(action);
     }
+    file->setToolTipsVisible(true);
     QMenu *help = menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
     help->setObjectName(QStringLiteral("mnuHelp"));
     QAction *about = help->addAction(QStringLiteral("バージョン情報(&A)..."));
@@ -141,12 +173,21 @@ void frmMain01::buildStatusBar()
         statusBar()->addWidget(label, i == 2 ? 1 : 0);
         if (i == 2)
             m_companyPanel = label;
+        // Where the companies are kept, beside the open one's name.
+        if (i == 2) {
+            m_storePanel = new QLabel(this);
+            m_storePanel->setObjectName(QStringLiteral("StorePanel"));
+            m_storePanel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+            statusBar()->addWidget(m_storePanel);
+        }
     }
 }
 
 void frmMain01::setCommandDialog(int index, DialogFactory factory) { m_factories.at(index) = std::move(factory); }
 
 QString frmMain01::companyPanelText() const { return m_companyPanel->text(); }
+
+QString frmMain01::storePanelText() const { return m_storePanel->text(); }
 
 // Which of the five commands show: every one works on the open company, so all
 // while one is open and none otherwise, whatever closed it.
@@ -159,6 +200,13 @@ std::array<bool, 5> frmMain01::commandsOnView()
 void frmMain01::refreshFromState()
 {
     m_companyPanel->setText(AppState::instance().companyPanel());
+    const auto store = CompanyStore::of(AppState::instance().layout());
+    m_storePanel->setText(store->title());
+    m_storePanel->setToolTip(store->title()); // whole when the panel is too narrow
+    for (QAction *action : m_serverOnly) {
+        action->setEnabled(store->isServer());
+        action->setToolTip(store->isServer() ? QString() : kServerOnlyTip);
+    }
     const std::array<bool, 5> shown = commandsOnView();
     for (int i = 0; i < 5; ++i)
         m_commands[i]->setVisible(shown[i]);

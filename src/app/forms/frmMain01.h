@@ -1,10 +1,12 @@
 #pragma once
 // The main window: five commands that appear once a company is chosen, the File
-// and Help menus, and the status bar whose third panel names the open company.
+// and Help menus, and the status bar whose third panel names the open company and
+// the one beside it the store.
 
 #include <QMainWindow>
 #include <array>
 #include <functional>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -22,6 +24,8 @@ public:
 
     QPushButton *command(int index) const { return m_commands.at(index); }
     QString companyPanelText() const;
+    // The panel beside it: the store the companies are kept in.
+    QString storePanelText() const;
 
     // The menu actions, by index of ファイル(&F).
     void newCompany();    // 0
@@ -30,6 +34,7 @@ public:
     void optimise();      // 4
     void deleteCompany(); // 6
     void quit();          // 8
+    // 会社データの読込 (10), 持ち出し (11) and 持ち帰り (12): the last two only on the server.
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -51,6 +56,8 @@ private:
     std::array<QPushButton *, 5> m_commands{};
     std::array<DialogFactory, 5> m_factories{};
     QLabel *m_companyPanel = nullptr;
+    QLabel *m_storePanel = nullptr;
+    std::vector<QAction *> m_serverOnly;
     bool m_quitting = false;
 };
 

@@ -3,6 +3,7 @@
 
 #include "rulebase/Maintenance.h"
 #include "base/AppState.h"
+#include "shell/forms/DialogButtons.h"
 #include "shell/forms/FormHelpers.h"
 
 #include <QComboBox>
@@ -25,7 +26,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmBackup"));
     setWindowTitle(QStringLiteral("バックアップ"));
-    const DataLayout layout{AppState::instance().AppPath};
+    const DataLayout layout = AppState::instance().layout();
     QDir::setCurrent(layout.dataDir());
     auto *outer = new QVBoxLayout(this);
 
@@ -74,18 +75,7 @@ frmBackup::frmBackup(QWidget *parent) : QDialog(parent)
     outer->addWidget(label1);
     outer->addWidget(label2);
 
-    auto *buttons = new QHBoxLayout;
-    QPushButton *ok = makeButton(this, QStringLiteral("cmdOK"), QStringLiteral("OK"));
-    QPushButton *cancel = makeButton(this, QStringLiteral("cmdCancel"), QStringLiteral("キャンセル"));
-    QPushButton *help = makeButton(this, QStringLiteral("Command1"), QStringLiteral("ヘルプ(&H)"));
-    ok->setDefault(true);
-    buttons->addStretch();
-    for (QPushButton *b : {ok, cancel, help})
-        buttons->addWidget(b);
-    outer->addLayout(buttons);
-    connect(ok, &QPushButton::clicked, this, &frmBackup::backUp);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(help, &QPushButton::clicked, this, [this] { showHelp(this); });
+    outer->addLayout(okCancelHelpRow(this, [this] { backUp(); }));
 
     resize(twips(7200), twips(5200));
     PlaceForm(this);

@@ -1,5 +1,7 @@
 #pragma once
-// 会社指定: the only place that opens a company for work.
+// 会社指定: the only place that opens a company for work. Its title names the store
+// the companies of its list are kept in; a company taken out of the server opens for
+// reading, and the user is told so.
 
 #include "rulebase/forms/CompanyPicker.h"
 
@@ -7,12 +9,10 @@ namespace normaris {
 
 class frmDBSentaku : public CompanyPicker {
 public:
-    explicit frmDBSentaku(QWidget *parent = nullptr)
-        : CompanyPicker({QStringLiteral("frmDBSentaku"), QStringLiteral("会社指定"), QStringLiteral("指定(&S)"),
-                         QStringLiteral("処理する会社を指定します。"), QStringLiteral("会社名を選択し、［指定］を押してください。")},
-                        &CompanyFiles::select, parent)
-    {
-    }
+    explicit frmDBSentaku(QWidget *parent = nullptr);
+
+protected:
+    void act() override;
 };
 
 } // namespace normaris

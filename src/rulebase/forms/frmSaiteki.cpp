@@ -20,7 +20,7 @@ frmSaiteki::frmSaiteki(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmSaiteki"));
     setWindowTitle(QStringLiteral("データベース最適化"));
-    const DataLayout layout{AppState::instance().AppPath};
+    const DataLayout layout = AppState::instance().layout();
     QDir::setCurrent(layout.dataDir());
     auto *outer = new QVBoxLayout(this);
     m_message = new QLabel(this);
