@@ -54,7 +54,7 @@ QString companyFileOf(const TestRoot &root, const QString &name, const QString &
 
 // What a step says when the server has ended the program's connections.
 const QString kServerGone =
-    QStringLiteral("サーバーが停止しているため、「『甲』」の処理を続けられません。サーバーの管理者に連絡してください。");
+    QStringLiteral("サーバーが停止しているため、『甲』の処理を続けられません。サーバーの管理者に連絡してください。");
 
 bool commandsShown(frmMain01 &main)
 {

@@ -98,7 +98,7 @@ private slots:
             QCOMPARE(m_session->prompt.lines(),
                      (QStringList{QStringLiteral("更新の確認: 内容を変更します。\nよろしいですか。"),
                                   kProgramTitle
-                                      + QStringLiteral(": 「『甲』」は持ち出し中のため変更できません。持ち帰ってから変更してください。")}));
+                                      + QStringLiteral(": 『甲』は持ち出し中のため変更できません。持ち帰ってから変更してください。")}));
             QVERIFY(form.result() != QDialog::Accepted);
         }
         QCOMPARE(scalar(cn, QStringLiteral("SELECT count(*) FROM 企業情報")).toInt(), rows);
