@@ -232,7 +232,7 @@ private slots:
             r = runCli(root, QStringList{QStringLiteral("substitute")} + doc(d));
             QCOMPARE(r.err, QStringLiteral("処理完了: 置換処理が完了しました。\n"));
         }
-        const QString texts = test::valuesInCompany(DataLayout{root, storeOfRoot(root)}, QStringLiteral("甲"),
+        const QString texts = test::columnInCompany(DataLayout{root, storeOfRoot(root)}, QStringLiteral("甲"),
                                                     QStringLiteral("SELECT 文章 FROM 作成データ WHERE 規程Code = '01' ORDER BY ID"))
                                   .join(u'\n');
         const QString out = root + QStringLiteral("/01.docx");

@@ -93,30 +93,6 @@ QStringList dumpCompanyFile(const QString &file)
     return lines;
 }
 
-QVariant valueInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds)
-{
-    QVariant value;
-    {
-        QSqlDatabase db = CompanyStore::of(layout)->open(name, kDumpConnection, OpenMode::ReadOnly);
-        value = scalar(db, sql, binds);
-    }
-    closeDatabase(kDumpConnection);
-    return value;
-}
-
-QStringList valuesInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds)
-{
-    QStringList values;
-    {
-        QSqlDatabase db = CompanyStore::of(layout)->open(name, kDumpConnection, OpenMode::ReadOnly);
-        RowReader rows = execSql(db, sql, binds);
-        while (rows.next())
-            values << rows.value(0).toString();
-    }
-    closeDatabase(kDumpConnection);
-    return values;
-}
-
 QString firstDifference(const QStringList &a, const QStringList &b)
 {
     for (qsizetype i = 0; i < qMax(a.size(), b.size()); ++i) {

@@ -4,6 +4,7 @@
 // office's server or a company file elsewhere. For comparisons before and after a step,
 // and across a journey between the two.
 
+#include "CompanyProbe.h"
 #include "base/DataLayout.h"
 
 #include <QSqlDatabase>
@@ -19,12 +20,6 @@ QStringList dumpCompany(QSqlDatabase db);
 QStringList dumpCompany(const DataLayout &layout, const QString &name);
 // The same for a company file.
 QStringList dumpCompanyFile(const QString &file);
-
-// The first value of a statement on company name of the layout's store, for checks.
-QVariant valueInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds = {});
-
-// The first column of every row of a statement on company name, for checks.
-QStringList valuesInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds = {});
 
 // The first line where a and b part, for a failure's message; empty when they are equal.
 QString firstDifference(const QStringList &a, const QStringList &b);
