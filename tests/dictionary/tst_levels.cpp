@@ -139,7 +139,7 @@ private slots:
             QCOMPARE(segments.update(m_prompt), Outcome::Done);
             QCOMPARE(count(m_db,
                            QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE 規程Code = '01' AND Code = ? AND 種別 = ? "
-                                          "AND 結合 = '2' AND \"%1\" = ?")
+                                          "AND 結合 = '2' AND %1 = ?")
                                .arg(placeColumns()[depth - 1]),
                            {wordCode, levelCode(level), code}),
                      1);
@@ -160,7 +160,7 @@ private slots:
         QVERIFY(!editor.entry(code));
         QCOMPARE(firstText(editor.entry(moved)), QStringLiteral("改めて"));
         const QString column = placeColumns()[depth - 1];
-        const QString where = QStringLiteral("\"%1\" = '%2'").arg(column, moved);
+        const QString where = QStringLiteral("%1 = '%2'").arg(column, moved);
         if (depth < 6)
             QCOMPARE(
                 count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(levelOfDepth(depth + 1)), where)),

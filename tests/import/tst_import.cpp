@@ -260,8 +260,9 @@ private slots:
         pair.addParents(Level::Article);
         pair.addTargetMarker(table, code);
         // The source also has an unused word row of 7502 under the entry.
-        execIn(pair.sourceFile(), QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
-                                                 "VALUES ('7502', '75', '70', '7001', '70', '1', '4')"));
+        execInCompany(pair.root.layout(), kSource,
+                      QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
+                                     "VALUES ('7502', '75', '70', '7001', '70', '1', '4')"));
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         const Outcome outcome = pair.import(prompt, placeAt(Level::Article));
@@ -340,8 +341,9 @@ private slots:
     {
         Pair pair;
         pair.addParents(Level::Article);
-        execIn(pair.sourceFile(), QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
-                                                 "VALUES ('7501', '後の語句', '75', '70', '7001', '70', '2', '4')"));
+        execInCompany(pair.root.layout(), kSource,
+                      QStringLiteral("INSERT INTO 変数テーブル語句 (Code, 語句, 規程Code, 章Code, 条Code, 項Code, 結合, 種別) "
+                                     "VALUES ('7501', '後の語句', '75', '70', '7001', '70', '2', '4')"));
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Article)), Outcome::Done);

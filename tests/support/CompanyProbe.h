@@ -43,15 +43,21 @@ inline QVariant valueInCompany(const DataLayout &layout, const QString &name, co
     return value;
 }
 
+// The first value of every row of sql on db, as text: what the database would join.
+inline QStringList columnIn(QSqlDatabase db, const QString &sql, const QVariantList &binds = {})
+{
+    QStringList values;
+    RowReader q = execSql(db, sql, binds);
+    while (q.next())
+        values << q.value(0).toString();
+    return values;
+}
+
 // The first value of every row of sql in company name, as text.
 inline QStringList columnInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds = {})
 {
     QStringList values;
-    inCompany(layout, name, OpenMode::ReadOnly, [&](QSqlDatabase db) {
-        RowReader q = execSql(db, sql, binds);
-        while (q.next())
-            values << q.value(0).toString();
-    });
+    inCompany(layout, name, OpenMode::ReadOnly, [&](QSqlDatabase db) { values = columnIn(db, sql, binds); });
     return values;
 }
 
