@@ -330,11 +330,11 @@ private slots:
         insertRow(m_db, QStringLiteral("施行日"), {kStyle, QStringLiteral("75"), QStringLiteral("2026-04-01")});
         addComposition(m_db, QStringLiteral("作成データ補助項～"), kStyle, QStringLiteral("75"), QStringLiteral("4"));
         // The last table of the cascade refuses: everything before it must come back.
-        execSql(m_db, QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'no'); END"));
+        const QString failure =
+            test::refuseEvery(m_db, QStringLiteral("甲"), QStringLiteral("DELETE"), QStringLiteral("作成データ補助項～"));
         m_prompt.answer({true});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Failed);
-        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
-                                              + sqliteMessage(SqliteConstraint, m_db.databaseName()));
+        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n") + failure);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 施行日 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);

@@ -178,8 +178,11 @@ private slots:
         QCOMPARE(editor.remove(m_prompt, moved), Outcome::Done);
         QVERIFY(m_prompt.lines().value(0).startsWith(QStringLiteral("削除の確認:  %1 ").arg(moved)));
         QVERIFY(!editor.entry(moved));
+        // The entry's own table keys it by Code, the tables below by its place column.
         for (int d = depth; d <= 6; ++d)
-            QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2").arg(dictionaryTable(levelOfDepth(d)), where)), 0);
+            QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE %2")
+                                     .arg(dictionaryTable(levelOfDepth(d)), d == depth ? QStringLiteral("Code = '%1'").arg(moved) : where)),
+                     0);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 変数テーブル語句 WHERE Code = ?"), {wordCode}), 0);
     }
 

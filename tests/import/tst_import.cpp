@@ -315,7 +315,7 @@ private slots:
         QCOMPARE(
             scalar(pair.target, QStringLiteral("SELECT Code FROM 変数テーブル語句 WHERE 規程Code = '75' AND 条Code = '7001'")).toString(),
             text.mid(text.indexOf(u'★') + 1, 4));
-        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT \"変換参照■条Code\" || '/' || Code FROM 変数テーブル番号 WHERE 規程Code = '75' "
+        QCOMPARE(scalar(pair.target, QStringLiteral("SELECT 変換参照■条Code || '/' || Code FROM 変数テーブル番号 WHERE 規程Code = '75' "
                                                     "AND 条Code = '7001'"))
                      .toString(),
                  QStringLiteral("7001/") + text.mid(text.indexOf(u'◆') + 1, 4));
@@ -355,18 +355,7 @@ private slots:
     void failureInTheWordsRollsBackTheClauses()
     {
         Pair pair;
-        QString failure;
-        if (pair.root.layout().store.isEmpty()) {
-            execSql(pair.target,
-                    QStringLiteral("CREATE TRIGGER refuse_words BEFORE INSERT ON 変数テーブル語句 BEGIN SELECT RAISE(ABORT, 'no'); END"));
-            failure = sqliteMessage(SqliteConstraint, pair.targetFile());
-        } else {
-            execSql(pair.target, QStringLiteral("CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
-                                                "'BEGIN RAISE EXCEPTION ''no'' USING ERRCODE = ''23514''; END'"));
-            execSql(pair.target, QStringLiteral("CREATE TRIGGER refuse_words BEFORE INSERT ON 変数テーブル語句 "
-                                                "FOR EACH ROW EXECUTE FUNCTION refuse()"));
-            failure = serverMessage(QStringLiteral("23514"), ServerStore::placeOf(kTarget));
-        }
+        const QString failure = refuseEvery(pair.target, kTarget, QStringLiteral("INSERT"), QStringLiteral("変数テーブル語句"));
         ScriptedPrompt prompt;
         QCOMPARE(pair.openSource(prompt), Outcome::Done);
         QCOMPARE(pair.import(prompt, placeAt(Level::Document)), Outcome::Failed);

@@ -6,9 +6,12 @@
 
 #include "base/DataLayout.h"
 #include "base/Database.h"
+#include "base/ServerMessages.h"
 #include "base/SqlDialect.h"
+#include "base/SqliteMessages.h"
 #include "rulebase/CompanyStore.h"
 #include "rulebase/Schema.h"
+#include "rulebase/ServerStore.h"
 
 #include <QCryptographicHash>
 #include <QStringList>
@@ -84,6 +87,20 @@ inline QByteArray contentDigest(QSqlDatabase db)
         }
     }
     return hash.result();
+}
+
+// Makes every `event` (INSERT, UPDATE or DELETE) on table of company name (open as db) fail
+// as a broken constraint would, and returns what the user is then told.
+inline QString refuseEvery(QSqlDatabase db, const QString &name, const QString &event, const QString &table)
+{
+    if (!SqlDialect::of(db).server) {
+        execSql(db, QStringLiteral("CREATE TRIGGER refuse BEFORE %1 ON \"%2\" BEGIN SELECT RAISE(ABORT, 'no'); END").arg(event, table));
+        return sqliteMessage(SqliteConstraint, db.databaseName());
+    }
+    execSql(db, QStringLiteral("CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
+                               "'BEGIN RAISE EXCEPTION ''no'' USING ERRCODE = ''23514''; END'"));
+    execSql(db, QStringLiteral("CREATE TRIGGER refuse BEFORE %1 ON \"%2\" FOR EACH ROW EXECUTE FUNCTION refuse()").arg(event, table));
+    return serverMessage(QStringLiteral("23514"), ServerStore::placeOf(name));
 }
 
 inline QByteArray contentDigest(const DataLayout &layout, const QString &name)
