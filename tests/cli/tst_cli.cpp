@@ -337,7 +337,7 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::addColumn<QString>("usage");
         const QString company = QStringLiteral("company");
-        const QString list = QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company list\n");
+        const QString list = QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company list\n");
         const QString commands = QStringLiteral("commands:\n");
         const QStringList doc = {QStringLiteral("--company"), QStringLiteral("甲"), QStringLiteral("--doc"), QStringLiteral("01")};
         QTest::newRow("misspelt global") << QStringList{QStringLiteral("--rot"), QStringLiteral("/tmp/x"), company, QStringLiteral("list")}
@@ -348,12 +348,12 @@ private slots:
                                         << QStringLiteral("unexpected argument 'extra'") << list;
         QTest::newRow("missing value") << QStringList{company, QStringLiteral("backup"), QStringLiteral("甲"), QStringLiteral("--to")}
                                        << QStringLiteral("Missing value after '--to'.")
-                                       << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company backup [--to DIR] NAME\n");
+                                       << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company backup [--to DIR] NAME\n");
         QTest::newRow("style out of range")
             << QStringList{QStringLiteral("dates"), QStringLiteral("add")} + doc
                    + QStringList{QStringLiteral("--style"), QStringLiteral("9"), QStringLiteral("2026/4/1")}
             << QStringLiteral("--style takes 1|2, not '9'")
-            << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
+            << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] dates add --company NAME --doc CODE [--style 1|2] DATE\n");
         QTest::newRow("required option") << QStringList{QStringLiteral("compose"), QStringLiteral("rows")} + doc
                                          << QStringLiteral("--style is required")
                                          << QStringLiteral("compose rows --company NAME --doc CODE --style 1|2");
@@ -390,15 +390,15 @@ private slots:
     {
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<QString>("out");
-        const QString all = QStringLiteral("usage: normaris-cli [--root DIR] [--yes] COMMAND ...\n");
+        const QString all = QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] COMMAND ...\n");
         QTest::newRow("--help") << QStringList{QStringLiteral("--help")} << all;
         QTest::newRow("-h") << QStringList{QStringLiteral("-h")} << all;
         QTest::newRow("after --yes") << QStringList{QStringLiteral("--yes"), QStringLiteral("-h")} << all;
         QTest::newRow("command") << QStringList{QStringLiteral("company"), QStringLiteral("new"), QStringLiteral("--help")}
-                                 << QStringLiteral("usage: normaris-cli [--root DIR] [--yes] company new [--from SOURCE] NAME\n");
+                                 << QStringLiteral("usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] company new [--from SOURCE] NAME\n");
         QTest::newRow("command -h") << QStringList{QStringLiteral("build"), QStringLiteral("-h")}
                                     << QStringLiteral(
-                                           "usage: normaris-cli [--root DIR] [--yes] build --company NAME --doc CODE --style 1|2\n");
+                                           "usage: normaris-cli [--root DIR] [--store CONNINFO] [--yes] build --company NAME --doc CODE --style 1|2\n");
     }
     void help()
     {
