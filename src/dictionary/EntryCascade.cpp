@@ -71,8 +71,7 @@ QList<MarkerRow> markerRows(QSqlDatabase db, const QString &table, const QString
 {
     const QChar mark = table == kWords ? u'★' : u'◆';
     auto q = execSql(
-        db,
-        QStringLiteral("SELECT * FROM \"%1\" WHERE %2規程Code = ? AND %3").arg(table, columnPrefix, prefixWhere(entry, columnPrefix)),
+        db, QStringLiteral("SELECT * FROM \"%1\" WHERE %2規程Code = ? AND %3").arg(table, columnPrefix, prefixWhere(entry, columnPrefix)),
         QVariantList{entry.document} + codeValues(entry));
     QList<MarkerRow> rows;
     while (q.next()) {
@@ -122,10 +121,10 @@ void EntryCascade::changeCode(const QString &newCode)
         for (int i = 0; i < depth - 1; ++i)
             where << placeColumns()[i] + QStringLiteral(" = ?");
         where << column + QStringLiteral(" = ?");
-        execSql(m_db,
-                QStringLiteral("UPDATE \"%1\" SET %2 = ? WHERE %3")
-                    .arg(dictionaryTable(level), column, where.join(QStringLiteral(" AND "))),
-                QVariantList{newCode} + m_entry.whereValues());
+        execSql(
+            m_db,
+            QStringLiteral("UPDATE \"%1\" SET %2 = ? WHERE %3").arg(dictionaryTable(level), column, where.join(QStringLiteral(" AND "))),
+            QVariantList{newCode} + m_entry.whereValues());
     }
     for (const qint64 id : words)
         execSql(m_db, QStringLiteral("UPDATE 変数テーブル語句 SET %1 = ? WHERE ID = ?").arg(keyColumn), {newCode, id});

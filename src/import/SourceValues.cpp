@@ -39,11 +39,24 @@ bool hasControlCharacter(const QString &text)
     return false;
 }
 
+// The column of the row as the schema spells it: the server keeps its names folded to
+// lower case ("規程code"), a company file as they were written.
+QString columnName(const QString &table, const QSqlRecord &row, int i)
+{
+    const QString field = row.fieldName(i);
+    if (field.compare(QStringLiteral("ID"), Qt::CaseInsensitive) == 0)
+        return QStringLiteral("ID");
+    for (const ColumnDef &c : schemaTable(table).columns)
+        if (c.name.compare(field, Qt::CaseInsensitive) == 0)
+            return c.name;
+    return field;
+}
+
 QString describeRow(const QString &table, const QSqlRecord &row)
 {
     QStringList keys;
     for (int i = 0; i < row.count(); ++i) {
-        const QString name = row.fieldName(i);
+        const QString name = columnName(table, row, i);
         if (name == QStringLiteral("Code")
             || (name.endsWith(QStringLiteral("Code")) && name != QStringLiteral("文章形式Code")
                 && !name.startsWith(QStringLiteral("変換参照")))
@@ -91,9 +104,10 @@ bool sourceValuesAcceptable(const SourceEntry &entry, Prompt &prompt)
 {
     auto refuse = [&prompt](const QString &table, const QSqlRecord &row) {
         for (int i = 0; i < row.count(); ++i) {
-            if (row.fieldName(i) == QStringLiteral("ID"))
+            const QString column = columnName(table, row, i);
+            if (column == QStringLiteral("ID"))
                 continue;
-            const QString why = valueRefusal(table, row.fieldName(i), row.value(i));
+            const QString why = valueRefusal(table, column, row.value(i));
             if (!why.isEmpty()) {
                 prompt.error(QStringLiteral("処理不可"), QStringLiteral("取込元の") + describeRow(table, row) + QStringLiteral("の") + why
                                                              + QStringLiteral("データ取込を中止します。"));

@@ -4,6 +4,7 @@
 #include "base/BusyCursor.h"
 #include "base/CompanyLock.h"
 #include "base/Database.h"
+#include "base/SqlDialect.h"
 #include "rulebase/CompositionRow.h"
 #include "export/Numerals.h"
 #include "rulebase/CompanyDatabase.h"
@@ -53,13 +54,14 @@ const QStringList &holderColumns()
 // The columns of a table as the file has them (a file of the older form lacks 結合種別).
 QStringList fileColumns(QSqlDatabase db, const QString &table)
 {
+    const SqlDialect &dialect = SqlDialect::of(db);
     QStringList present;
-    RowReader rows = execSql(db, QStringLiteral("SELECT name FROM pragma_table_info(?)"), {table});
+    RowReader rows = execSql(db, dialect.columnsSql, {dialect.keptName(table)});
     while (rows.next())
         present << rows.value(0).toString();
     QStringList columns;
     for (const QString &c : schemaTable(table).columnNames()) {
-        if (present.contains(c))
+        if (present.contains(dialect.keptName(c)))
             columns << c;
     }
     return columns;
@@ -85,7 +87,7 @@ QString holderWhere()
 {
     QStringList parts = {QStringLiteral("種別 = ?")};
     for (const QString &c : holderColumns())
-        parts << QStringLiteral("COALESCE(\"%1\", '') = ?").arg(c);
+        parts << QStringLiteral("COALESCE(%1, '') = ?").arg(c);
     return parts.join(QStringLiteral(" AND "));
 }
 
@@ -154,7 +156,7 @@ bool entryComposed(QSqlDatabase db, const EntryKey &key)
     QStringList parts = {QStringLiteral("文章形式Code = ?"), QStringLiteral("規程Code = ?"), QStringLiteral("種別 = ?")};
     QVariantList binds = {key.style, key.place[0], levelCode(key.level)};
     for (int i = 1; i <= placeDepth(key.level); ++i) {
-        parts << QStringLiteral("\"%1\" = ?").arg(placeColumns()[i - 1]);
+        parts << placeColumns()[i - 1] + QStringLiteral(" = ?");
         binds << key.place[i];
     }
     return scalar(db,
@@ -175,7 +177,7 @@ bool holdsEntriesBelow(QSqlDatabase db, const EntryKey &key)
         QStringList parts = {QStringLiteral("文章形式Code = ?"), QStringLiteral("規程Code = ?")};
         QVariantList binds = {key.style, key.place[0]};
         for (int i = 1; i <= depth; ++i) {
-            parts << QStringLiteral("\"%1\" = ?").arg(placeColumns()[i - 1]);
+            parts << placeColumns()[i - 1] + QStringLiteral(" = ?");
             binds << key.place[i];
         }
         if (scalar(db,
@@ -226,7 +228,7 @@ void followComposition(QSqlDatabase db, const EntryKey &key, const EntryRows &fr
     QStringList parts = {QStringLiteral("文章形式Code = ?"), QStringLiteral("規程Code = ?"), QStringLiteral("種別 = ?")};
     QVariantList binds = {key.style, key.place[0], levelCode(key.level)};
     for (int i = 1; i <= placeDepth(key.level); ++i) {
-        parts << QStringLiteral("\"%1\" = ?").arg(placeColumns()[i - 1]);
+        parts << placeColumns()[i - 1] + QStringLiteral(" = ?");
         binds << key.place[i];
     }
     const QString where = parts.join(QStringLiteral(" AND "));

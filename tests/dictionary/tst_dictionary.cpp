@@ -4,6 +4,7 @@
 
 #include "base/SqliteMessages.h"
 #include "ScriptedPrompt.h"
+#include "CompanyProbe.h"
 #include "TestRoot.h"
 #include "base/Database.h"
 #include "dictionary/BasicPhrases.h"
@@ -319,7 +320,7 @@ private slots:
             QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM \"%1\" WHERE 文章形式Code = '1' AND 規程Code = '75'").arg(table)), 0);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 文章形式Code = '2' AND 規程Code = '75'")), 1);
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code) FROM 変数テーブル語句 WHERE 規程Code = '75'")).toString(),
+        QCOMPARE(test::columnIn(m_db, QStringLiteral("SELECT Code FROM 変数テーブル語句 WHERE 規程Code = '75' ORDER BY ID")).join(u','),
                  QStringLiteral("0013"));
     }
 
@@ -329,11 +330,11 @@ private slots:
         insertRow(m_db, QStringLiteral("施行日"), {kStyle, QStringLiteral("75"), QStringLiteral("2026-04-01")});
         addComposition(m_db, QStringLiteral("作成データ補助項～"), kStyle, QStringLiteral("75"), QStringLiteral("4"));
         // The last table of the cascade refuses: everything before it must come back.
-        execSql(m_db, QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON 作成データ補助項～ BEGIN SELECT RAISE(ABORT, 'no'); END"));
+        const QString failure =
+            test::refuseEvery(m_db, QStringLiteral("甲"), QStringLiteral("DELETE"), QStringLiteral("作成データ補助項～"));
         m_prompt.answer({true});
         QCOMPARE(DocumentMaster(m_db, kStyle).remove(m_prompt, QStringLiteral("75")), Outcome::Failed);
-        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n")
-                                              + sqliteMessage(SqliteConstraint, m_db.databaseName()));
+        QCOMPARE(m_prompt.lines().last(), QStringLiteral("取消: 処理中にエラーが発生しました。処理を取り消します。\n") + failure);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 項 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 施行日 WHERE 規程Code = '75'")), 1);
         QCOMPARE(count(m_db, QStringLiteral("SELECT count(*) FROM 規程 WHERE Code = '75'")), 1);
@@ -490,9 +491,9 @@ private slots:
         editor.provideWord(QStringLiteral("0007"), QStringLiteral("新しい語"), QStringLiteral("見出し"));
         editor.setChosenValue(1, QStringLiteral("0007"), QStringLiteral("新しい語"));
         QCOMPARE(editor.update(m_prompt), Outcome::Done);
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(結合 || '|' || 語句 || '|' || 種別) FROM 変数テーブル語句 WHERE Code = "
-                                             "'0007' AND 規程Code = '75'"))
-                     .toString(),
+        QCOMPARE(test::columnIn(m_db, QStringLiteral("SELECT 結合 || '|' || 語句 || '|' || 種別 FROM 変数テーブル語句 WHERE Code = "
+                                                     "'0007' AND 規程Code = '75' ORDER BY ID"))
+                     .join(u','),
                  QStringLiteral("2|新しい語|10"));
         QCOMPARE(preambleRows(QStringLiteral("75")), (QStringList{"1|0|甲|0|0", "2|0|★0007★|1|1"}));
     }
@@ -549,7 +550,7 @@ private slots:
         QCOMPARE(code, QStringLiteral("0001"));
         QCOMPARE(chooseBasicPhrase(m_prompt, m_db, QStringLiteral("2"), code, QStringLiteral("日付")), Outcome::Done);
         QCOMPARE(code, QStringLiteral("0030"));
-        QCOMPARE(scalar(m_db, QStringLiteral("SELECT group_concat(Code || ':' || 語句) FROM 基本語句更新後")).toString(),
+        QCOMPARE(test::columnIn(m_db, QStringLiteral("SELECT Code || ':' || 語句 FROM 基本語句更新後 ORDER BY ID")).join(u','),
                  QStringLiteral("0030:2"));
     }
 

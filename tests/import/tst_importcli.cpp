@@ -210,6 +210,10 @@ private slots:
             QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
             f.write("PK\x03\x04 not a database");
         }
+        // On the server the store itself refuses to open such a company, and says so.
+        if (!layout.store.isEmpty())
+            message = QStringLiteral("会社指定の確認: 『B』のデータは取り込めません。「『B』」は本システムの会社データではありません。"
+                                     "（表「規程」の列が違います。）\n");
         const QByteArray target = contentDigest(layout, QStringLiteral("A"));
         const QFileInfo before(source);
         const Run r = runCli(layout, importArgs(QStringLiteral("A"), QStringLiteral("B")));

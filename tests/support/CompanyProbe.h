@@ -6,9 +6,12 @@
 
 #include "base/DataLayout.h"
 #include "base/Database.h"
+#include "base/ServerMessages.h"
 #include "base/SqlDialect.h"
+#include "base/SqliteMessages.h"
 #include "rulebase/CompanyStore.h"
 #include "rulebase/Schema.h"
+#include "rulebase/ServerStore.h"
 
 #include <QCryptographicHash>
 #include <QStringList>
@@ -43,15 +46,21 @@ inline QVariant valueInCompany(const DataLayout &layout, const QString &name, co
     return value;
 }
 
+// The first value of every row of sql on db, as text: what the database would join.
+inline QStringList columnIn(QSqlDatabase db, const QString &sql, const QVariantList &binds = {})
+{
+    QStringList values;
+    RowReader q = execSql(db, sql, binds);
+    while (q.next())
+        values << q.value(0).toString();
+    return values;
+}
+
 // The first value of every row of sql in company name, as text.
 inline QStringList columnInCompany(const DataLayout &layout, const QString &name, const QString &sql, const QVariantList &binds = {})
 {
     QStringList values;
-    inCompany(layout, name, OpenMode::ReadOnly, [&](QSqlDatabase db) {
-        RowReader q = execSql(db, sql, binds);
-        while (q.next())
-            values << q.value(0).toString();
-    });
+    inCompany(layout, name, OpenMode::ReadOnly, [&](QSqlDatabase db) { values = columnIn(db, sql, binds); });
     return values;
 }
 
@@ -78,6 +87,20 @@ inline QByteArray contentDigest(QSqlDatabase db)
         }
     }
     return hash.result();
+}
+
+// Makes every `event` (INSERT, UPDATE or DELETE) on table of company name (open as db) fail
+// as a broken constraint would, and returns what the user is then told.
+inline QString refuseEvery(QSqlDatabase db, const QString &name, const QString &event, const QString &table)
+{
+    if (!SqlDialect::of(db).server) {
+        execSql(db, QStringLiteral("CREATE TRIGGER refuse BEFORE %1 ON \"%2\" BEGIN SELECT RAISE(ABORT, 'no'); END").arg(event, table));
+        return sqliteMessage(SqliteConstraint, db.databaseName());
+    }
+    execSql(db, QStringLiteral("CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
+                               "'BEGIN RAISE EXCEPTION ''no'' USING ERRCODE = ''23514''; END'"));
+    execSql(db, QStringLiteral("CREATE TRIGGER refuse BEFORE %1 ON \"%2\" FOR EACH ROW EXECUTE FUNCTION refuse()").arg(event, table));
+    return serverMessage(QStringLiteral("23514"), ServerStore::placeOf(name));
 }
 
 inline QByteArray contentDigest(const DataLayout &layout, const QString &name)

@@ -51,7 +51,7 @@ QString userRows(QSqlDatabase db)
                                  QStringLiteral("項"), QStringLiteral("号"), QStringLiteral("号の細分丸"), QStringLiteral("号の細分イロハ"),
                                  QStringLiteral("変数テーブル語句"), QStringLiteral("変数テーブル番号")}) {
         const QString key = table == u"規程" ? QStringLiteral("Code") : QStringLiteral("規程Code");
-        RowReader rows = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE \"%2\" = '75' ORDER BY ID").arg(table, key));
+        RowReader rows = execSql(db, QStringLiteral("SELECT * FROM \"%1\" WHERE %2 = '75' ORDER BY ID").arg(table, key));
         while (rows.next()) {
             QStringList values;
             for (int i = 0; i < rows.record().count(); ++i)
