@@ -34,7 +34,15 @@ bool CompanyFiles::acceptNewName(const QString &name)
 {
     if (!acceptName(name))
         return false;
-    if (companiesOf(m_layout).contains(name)) {
+    QStringList companies;
+    try {
+        companies = companiesOf(m_layout);
+    } catch (const Failure &e) {
+        // The server could not be asked: no name is known to be free.
+        m_prompt.failure(e.text());
+        return false;
+    }
+    if (companies.contains(name)) {
         m_prompt.plain(kRename, QStringLiteral("名前が重複しています。"));
         return false;
     }

@@ -20,10 +20,14 @@ QList<EffectiveDate> EffectiveDates::list()
 
 qint64 EffectiveDates::add(const QString &style, const QDate &date)
 {
-    // The insert answers its own ID: no row is left whose ID the caller never learns.
-    return insertInto(m_db, QStringLiteral("施行日"),
-                      {QStringLiteral("文章形式Code"), QStringLiteral("規程Code"), QStringLiteral("年月日")},
-                      {style, m_document, isoDate(date)});
+    // The insert answers its own ID, and both are one step: a failure to read the ID takes
+    // the row back, so that no row is left whose ID the caller never learns.
+    Transaction transaction(m_db);
+    const qint64 id =
+        insertInto(m_db, QStringLiteral("施行日"), {QStringLiteral("文章形式Code"), QStringLiteral("規程Code"), QStringLiteral("年月日")},
+                   {style, m_document, isoDate(date)});
+    transaction.commit();
+    return id;
 }
 
 void EffectiveDates::change(qint64 id, const QDate &date)

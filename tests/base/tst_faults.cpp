@@ -96,7 +96,10 @@ bool isToldAsIoError(const QString &text)
     const QString path = text.section(u'「', 1).section(u'」', 0, 0);
     if (path.contains(QStringLiteral(".sqlite")) && text == sqliteMessage(SqliteIoErr, path))
         return true;
-    return TestServer::requested() && !path.isEmpty() && text == serverMessage(kServerIoError, path);
+    // The server names the company as the user does, or the list of the companies.
+    const QString company = u'『' + text.section(u'『', 1).section(u'』', 0, 0) + u'』';
+    return TestServer::requested()
+           && (text == serverMessage(kServerIoError, company) || text == serverMessage(kServerIoError, QStringLiteral("会社の一覧")));
 }
 
 struct FaultStep {
