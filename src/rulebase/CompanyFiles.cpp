@@ -30,29 +30,29 @@ bool CompanyFiles::acceptName(const QString &name)
     return !CheckCompanyName(m_prompt, name);
 }
 
-bool CompanyFiles::acceptNewName(const QString &name)
+Outcome CompanyFiles::acceptNewName(const QString &name)
 {
     if (!acceptName(name))
-        return false;
+        return Outcome::Stopped;
     QStringList companies;
     try {
         companies = companiesOf(m_layout);
     } catch (const Failure &e) {
         // The server could not be asked: no name is known to be free.
         m_prompt.failure(e.text());
-        return false;
+        return Outcome::Failed;
     }
     if (companies.contains(name)) {
         m_prompt.plain(kRename, QStringLiteral("名前が重複しています。"));
-        return false;
+        return Outcome::Stopped;
     }
-    return true;
+    return Outcome::Done;
 }
 
 Outcome CompanyFiles::createFromSeed(const QString &name)
 {
-    if (!acceptNewName(name))
-        return Outcome::Stopped;
+    if (const Outcome accepted = acceptNewName(name); accepted != Outcome::Done)
+        return accepted;
     return create(name, [&](const CompanyStore &store) { store.addFromFile(name, m_layout.seedFile(), true); });
 }
 
@@ -62,10 +62,10 @@ Outcome CompanyFiles::createFromCompany(const QString &name, const QString &sour
         m_prompt.plain(QStringLiteral("未選択"), QStringLiteral("ソースファイルを選択してください。"));
         return Outcome::Stopped;
     }
-    if (!acceptNewName(name))
-        return Outcome::Stopped;
-    if (refuseUnknownCompany(m_prompt, m_layout, QStringLiteral("未選択"), source))
-        return Outcome::Stopped;
+    if (const Outcome accepted = acceptNewName(name); accepted != Outcome::Done)
+        return accepted;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, QStringLiteral("未選択"), source))
+        return *refused;
     AppState &state = AppState::instance();
     if (state.isOpenCompany(source)) {
         if (!m_prompt.question(QStringLiteral("データ指定の確認"),
@@ -106,8 +106,8 @@ Outcome CompanyFiles::select(const QString &name)
         m_prompt.plain(kSelectTitle, QStringLiteral("処理する会社を指定してください。"));
         return Outcome::Stopped;
     }
-    if (refuseUnknownCompany(m_prompt, m_layout, kSelectTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kSelectTitle, name))
+        return *refused;
     if (!m_prompt.question(kSelectTitle, quotedName(name) + QStringLiteral("を指定します。")))
         return Outcome::Stopped;
     return open(name);
@@ -115,8 +115,8 @@ Outcome CompanyFiles::select(const QString &name)
 
 Outcome CompanyFiles::open(const QString &name)
 {
-    if (refuseUnknownCompany(m_prompt, m_layout, kSelectTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kSelectTitle, name))
+        return *refused;
     AppState &state = AppState::instance();
     std::unique_ptr<CompanyHold> held;
     try {
@@ -150,8 +150,8 @@ Outcome CompanyFiles::remove(const QString &name)
         m_prompt.plain(kDeleteTitle, QStringLiteral("削除する会社を選択してください。"));
         return Outcome::Stopped;
     }
-    if (refuseUnknownCompany(m_prompt, m_layout, kDeleteTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kDeleteTitle, name))
+        return *refused;
     if (AppState::instance().isOpenCompany(name)) {
         m_prompt.plain(kDeleteTitle, quotedName(name) + QStringLiteral("は現在使用中なので削除できません。"));
         return Outcome::Stopped;

@@ -30,7 +30,8 @@ public:
     bool acceptName(const QString &name);
 
 private:
-    bool acceptNewName(const QString &name);
+    // Done when name is free; Stopped after saying why not; Failed when the store could not be asked.
+    Outcome acceptNewName(const QString &name);
     // Asks, then makes the company through make.
     Outcome create(const QString &name, const std::function<void(const class CompanyStore &)> &make);
 

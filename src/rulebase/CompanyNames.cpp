@@ -7,11 +7,6 @@ namespace normaris {
 
 QStringList companiesOf(const DataLayout &layout) { return CompanyStore::of(layout)->companyList(); }
 
-bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
-{
-    return checkKnownCompany(prompt, layout, title, name).has_value();
-}
-
 std::optional<Outcome> checkKnownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name)
 {
     if (CheckCompanyName(prompt, name))

@@ -17,10 +17,8 @@ inline QString quotedName(const QString &name) { return u'『' + name + u'』'; 
 QStringList companiesOf(const DataLayout &layout);
 
 // A name from the CLI may be anything; a name from a dialog's list passes as well.
-// True, after saying why under title, when name is no company of the layout.
-bool refuseUnknownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name);
-// The same telling a refusal (Stopped, after saying why) from a failure to ask the store
-// (Failed, after its own text); nothing when name is a company of the layout.
+// Nothing when name is a company of the layout; else Stopped after saying why under
+// title, or Failed after the store's own text when it could not be asked.
 std::optional<Outcome> checkKnownCompany(Prompt &prompt, const DataLayout &layout, const QString &title, const QString &name);
 
 } // namespace normaris

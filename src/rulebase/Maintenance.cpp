@@ -89,8 +89,8 @@ Outcome Maintenance::backup(const QString &name, const std::optional<QString> &d
         m_prompt.plain(kBackupTitle, QStringLiteral("バックアップするデータを選択してください。"));
         return Outcome::Stopped;
     }
-    if (refuseUnknownCompany(m_prompt, m_layout, kBackupTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kBackupTitle, name))
+        return *refused;
     AppState &state = AppState::instance();
     if (state.isOpenCompany(name)) {
         if (!m_prompt.question(kBackupTitle, quotedName(name) + QStringLiteral("は現在使用中ですが、閉じてバックアップしますか？")))
@@ -139,8 +139,8 @@ Outcome Maintenance::optimise(const QString &name)
         m_prompt.plain(kOptimiseTitle, QStringLiteral("最適化するデータを指定してください。"));
         return Outcome::Stopped;
     }
-    if (refuseUnknownCompany(m_prompt, m_layout, kOptimiseTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kOptimiseTitle, name))
+        return *refused;
     if (state.isOpenCompany(name)) {
         if (!m_prompt.question(kOptimiseTitle, quotedName(name) + QStringLiteral("は現在使用中ですが、閉じて最適化しますか？")))
             return Outcome::Stopped;

@@ -740,8 +740,8 @@ Outcome CompanyUpdate::updateOpen(QSqlDatabase db, const QString &name, const Pr
 
 Outcome CompanyUpdate::update(const QString &name, const UpdateOptions &options, UpdateResult &result)
 {
-    if (refuseUnknownCompany(m_prompt, m_layout, kTitle, name))
-        return Outcome::Stopped;
+    if (const auto refused = checkKnownCompany(m_prompt, m_layout, kTitle, name))
+        return *refused;
     ProgramReleases releases;
     try {
         releases = ProgramReleases::read(m_layout);
