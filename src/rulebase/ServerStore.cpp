@@ -243,10 +243,11 @@ void ServerStore::addFromCompany(const QString &name, const QString &source, boo
 {
     try {
         {
+            // The caller holds the source, so nothing changes it while it is read: its content
+            // is of one moment without a transaction of its own, whose end could still fail
+            // after the new company is made.
             QSqlDatabase db = open(source, kSourceCompanyConnection, OpenMode::ReadOnly);
-            Transaction reading(db); // one moment's content
             addFrom(db, name, cleared, false);
-            reading.commit();
         }
         closeDatabase(kSourceCompanyConnection);
     } catch (...) {
